@@ -1,0 +1,33 @@
+#include "console.h"
+
+#include <cstdio>
+
+#include "host/machine.h"
+
+namespace cli {
+
+void ScriviByte(const std::string& byte) {
+  std::fwrite(byte.data(), 1, byte.size(), stdout);
+}
+
+void MessaggiConsole::Semplice(const std::string& testo) {
+  const std::string riga = "plain: " + testo + "\n";
+  std::fwrite(riga.data(), 1, riga.size(), stderr);
+}
+
+void MessaggiConsole::Critico(const std::string& testo) {
+  critico_ = true;
+  const std::string riga = "critical: " + testo + "\n";
+  std::fwrite(riga.data(), 1, riga.size(), stderr);
+}
+
+std::string ArgomentoPercorso(const std::string& argomento) {
+#ifdef _WIN32
+  return argomento;
+#else
+  if (!argomento.empty() && argomento[0] == '/') return host::PercorsoWindows(argomento);
+  return host::DaUtf8(argomento);
+#endif
+}
+
+}  // namespace cli

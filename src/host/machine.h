@@ -1,0 +1,102 @@
+// The machine the program sees, in Windows terms: drive-letter paths, attribute bits, one process-wide
+// directory enumeration. On Windows these are the Win32 calls; everywhere else they are served from a Wine
+// prefix. Paths and names are byte strings in Windows-1252.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+namespace host {
+
+// Error numbers as the platform reports them to the program. Most callers only need "some error"; a few
+// decisions hang on 68 and 76.
+enum Errore : int {
+  kNessunErrore = 0,
+  kErrFileNotFound = 53,
+  kErrFileAlreadyOpen = 55,
+  kErrDiskFull = 61,
+  kErrDeviceUnavailable = 68,
+  kErrPermissionDenied = 70,
+  kErrPathFileAccess = 75,
+  kErrPathNotFound = 76,
+  kErrBadFileName = 52,
+};
+
+// File attribute bits.
+enum Attributo : int {
+  kAttrReadOnly = 1,
+  kAttrHidden = 2,
+  kAttrSystem = 4,
+  kAttrDirectory = 16,
+  kAttrArchive = 32,
+};
+
+// Selects the Wine prefix that stands for the machine (ignored on Windows). Without a call the prefix is
+// WINEPREFIX, else ~/.wine. Ends any enumeration under way.
+void UsaPrefisso(const std::string& hostFolder);
+std::string PrefissoCorrente();
+
+// The one enumeration of the process. `DirPrimo` starts it: a pattern whose last component may hold `*` and
+// `?`, or a folder path ending in `\` for everything the folder holds ("." and ".." included when folders
+// are asked for, but not at a drive root). `mask` adds hidden (2), system (4) and folders (16) to the plain
+// and read-only files that are always returned. Each call gives one name, "" at the end or on error.
+std::string DirPrimo(const std::string& pattern, int mask, int* err);
+std::string DirProssimo(int* err);
+
+// Attributes of a path; -1 with *err set when the path cannot be read.
+int LeggiAttributi(const std::string& path, int* err);
+bool ImpostaAttributi(const std::string& path, int attr, int* err);
+
+// Length of a file; -1 with *err set on failure.
+std::int64_t LunghezzaFile(const std::string& path, int* err);
+
+bool EliminaFile(const std::string& path, int* err);
+// Makes one folder level; the parent must exist.
+bool CreaUnaCartella(const std::string& path, int* err);
+
+// The process's current folder and the folder of the running program, as Windows paths.
+std::string CartellaCorrente();
+std::string CartellaProgramma();
+
+// Host path <-> Windows path. `PercorsoHost` resolves each component without regard to case, as the
+// platform does; a component that does not exist keeps the name as given. `PercorsoWindows` gives "" for a
+// host path that no drive holds.
+std::string PercorsoHost(const std::string& winPath, int* err);
+std::string PercorsoWindows(const std::string& hostPath);
+
+// Windows-1252 <-> UTF-8 for host names and the console; a character that Windows-1252 cannot hold
+// becomes '?'.
+std::string DaUtf8(const std::string& utf8);
+std::string VersoUtf8(const std::string& cp1252);
+
+// A file opened for raw byte access. Movable, closes itself.
+class File {
+ public:
+  File() = default;
+  File(File&& other) noexcept;
+  File& operator=(File&& other) noexcept;
+  File(const File&) = delete;
+  File& operator=(const File&) = delete;
+  ~File();
+
+  static File ApriLettura(const std::string& winPath, int* err);
+  // Creates the file or cuts it to nothing; the folder must exist.
+  static File ApriScrittura(const std::string& winPath, int* err);
+
+  bool Aperto() const { return handle_ != kNoHandle; }
+  std::int64_t Lunghezza() const;
+  // Reads up to n bytes; gives how many were read, 0 at the end or on error.
+  std::size_t Leggi(char* buf, std::size_t n);
+  bool Scrivi(const char* buf, std::size_t n);
+  // Moves the position forward by n bytes.
+  bool Salta(std::int64_t n);
+  std::int64_t Posizione() const;
+  void Chiudi();
+
+ private:
+  static constexpr std::intptr_t kNoHandle = -1;
+  std::intptr_t handle_ = kNoHandle;
+};
+
+}  // namespace host

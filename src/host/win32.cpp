@@ -1,0 +1,402 @@
+// The machine as Windows itself gives it: the ANSI Win32 calls, with their error codes turned into the
+// program's error numbers. Where the platform answers "access denied" for a file it merely will not open
+// that way, the answer is made the same as the Wine back end's, so callers see one behaviour.
+#ifdef _WIN32
+
+#ifndef WIN32_LEAN_AND_MEAN
+#define WIN32_LEAN_AND_MEAN
+#endif
+#ifndef NOMINMAX
+#define NOMINMAX
+#endif
+#include <windows.h>
+
+#include <algorithm>
+#include <utility>
+
+#include "host/machine.h"
+#include "host/nomi.h"
+
+namespace host {
+namespace {
+
+// The one enumeration: the find handle stays open between calls and is closed as soon as it is spent.
+struct Elenco {
+  HANDLE trova = INVALID_HANDLE_VALUE;
+  int mask = 0;
+};
+
+Elenco& E() {
+  static Elenco e;
+  return e;
+}
+
+void ChiudiElenco() {
+  Elenco& e = E();
+  if (e.trova != INVALID_HANDLE_VALUE) ::FindClose(std::exchange(e.trova, INVALID_HANDLE_VALUE));
+}
+
+void Imposta(int* err, int valore) {
+  if (err) *err = valore;
+}
+
+// The platform reports a drive that is not there as a missing path; the program needs it as a device.
+bool DriveAssente(const std::string& path) {
+  if (path.size() < 2 || path[1] != ':') return false;
+  const char lettera = Maiuscola(path[0]);
+  if (lettera < 'A' || lettera > 'Z') return false;
+  return ((::GetLogicalDrives() >> (lettera - 'A')) & 1u) == 0;
+}
+
+int ErroreDa(DWORD codice, const std::string& path) {
+  switch (codice) {
+    case ERROR_FILE_NOT_FOUND:
+      return DriveAssente(path) ? kErrDeviceUnavailable : kErrFileNotFound;
+    case ERROR_PATH_NOT_FOUND:
+    case ERROR_DIRECTORY:
+      return DriveAssente(path) ? kErrDeviceUnavailable : kErrPathNotFound;
+    case ERROR_NOT_READY:
+    case ERROR_INVALID_DRIVE:
+    case ERROR_DEV_NOT_EXIST:
+    case ERROR_BAD_NETPATH:
+    case ERROR_BAD_NET_NAME:
+    case ERROR_UNEXP_NET_ERR:
+      return kErrDeviceUnavailable;
+    case ERROR_INVALID_NAME:
+    case ERROR_BAD_PATHNAME:
+    case ERROR_FILENAME_EXCED_RANGE:
+      return kErrBadFileName;
+    case ERROR_ACCESS_DENIED:
+    case ERROR_SHARING_VIOLATION:
+    case ERROR_LOCK_VIOLATION:
+    case ERROR_WRITE_PROTECT:
+      return kErrPermissionDenied;
+    case ERROR_DISK_FULL:
+    case ERROR_HANDLE_DISK_FULL:
+      return kErrDiskFull;
+    default:
+      return kErrPathFileAccess;
+  }
+}
+
+// Folders, and for writing read-only, hidden and system files, are requests the platform will not carry
+// out; Windows calls that "access denied" (and Wine running as root may just do it), while the program keeps
+// "permission denied" for real denials.
+bool Rifiutato(const std::string& path, DWORD bloccanti) {
+  const DWORD a = ::GetFileAttributesA(path.c_str());
+  return a != INVALID_FILE_ATTRIBUTES && (a & bloccanti);
+}
+
+bool Barra(char c) {
+  return c == '\\' || c == '/';
+}
+
+// Trailing separators make the platform refuse a file name; a drive root keeps its own.
+std::string SenzaBarraFinale(std::string p) {
+  while (p.size() > 3 && Barra(p.back())) p.pop_back();
+  return p;
+}
+
+bool Ammesso(DWORD attr, int mask) {
+  return (static_cast<int>(attr) & (kAttrHidden | kAttrSystem | kAttrDirectory) & ~mask) == 0;
+}
+
+// For calls that answer with the length they wrote, or with the size they need when the buffer is short.
+template <class Chiamata>
+std::string ConBuffer(Chiamata chiama) {
+  std::string buf(MAX_PATH, '\0');
+  for (;;) {
+    const DWORD n = chiama(buf.data(), static_cast<DWORD>(buf.size()));
+    if (n == 0) return {};
+    if (n < buf.size()) {
+      buf.resize(n);
+      return buf;
+    }
+    buf.resize(n);
+  }
+}
+
+std::string SenzaBarraDiCartella(std::string p) {
+  if (p.size() > 3 && p.back() == '\\') p.pop_back();
+  return p;
+}
+
+HANDLE Maniglia(std::intptr_t h) {
+  return reinterpret_cast<HANDLE>(h);
+}
+
+// ReadFile and WriteFile count in DWORDs.
+constexpr std::size_t kPezzo = std::size_t{1} << 30;
+
+}  // namespace
+
+void UsaPrefisso(const std::string&) {
+  ChiudiElenco();
+}
+
+std::string PrefissoCorrente() {
+  return {};
+}
+
+std::string PercorsoHost(const std::string& winPath, int* err) {
+  Imposta(err, winPath.empty() ? kErrBadFileName : kNessunErrore);
+  return winPath;
+}
+
+std::string PercorsoWindows(const std::string& hostPath) {
+  if (hostPath.empty()) return {};
+  return ConBuffer([&](char* b, DWORD n) { return ::GetFullPathNameA(hostPath.c_str(), n, b, nullptr); });
+}
+
+std::string CartellaCorrente() {
+  return SenzaBarraDiCartella(ConBuffer([](char* b, DWORD n) { return ::GetCurrentDirectoryA(n, b); }));
+}
+
+std::string CartellaProgramma() {
+  std::string exe(MAX_PATH, '\0');
+  for (;;) {
+    const DWORD n = ::GetModuleFileNameA(nullptr, exe.data(), static_cast<DWORD>(exe.size()));
+    if (n == 0) return CartellaCorrente();
+    // A name that fills the buffer exactly has been cut short.
+    if (n < exe.size()) {
+      exe.resize(n);
+      break;
+    }
+    exe.resize(exe.size() * 2);
+  }
+  const std::size_t k = exe.find_last_of('\\');
+  if (k == std::string::npos) return CartellaCorrente();
+  std::string cartella = exe.substr(0, k);
+  if (cartella.size() == 2 && cartella[1] == ':') cartella += '\\';
+  return cartella;
+}
+
+std::string DirPrimo(const std::string& pattern, int mask, int* err) {
+  Imposta(err, kNessunErrore);
+  ChiudiElenco();
+  if (pattern.empty()) {
+    Imposta(err, kErrBadFileName);
+    return {};
+  }
+  const std::size_t k = pattern.find_last_of("\\/");
+  if (k != std::string::npos && HaJolly(pattern.substr(0, k))) {
+    Imposta(err, kErrBadFileName);
+    return {};
+  }
+  std::string modello = pattern;
+  if (Barra(modello.back()) || (modello.size() == 2 && modello[1] == ':')) modello += '*';
+
+  WIN32_FIND_DATAA dati{};
+  HANDLE h = ::FindFirstFileA(modello.c_str(), &dati);
+  if (h == INVALID_HANDLE_VALUE) {
+    const DWORD codice = ::GetLastError();
+    // Nothing to list, or no such folder, is an empty listing; a missing drive is not.
+    const bool vuoto = codice == ERROR_FILE_NOT_FOUND || codice == ERROR_NO_MORE_FILES ||
+                       codice == ERROR_PATH_NOT_FOUND || codice == ERROR_DIRECTORY;
+    if (!vuoto || DriveAssente(modello)) Imposta(err, ErroreDa(codice, modello));
+    return {};
+  }
+  Elenco& e = E();
+  e.trova = h;
+  e.mask = mask;
+  if (Ammesso(dati.dwFileAttributes, mask)) return dati.cFileName;
+  return DirProssimo(err);
+}
+
+std::string DirProssimo(int* err) {
+  Imposta(err, kNessunErrore);
+  Elenco& e = E();
+  if (e.trova == INVALID_HANDLE_VALUE) return {};
+  WIN32_FIND_DATAA dati{};
+  while (::FindNextFileA(e.trova, &dati)) {
+    if (Ammesso(dati.dwFileAttributes, e.mask)) return dati.cFileName;
+  }
+  const DWORD codice = ::GetLastError();
+  ChiudiElenco();
+  if (codice != ERROR_NO_MORE_FILES) Imposta(err, ErroreDa(codice, {}));
+  return {};
+}
+
+int LeggiAttributi(const std::string& path, int* err) {
+  Imposta(err, kNessunErrore);
+  const std::string p = SenzaBarraFinale(path);
+  if (p.empty() || HaJolly(p)) {
+    Imposta(err, kErrBadFileName);
+    return -1;
+  }
+  const DWORD a = ::GetFileAttributesA(p.c_str());
+  if (a == INVALID_FILE_ATTRIBUTES) {
+    Imposta(err, ErroreDa(::GetLastError(), p));
+    return -1;
+  }
+  const int risultato =
+      static_cast<int>(a) & (kAttrReadOnly | kAttrHidden | kAttrSystem | kAttrDirectory | kAttrArchive);
+  // FILE_ATTRIBUTE_NORMAL stands alone; the program knows a plain file by its archive bit.
+  if (risultato == 0) return kAttrArchive;
+  return risultato;
+}
+
+bool ImpostaAttributi(const std::string& path, int attr, int* err) {
+  if (LeggiAttributi(path, err) < 0) return false;
+  DWORD valore = static_cast<DWORD>(attr & (kAttrReadOnly | kAttrHidden | kAttrSystem | kAttrArchive));
+  if (valore == 0) valore = FILE_ATTRIBUTE_NORMAL;
+  const std::string p = SenzaBarraFinale(path);
+  if (!::SetFileAttributesA(p.c_str(), valore)) {
+    Imposta(err, ErroreDa(::GetLastError(), p));
+    return false;
+  }
+  return true;
+}
+
+std::int64_t LunghezzaFile(const std::string& path, int* err) {
+  Imposta(err, kNessunErrore);
+  if (path.empty() || HaJolly(path)) {
+    Imposta(err, kErrBadFileName);
+    return -1;
+  }
+  WIN32_FILE_ATTRIBUTE_DATA dati{};
+  if (!::GetFileAttributesExA(path.c_str(), GetFileExInfoStandard, &dati)) {
+    Imposta(err, ErroreDa(::GetLastError(), path));
+    return -1;
+  }
+  if (dati.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) return 0;
+  return static_cast<std::int64_t>((static_cast<std::uint64_t>(dati.nFileSizeHigh) << 32) |
+                                   dati.nFileSizeLow);
+}
+
+bool EliminaFile(const std::string& path, int* err) {
+  const int a = LeggiAttributi(path, err);
+  if (a < 0) return false;
+  // The platform says "access denied" here; the program expects the refusal of the request.
+  if (a & (kAttrDirectory | kAttrReadOnly)) {
+    Imposta(err, kErrPathFileAccess);
+    return false;
+  }
+  const std::string p = SenzaBarraFinale(path);
+  if (!::DeleteFileA(p.c_str())) {
+    Imposta(err, ErroreDa(::GetLastError(), p));
+    return false;
+  }
+  return true;
+}
+
+bool CreaUnaCartella(const std::string& path, int* err) {
+  Imposta(err, kNessunErrore);
+  const std::string p = SenzaBarraFinale(path);
+  if (p.empty() || HaJolly(p)) {
+    Imposta(err, kErrBadFileName);
+    return false;
+  }
+  if (!::CreateDirectoryA(p.c_str(), nullptr)) {
+    Imposta(err, ErroreDa(::GetLastError(), p));
+    return false;
+  }
+  return true;
+}
+
+// ---- File ----
+
+File::File(File&& other) noexcept : handle_(std::exchange(other.handle_, kNoHandle)) {}
+
+File& File::operator=(File&& other) noexcept {
+  if (this != &other) {
+    Chiudi();
+    handle_ = std::exchange(other.handle_, kNoHandle);
+  }
+  return *this;
+}
+
+File::~File() {
+  Chiudi();
+}
+
+File File::ApriLettura(const std::string& winPath, int* err) {
+  File f;
+  Imposta(err, kNessunErrore);
+  if (winPath.empty() || HaJolly(winPath)) {
+    Imposta(err, kErrBadFileName);
+    return f;
+  }
+  const HANDLE h = ::CreateFileA(winPath.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                 OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+  if (h == INVALID_HANDLE_VALUE) {
+    const DWORD codice = ::GetLastError();
+    const bool cartella = Rifiutato(winPath, FILE_ATTRIBUTE_DIRECTORY);
+    Imposta(err, cartella ? kErrPathFileAccess : ErroreDa(codice, winPath));
+    return f;
+  }
+  f.handle_ = reinterpret_cast<std::intptr_t>(h);
+  return f;
+}
+
+File File::ApriScrittura(const std::string& winPath, int* err) {
+  File f;
+  Imposta(err, kNessunErrore);
+  if (winPath.empty() || HaJolly(winPath)) {
+    Imposta(err, kErrBadFileName);
+    return f;
+  }
+  if (Rifiutato(winPath, FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN |
+                             FILE_ATTRIBUTE_SYSTEM)) {
+    Imposta(err, kErrPathFileAccess);
+    return f;
+  }
+  const HANDLE h = ::CreateFileA(winPath.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_ALWAYS,
+                                 FILE_ATTRIBUTE_NORMAL, nullptr);
+  if (h == INVALID_HANDLE_VALUE) {
+    Imposta(err, ErroreDa(::GetLastError(), winPath));
+    return f;
+  }
+  f.handle_ = reinterpret_cast<std::intptr_t>(h);
+  return f;
+}
+
+std::int64_t File::Lunghezza() const {
+  LARGE_INTEGER n{};
+  if (!Aperto() || !::GetFileSizeEx(Maniglia(handle_), &n)) return -1;
+  return static_cast<std::int64_t>(n.QuadPart);
+}
+
+std::size_t File::Leggi(char* buf, std::size_t n) {
+  if (!Aperto()) return 0;
+  std::size_t letti = 0;
+  while (letti < n) {
+    const auto voglio = static_cast<DWORD>(std::min(n - letti, kPezzo));
+    DWORD k = 0;
+    if (!::ReadFile(Maniglia(handle_), buf + letti, voglio, &k, nullptr) || k == 0) break;
+    letti += k;
+  }
+  return letti;
+}
+
+bool File::Scrivi(const char* buf, std::size_t n) {
+  if (!Aperto()) return false;
+  std::size_t scritti = 0;
+  while (scritti < n) {
+    const auto voglio = static_cast<DWORD>(std::min(n - scritti, kPezzo));
+    DWORD k = 0;
+    if (!::WriteFile(Maniglia(handle_), buf + scritti, voglio, &k, nullptr) || k == 0) return false;
+    scritti += k;
+  }
+  return true;
+}
+
+bool File::Salta(std::int64_t n) {
+  LARGE_INTEGER d{};
+  d.QuadPart = n;
+  return Aperto() && ::SetFilePointerEx(Maniglia(handle_), d, nullptr, FILE_CURRENT);
+}
+
+std::int64_t File::Posizione() const {
+  LARGE_INTEGER zero{}, dove{};
+  if (!Aperto() || !::SetFilePointerEx(Maniglia(handle_), zero, &dove, FILE_CURRENT)) return -1;
+  return static_cast<std::int64_t>(dove.QuadPart);
+}
+
+void File::Chiudi() {
+  if (Aperto()) ::CloseHandle(Maniglia(std::exchange(handle_, kNoHandle)));
+}
+
+}  // namespace host
+
+#endif  // _WIN32

@@ -1,0 +1,634 @@
+// The machine served from a Wine prefix: drives are the links in dosdevices/, names match without regard
+// to case, attributes come from the mode bits, user.DOSATTRIB and leading dots, as Wine gives them.
+#ifndef _WIN32
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/xattr.h>
+#include <unistd.h>
+
+#include <array>
+#include <cctype>
+#include <cerrno>
+#include <climits>
+#include <cstdlib>
+#include <fstream>
+#include <optional>
+#include <sstream>
+#include <utility>
+#include <vector>
+
+#include "host/machine.h"
+#include "host/nomi.h"
+#include "host/registro_file.h"
+
+namespace host {
+namespace {
+
+struct Stato {
+  bool pronto = false;
+  std::string prefisso;
+  std::optional<bool> mostraPuntiFile;
+  // What each drive letter's link says, read once per prefix.
+  bool driveLetti = false;
+  std::array<std::optional<std::string>, 26> drive;
+  // The one enumeration: the names still to give.
+  std::vector<std::string> elenco;
+  std::size_t prossimo = 0;
+};
+
+Stato& S() {
+  static Stato s;
+  return s;
+}
+
+void Prepara() {
+  Stato& s = S();
+  if (s.pronto) return;
+  s.pronto = true;
+  if (const char* p = std::getenv("WINEPREFIX"); p && *p) {
+    s.prefisso = p;
+  } else if (const char* h = std::getenv("HOME"); h && *h) {
+    s.prefisso = std::string(h) + "/.wine";
+  } else {
+    s.prefisso = "/.wine";
+  }
+}
+
+int ErroreDaErrno(int e) {
+  switch (e) {
+    case ENOENT:
+      return kErrFileNotFound;
+    case ENOTDIR:
+      return kErrPathNotFound;
+    case EACCES:
+    case EPERM:
+    case EROFS:
+      return kErrPermissionDenied;
+    case ENOSPC:
+    case EDQUOT:
+      return kErrDiskFull;
+    case ENAMETOOLONG:
+      return kErrBadFileName;
+    default:
+      return kErrPathFileAccess;
+  }
+}
+
+void Imposta(int* err, int valore) {
+  if (err) *err = valore;
+}
+
+bool Esiste(const std::string& p, struct stat* st) {
+  return ::stat(p.c_str(), st) == 0;
+}
+
+// Lexical clean-up of an absolute host path: no ".", "..", doubled or trailing slashes.
+std::string Normalizza(const std::string& p) {
+  std::vector<std::string> parti;
+  std::size_t i = 0;
+  while (i <= p.size()) {
+    std::size_t j = p.find('/', i);
+    if (j == std::string::npos) j = p.size();
+    std::string c = p.substr(i, j - i);
+    if (c == "..") {
+      if (!parti.empty()) parti.pop_back();
+    } else if (!c.empty() && c != ".") {
+      parti.push_back(std::move(c));
+    }
+    i = j + 1;
+  }
+  std::string out;
+  for (const auto& c : parti) out += "/" + c;
+  return out.empty() ? "/" : out;
+}
+
+std::string Assoluto(const std::string& p) {
+  if (!p.empty() && p[0] == '/') return Normalizza(p);
+  char buf[PATH_MAX];
+  std::string cwd = ::getcwd(buf, sizeof buf) ? buf : "/";
+  return Normalizza(cwd + "/" + p);
+}
+
+std::string Canonico(const std::string& p) {
+  char buf[PATH_MAX];
+  if (::realpath(p.c_str(), buf)) return buf;
+  return Normalizza(p);
+}
+
+// Where a drive letter's link points, or nullopt when the prefix names no such drive.
+const std::optional<std::string>& BersaglioDrive(char lettera) {
+  Prepara();
+  Stato& s = S();
+  if (!s.driveLetti) {
+    s.driveLetti = true;
+    const std::string dosdevices = s.prefisso + "/dosdevices";
+    for (int i = 0; i < 26; ++i) {
+      const std::string link = dosdevices + "/" + static_cast<char>('a' + i) + ":";
+      char buf[PATH_MAX];
+      const ssize_t n = ::readlink(link.c_str(), buf, sizeof buf - 1);
+      if (n <= 0) continue;
+      std::string t(buf, static_cast<std::size_t>(n));
+      if (t[0] != '/') t = dosdevices + "/" + t;
+      s.drive[i] = Normalizza(t);
+    }
+    if (!s.drive[25]) s.drive[25] = "/";
+  }
+  return s.drive[lettera - 'A'];
+}
+
+struct Risolto {
+  std::string host;
+  // The host folder that holds the last component exists.
+  bool genitoreEsiste = false;
+};
+
+// Resolves an absolute Windows path ("X:\a\b") component by component.
+std::optional<Risolto> Risolvi(const std::string& winPath, int* err) {
+  std::string p = winPath;
+  for (char& c : p)
+    if (c == '/') c = '\\';
+  // A NUL would cut the host name short and reach another file; no network shares here either.
+  if (p.find('\0') != std::string::npos || (p.size() >= 2 && p[0] == '\\' && p[1] == '\\')) {
+    Imposta(err, kErrBadFileName);
+    return std::nullopt;
+  }
+  std::string assoluto;
+  const bool conDrive = p.size() >= 2 && p[1] == ':' && std::isalpha(static_cast<unsigned char>(p[0]));
+  if (conDrive && p.size() > 2 && p[2] == '\\') {
+    assoluto = p;
+  } else {
+    // Relative forms need the current folder; "X:name" is relative to X's root unless X is current.
+    std::string corrente = CartellaCorrente();
+    if (corrente.empty()) corrente = "Z:\\";
+    if (conDrive) {
+      const std::string resto = p.substr(2);
+      assoluto =
+          Maiuscola(corrente[0]) == Maiuscola(p[0]) ? corrente + "\\" + resto : p.substr(0, 2) + "\\" + resto;
+    } else if (!p.empty() && p[0] == '\\') {
+      assoluto = corrente.substr(0, 2) + p;
+    } else {
+      assoluto = corrente + "\\" + p;
+    }
+  }
+  const char lettera = Maiuscola(assoluto[0]);
+  if (lettera < 'A' || lettera > 'Z') {
+    Imposta(err, kErrBadFileName);
+    return std::nullopt;
+  }
+  const auto& bersaglio = BersaglioDrive(lettera);
+  struct stat st {};
+  if (!bersaglio || !Esiste(*bersaglio, &st) || !S_ISDIR(st.st_mode)) {
+    Imposta(err, kErrDeviceUnavailable);
+    return std::nullopt;
+  }
+
+  std::vector<std::string> parti;
+  std::size_t i = 3;
+  while (i <= assoluto.size()) {
+    std::size_t j = assoluto.find('\\', i);
+    if (j == std::string::npos) j = assoluto.size();
+    std::string c = assoluto.substr(i, j - i);
+    if (c == "..") {
+      if (!parti.empty()) parti.pop_back();
+    } else if (!c.empty() && c != ".") {
+      parti.push_back(std::move(c));
+    }
+    i = j + 1;
+  }
+
+  Risolto r;
+  r.host = *bersaglio == "/" ? std::string() : *bersaglio;
+  bool esiste = true;
+  for (std::size_t k = 0; k < parti.size(); ++k) {
+    const std::string& comp = parti[k];
+    if (k + 1 == parti.size()) r.genitoreEsiste = esiste;
+    std::string nome = VersoUtf8(comp);
+    if (esiste) {
+      const std::string esatto = r.host + "/" + nome;
+      if (::lstat(esatto.c_str(), &st) != 0) {
+        bool trovato = false;
+        if (DIR* d = ::opendir(r.host.empty() ? "/" : r.host.c_str())) {
+          while (dirent* e = ::readdir(d)) {
+            if (UgualiSenzaCaso(DaUtf8(e->d_name), comp)) {
+              nome = e->d_name;
+              trovato = true;
+              break;
+            }
+          }
+          ::closedir(d);
+        }
+        esiste = trovato;
+      }
+    }
+    r.host += "/" + nome;
+  }
+  if (parti.empty()) {
+    r.genitoreEsiste = true;
+    if (r.host.empty()) r.host = "/";
+  }
+  return r;
+}
+
+bool MostraPuntiFile() {
+  Stato& s = S();
+  if (!s.mostraPuntiFile) {
+    Prepara();
+    const std::string v =
+        LeggiValoreRegistroTesto(s.prefisso + "/user.reg", "Software\\Wine", "ShowDotFiles");
+    s.mostraPuntiFile = !v.empty() && std::string("yYtT1").find(v[0]) != std::string::npos;
+  }
+  return *s.mostraPuntiFile;
+}
+
+int AttributiDi(const std::string& hostPath, const struct stat& st, const std::string& nomeWin) {
+  int a = S_ISDIR(st.st_mode) ? kAttrDirectory : kAttrArchive;
+  if (!(st.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH))) a |= kAttrReadOnly;
+  char buf[64];
+  const ssize_t n = ::getxattr(hostPath.c_str(), "user.DOSATTRIB", buf, sizeof buf - 1);
+  if (n > 2 && buf[0] == '0' && (buf[1] == 'x' || buf[1] == 'X')) {
+    buf[n] = '\0';
+    a |= static_cast<int>(std::strtoul(buf + 2, nullptr, 16)) & (kAttrHidden | kAttrSystem);
+  } else if (nomeWin.size() > 1 && nomeWin[0] == '.' && nomeWin != ".." && !MostraPuntiFile()) {
+    a |= kAttrHidden;
+  }
+  return a;
+}
+
+bool Ammesso(int attr, int mask) {
+  return (attr & (kAttrHidden | kAttrSystem | kAttrDirectory) & ~mask) == 0;
+}
+
+void SeparaUltimo(const std::string& p, std::string* cartella, std::string* nome) {
+  const std::size_t k = p.find_last_of("\\/");
+  if (k != std::string::npos) {
+    *cartella = p.substr(0, k + 1);
+    *nome = p.substr(k + 1);
+  } else if (p.size() >= 2 && p[1] == ':') {
+    *cartella = p.substr(0, 2);
+    *nome = p.substr(2);
+  } else {
+    cartella->clear();
+    *nome = p;
+  }
+}
+
+}  // namespace
+
+void UsaPrefisso(const std::string& hostFolder) {
+  Stato& s = S();
+  s = Stato{};
+  s.pronto = true;
+  s.prefisso = hostFolder;
+}
+
+std::string PrefissoCorrente() {
+  Prepara();
+  return S().prefisso;
+}
+
+std::string PercorsoHost(const std::string& winPath, int* err) {
+  Imposta(err, kNessunErrore);
+  if (winPath.empty()) {
+    Imposta(err, kErrBadFileName);
+    return {};
+  }
+  const auto r = Risolvi(winPath, err);
+  return r ? r->host : std::string();
+}
+
+std::string PercorsoWindows(const std::string& hostPath) {
+  const std::string assoluto = Canonico(Assoluto(hostPath));
+  std::size_t migliore = 0;
+  char lettera = 0;
+  for (char l = 'A'; l <= 'Z'; ++l) {
+    const auto& b = BersaglioDrive(l);
+    if (!b) continue;
+    const std::string t = Canonico(*b);
+    const bool contiene =
+        t == "/" || assoluto == t ||
+        (assoluto.size() > t.size() && assoluto.compare(0, t.size(), t) == 0 && assoluto[t.size()] == '/');
+    const std::size_t lunghezza = t == "/" ? 1 : t.size() + 1;
+    if (contiene && lunghezza > migliore) {
+      migliore = lunghezza;
+      lettera = l;
+    }
+  }
+  if (!lettera) return {};
+  std::string resto = assoluto.size() > migliore ? assoluto.substr(migliore) : std::string();
+  for (char& c : resto)
+    if (c == '/') c = '\\';
+  return std::string(1, lettera) + ":\\" + DaUtf8(resto);
+}
+
+std::string CartellaCorrente() {
+  char buf[PATH_MAX];
+  if (!::getcwd(buf, sizeof buf)) return {};
+  std::string w = PercorsoWindows(buf);
+  if (w.size() > 3 && w.back() == '\\') w.pop_back();
+  return w;
+}
+
+std::string CartellaProgramma() {
+  char buf[PATH_MAX];
+  const ssize_t n = ::readlink("/proc/self/exe", buf, sizeof buf - 1);
+  if (n <= 0) return CartellaCorrente();
+  std::string exe(buf, static_cast<std::size_t>(n));
+  exe = exe.substr(0, exe.find_last_of('/'));
+  std::string w = PercorsoWindows(exe.empty() ? "/" : exe);
+  if (w.size() > 3 && w.back() == '\\') w.pop_back();
+  return w;
+}
+
+std::string DirPrimo(const std::string& pattern, int mask, int* err) {
+  Imposta(err, kNessunErrore);
+  Stato& s = S();
+  s.elenco.clear();
+  s.prossimo = 0;
+  if (pattern.empty()) {
+    Imposta(err, kErrBadFileName);
+    return {};
+  }
+  std::string cartella, modello;
+  SeparaUltimo(pattern, &cartella, &modello);
+  const bool contenuto = modello.empty();
+  if (HaJolly(cartella)) {
+    Imposta(err, kErrBadFileName);
+    return {};
+  }
+  const auto r = Risolvi(cartella.empty() ? std::string(".") : cartella, err);
+  if (!r) return {};
+  const std::string& base = r->host;
+  const bool radice = cartella.size() <= 3 && cartella.size() >= 2 && cartella[1] == ':';
+
+  auto aggiungi = [&](const std::string& nomeHost) {
+    const std::string nomeWin = DaUtf8(nomeHost);
+    if (!contenuto && !CorrispondeModello(modello, nomeWin)) return;
+    const std::string pieno = (base == "/" ? std::string() : base) + "/" + nomeHost;
+    struct stat st {};
+    if (::stat(pieno.c_str(), &st) != 0 && ::lstat(pieno.c_str(), &st) != 0) return;
+    if (Ammesso(AttributiDi(pieno, st, nomeWin), mask)) s.elenco.push_back(nomeWin);
+  };
+
+  if (!contenuto && !HaJolly(modello)) {
+    // One name: the entry of that name, found without regard to case.
+    const auto uno = Risolvi(pattern, nullptr);
+    struct stat st {};
+    if (uno && ::lstat(uno->host.c_str(), &st) == 0) {
+      const std::string nomeHost = uno->host.substr(uno->host.find_last_of('/') + 1);
+      aggiungi(nomeHost);
+    }
+  } else {
+    DIR* d = ::opendir(base.c_str());
+    if (!d) {
+      if (errno != ENOENT && errno != ENOTDIR) Imposta(err, ErroreDaErrno(errno));
+      return {};
+    }
+    std::vector<std::string> nomi;
+    while (dirent* e = ::readdir(d)) {
+      const std::string n = e->d_name;
+      if (n == "." || n == "..") continue;
+      nomi.push_back(n);
+    }
+    ::closedir(d);
+    if (contenuto && (mask & kAttrDirectory) && !radice) {
+      s.elenco.push_back(".");
+      s.elenco.push_back("..");
+    }
+    for (const auto& n : nomi) aggiungi(n);
+  }
+  return DirProssimo(err);
+}
+
+std::string DirProssimo(int* err) {
+  Imposta(err, kNessunErrore);
+  Stato& s = S();
+  if (s.prossimo >= s.elenco.size()) {
+    s.elenco.clear();
+    s.prossimo = 0;
+    return {};
+  }
+  return s.elenco[s.prossimo++];
+}
+
+int LeggiAttributi(const std::string& path, int* err) {
+  Imposta(err, kNessunErrore);
+  std::string p = path;
+  while (p.size() > 3 && (p.back() == '\\' || p.back() == '/')) p.pop_back();
+  if (p.empty() || HaJolly(p)) {
+    Imposta(err, kErrBadFileName);
+    return -1;
+  }
+  const auto r = Risolvi(p, err);
+  if (!r) return -1;
+  struct stat st {};
+  if (!Esiste(r->host, &st)) {
+    Imposta(err, r->genitoreEsiste ? kErrFileNotFound : kErrPathNotFound);
+    return -1;
+  }
+  std::string cartella, nome;
+  SeparaUltimo(p, &cartella, &nome);
+  return AttributiDi(r->host, st, nome);
+}
+
+bool ImpostaAttributi(const std::string& path, int attr, int* err) {
+  Imposta(err, kNessunErrore);
+  if (LeggiAttributi(path, err) < 0) return false;
+  const std::string h = PercorsoHost(path, err);
+  struct stat st {};
+  if (!Esiste(h, &st)) {
+    Imposta(err, kErrFileNotFound);
+    return false;
+  }
+  mode_t m = st.st_mode & 07777;
+  if (attr & kAttrReadOnly)
+    m &= static_cast<mode_t>(~(S_IWUSR | S_IWGRP | S_IWOTH));
+  else
+    m |= S_IWUSR;
+  if (::chmod(h.c_str(), m) != 0) {
+    Imposta(err, ErroreDaErrno(errno));
+    return false;
+  }
+  const int nascosti = attr & (kAttrHidden | kAttrSystem);
+  if (nascosti) {
+    const std::string v = "0x" + std::to_string(nascosti);
+    if (::setxattr(h.c_str(), "user.DOSATTRIB", v.data(), v.size(), 0) != 0) {
+      Imposta(err, ErroreDaErrno(errno));
+      return false;
+    }
+  } else {
+    ::removexattr(h.c_str(), "user.DOSATTRIB");
+  }
+  return true;
+}
+
+std::int64_t LunghezzaFile(const std::string& path, int* err) {
+  Imposta(err, kNessunErrore);
+  if (path.empty() || HaJolly(path)) {
+    Imposta(err, kErrBadFileName);
+    return -1;
+  }
+  const auto r = Risolvi(path, err);
+  if (!r) return -1;
+  struct stat st {};
+  if (!Esiste(r->host, &st)) {
+    Imposta(err, r->genitoreEsiste ? kErrFileNotFound : kErrPathNotFound);
+    return -1;
+  }
+  if (S_ISDIR(st.st_mode)) return 0;
+  return static_cast<std::int64_t>(st.st_size);
+}
+
+bool EliminaFile(const std::string& path, int* err) {
+  const int a = LeggiAttributi(path, err);
+  if (a < 0) return false;
+  // The platform refuses to delete a folder this way, or a read-only file.
+  if (a & (kAttrDirectory | kAttrReadOnly)) {
+    Imposta(err, kErrPathFileAccess);
+    return false;
+  }
+  const std::string h = PercorsoHost(path, err);
+  if (::unlink(h.c_str()) != 0) {
+    Imposta(err, ErroreDaErrno(errno));
+    return false;
+  }
+  return true;
+}
+
+bool CreaUnaCartella(const std::string& path, int* err) {
+  Imposta(err, kNessunErrore);
+  std::string p = path;
+  while (p.size() > 3 && (p.back() == '\\' || p.back() == '/')) p.pop_back();
+  if (p.empty() || HaJolly(p)) {
+    Imposta(err, kErrBadFileName);
+    return false;
+  }
+  const auto r = Risolvi(p, err);
+  if (!r) return false;
+  if (::mkdir(r->host.c_str(), 0777) != 0) {
+    Imposta(err, errno == ENOENT ? kErrPathNotFound : ErroreDaErrno(errno));
+    return false;
+  }
+  return true;
+}
+
+// ---- File ----
+
+File::File(File&& other) noexcept : handle_(std::exchange(other.handle_, kNoHandle)) {}
+
+File& File::operator=(File&& other) noexcept {
+  if (this != &other) {
+    Chiudi();
+    handle_ = std::exchange(other.handle_, kNoHandle);
+  }
+  return *this;
+}
+
+File::~File() {
+  Chiudi();
+}
+
+File File::ApriLettura(const std::string& winPath, int* err) {
+  File f;
+  Imposta(err, kNessunErrore);
+  if (winPath.empty() || HaJolly(winPath)) {
+    Imposta(err, kErrBadFileName);
+    return f;
+  }
+  const auto r = Risolvi(winPath, err);
+  if (!r) return f;
+  const int fd = ::open(r->host.c_str(), O_RDONLY | O_CLOEXEC);
+  if (fd < 0) {
+    Imposta(err, ErroreDaErrno(errno));
+    return f;
+  }
+  struct stat st {};
+  if (::fstat(fd, &st) != 0 || S_ISDIR(st.st_mode)) {
+    ::close(fd);
+    Imposta(err, kErrPathFileAccess);
+    return f;
+  }
+  f.handle_ = fd;
+  return f;
+}
+
+File File::ApriScrittura(const std::string& winPath, int* err) {
+  File f;
+  Imposta(err, kNessunErrore);
+  if (winPath.empty() || HaJolly(winPath)) {
+    Imposta(err, kErrBadFileName);
+    return f;
+  }
+  const auto r = Risolvi(winPath, err);
+  if (!r) return f;
+  if (!r->genitoreEsiste) {
+    Imposta(err, kErrPathNotFound);
+    return f;
+  }
+  struct stat st {};
+  if (Esiste(r->host, &st)) {
+    // Replacing a file needs it writable, visible and not a folder, as on the platform.
+    std::string cartella, nome;
+    SeparaUltimo(winPath, &cartella, &nome);
+    const int a = AttributiDi(r->host, st, nome);
+    if (a & (kAttrDirectory | kAttrReadOnly | kAttrHidden | kAttrSystem)) {
+      Imposta(err, kErrPathFileAccess);
+      return f;
+    }
+  }
+  const int fd = ::open(r->host.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+  if (fd < 0) {
+    Imposta(err, ErroreDaErrno(errno));
+    return f;
+  }
+  f.handle_ = fd;
+  return f;
+}
+
+std::int64_t File::Lunghezza() const {
+  struct stat st {};
+  if (!Aperto() || ::fstat(static_cast<int>(handle_), &st) != 0) return -1;
+  return static_cast<std::int64_t>(st.st_size);
+}
+
+std::size_t File::Leggi(char* buf, std::size_t n) {
+  if (!Aperto()) return 0;
+  std::size_t letti = 0;
+  while (letti < n) {
+    const ssize_t k = ::read(static_cast<int>(handle_), buf + letti, n - letti);
+    if (k < 0 && errno == EINTR) continue;
+    if (k <= 0) break;
+    letti += static_cast<std::size_t>(k);
+  }
+  return letti;
+}
+
+bool File::Scrivi(const char* buf, std::size_t n) {
+  if (!Aperto()) return false;
+  std::size_t scritti = 0;
+  while (scritti < n) {
+    const ssize_t k = ::write(static_cast<int>(handle_), buf + scritti, n - scritti);
+    if (k < 0 && errno == EINTR) continue;
+    if (k <= 0) return false;
+    scritti += static_cast<std::size_t>(k);
+  }
+  return true;
+}
+
+bool File::Salta(std::int64_t n) {
+  return Aperto() && ::lseek(static_cast<int>(handle_), static_cast<off_t>(n), SEEK_CUR) >= 0;
+}
+
+std::int64_t File::Posizione() const {
+  if (!Aperto()) return -1;
+  return static_cast<std::int64_t>(::lseek(static_cast<int>(handle_), 0, SEEK_CUR));
+}
+
+void File::Chiudi() {
+  if (Aperto()) ::close(static_cast<int>(std::exchange(handle_, kNoHandle)));
+}
+
+}  // namespace host
+
+#endif  // !_WIN32

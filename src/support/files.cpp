@@ -1,0 +1,101 @@
+#include "support/files.h"
+
+#include <limits>
+
+#include "host/machine.h"
+#include "support/valori.h"
+
+namespace support {
+
+std::string EstraiNomeFile(const std::string& percorso) {
+  const std::size_t k = percorso.find_last_of("\\:");
+  return k == std::string::npos ? percorso : percorso.substr(k + 1);
+}
+
+std::string EstraiCartella(const std::string& percorso) {
+  const std::size_t k = percorso.rfind('\\');
+  return k == std::string::npos ? std::string() : percorso.substr(0, k);
+}
+
+std::string EstraiEstensione(const std::string& percorso) {
+  const std::size_t k = percorso.rfind('.');
+  return k == std::string::npos ? std::string() : percorso.substr(k);
+}
+
+bool FileExists(const std::string& percorso) {
+  if (PulisciStringa(percorso).empty()) return false;
+  int err = 0;
+  std::string nome = host::DirPrimo(percorso, 7, &err);
+  if (err || nome.empty()) return false;
+  // Run the enumeration to its end so that no search stays open.
+  while (!nome.empty()) {
+    nome = host::DirProssimo(&err);
+    if (err) return false;
+  }
+  return true;
+}
+
+bool DirExists(const std::string& percorso) {
+  if (percorso.find_first_not_of(' ') == std::string::npos) return false;
+  int err = 0;
+  if (host::DirPrimo(percorso, 16, &err).empty() || err) return false;
+  const int attr = host::LeggiAttributi(percorso, &err);
+  return !err && attr >= 0 && (attr & host::kAttrDirectory);
+}
+
+std::string LeggiFile(const std::string& percorso) {
+  if (!FileExists(percorso)) return {};
+  int err = 0;
+  host::File f = host::File::ApriLettura(percorso, &err);
+  if (err || !f.Aperto()) return {};
+  const std::int64_t n = f.Lunghezza();
+  if (n <= 0 || n > std::numeric_limits<std::int32_t>::max()) return {};
+  std::string testo(static_cast<std::size_t>(n), '\0');
+  if (f.Leggi(testo.data(), testo.size()) != testo.size()) return {};
+  return testo;
+}
+
+bool ScriviFileTesto(const std::string& percorso, const std::string& testo) {
+  int err = 0;
+  host::File f = host::File::ApriScrittura(percorso, &err);
+  if (err || !f.Aperto()) return false;
+  return f.Scrivi(testo.data(), testo.size());
+}
+
+bool CreaCartella(const std::string& percorso) {
+  if (DirExists(percorso)) return true;
+  int err = 0;
+  return host::CreaUnaCartella(percorso, &err) && !err;
+}
+
+bool CancellaFile(const std::string& percorso) {
+  if (!FileExists(percorso)) return true;
+  int err = 0;
+  const int attr = host::LeggiAttributi(percorso, &err);
+  if (err) return false;
+  if ((attr & host::kAttrReadOnly) && !host::ImpostaAttributi(percorso, host::kAttrArchive, &err))
+    return false;
+  return host::EliminaFile(percorso, &err) && !err;
+}
+
+std::vector<std::string> ElencaFile(const std::string& cartella, const std::string& maschera,
+                                    std::int32_t& numero) {
+  std::vector<std::string> elenco;
+  int err = 0;
+  for (std::string nome = host::DirPrimo(cartella + "\\" + maschera, 7, &err); !nome.empty() && !err;
+       nome = host::DirProssimo(&err))
+    elenco.push_back(cartella + "\\" + nome);
+  numero = static_cast<std::int32_t>(elenco.size());
+  return elenco;
+}
+
+bool SvuotaCartella(const std::string& cartella, const std::string& maschera) {
+  if (!DirExists(cartella)) return false;
+  std::int32_t numero = 0;
+  // The whole list first: CancellaFile starts enumerations of its own.
+  for (const auto& f : ElencaFile(cartella, maschera, numero))
+    if (!CancellaFile(f)) return false;
+  return true;
+}
+
+}  // namespace support

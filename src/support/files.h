@@ -1,0 +1,38 @@
+// Paths and files in Windows terms. None of these shows anything or lets a failure reach the caller:
+// failure is told by the result alone (false or "").
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace support {
+
+// The last component: what follows the last "\" or ":".
+std::string EstraiNomeFile(const std::string& percorso);
+// What stands before the last "\".
+std::string EstraiCartella(const std::string& percorso);
+// The last "." and what follows it, wherever it stands.
+std::string EstraiEstensione(const std::string& percorso);
+
+// True for a file, or a pattern that matches one; false for a folder.
+bool FileExists(const std::string& percorso);
+bool DirExists(const std::string& percorso);
+
+// The whole file as bytes; "" for a missing, empty or unreadable file.
+std::string LeggiFile(const std::string& percorso);
+// Creates or replaces the file with exactly these bytes; the folder must exist.
+bool ScriviFileTesto(const std::string& percorso, const std::string& testo);
+
+// True when the folder is there afterwards; makes one level only.
+bool CreaCartella(const std::string& percorso);
+// True when the file is gone afterwards; a read-only file loses that attribute first.
+bool CancellaFile(const std::string& percorso);
+
+// Full paths of the files in `cartella` that match `maschera`, in the platform's order.
+std::vector<std::string> ElencaFile(const std::string& cartella, const std::string& maschera,
+                                    std::int32_t& numero);
+// Deletes the matching files; stops at the first that cannot be deleted.
+bool SvuotaCartella(const std::string& cartella, const std::string& maschera);
+
+}  // namespace support

@@ -1,0 +1,183 @@
+#include <sys/stat.h>
+#include <sys/xattr.h>
+#include <unistd.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <vector>
+
+#include "host/machine.h"
+#include "macchina_prova.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::vector<std::string> Elenca(const std::string& modello, int mask) {
+  std::vector<std::string> nomi;
+  int err = 0;
+  for (std::string n = host::DirPrimo(modello, mask, &err); !n.empty(); n = host::DirProssimo(&err))
+    nomi.push_back(n);
+  std::sort(nomi.begin(), nomi.end());
+  return nomi;
+}
+
+TEST(PrefissoWine, PercorsiSenzaRiguardoAlleMaiuscole) {
+  MacchinaProva m;
+  MacchinaProva::ScriviHost(m.C("Giochi/Trle/Tomb4.exe"), "x");
+  int err = -1;
+  EXPECT_EQ(host::PercorsoHost("c:\\GIOCHI\\trle\\TOMB4.EXE", &err), m.C("Giochi/Trle/Tomb4.exe"));
+  EXPECT_EQ(err, 0);
+  // Forward slashes, dots and a missing tail keep working; new names take the form given.
+  EXPECT_EQ(host::PercorsoHost("C:/giochi/./x/../TRLE/Nuovo.txt", &err), m.C("Giochi/Trle/Nuovo.txt"));
+  EXPECT_EQ(host::PercorsoHost("C:\\..\\..\\giochi", &err), m.C("Giochi"));
+  EXPECT_EQ(host::PercorsoHost("Z:\\tmp", &err), "/tmp");
+
+  host::PercorsoHost("D:\\x", &err);
+  EXPECT_EQ(err, host::kErrDeviceUnavailable);  // link target missing: not ready
+  host::PercorsoHost("Q:\\x", &err);
+  EXPECT_EQ(err, host::kErrDeviceUnavailable);
+}
+
+TEST(PrefissoWine, PercorsoWindowsDalPercorsoHost) {
+  MacchinaProva m;
+  fs::create_directories(m.C("Supporto/sotto"));
+  EXPECT_EQ(host::PercorsoWindows(m.C("Supporto")), "C:\\Supporto");
+  EXPECT_EQ(host::PercorsoWindows(m.C("Supporto/sotto/../nuovo.bin")), "C:\\Supporto\\nuovo.bin");
+  EXPECT_EQ(host::PercorsoWindows(m.C("")), "C:\\");
+  EXPECT_EQ(host::PercorsoWindows("/usr/bin"), "Z:\\usr\\bin");
+  // A drive for a folder inside C: wins by the longer match.
+  fs::create_directory_symlink("../drive_c/Supporto", m.Prefisso() + "/dosdevices/s:");
+  host::UsaPrefisso(m.Prefisso());
+  EXPECT_EQ(host::PercorsoWindows(m.C("Supporto/sotto")), "S:\\sotto");
+}
+
+TEST(PrefissoWine, NomiHostInWindows1252) {
+  EXPECT_EQ(host::DaUtf8("caf\xc3\xa9 \xe2\x82\xac \xe4\xb8\xad"), "caf\xe9 \x80 ?");
+  EXPECT_EQ(host::DaUtf8("a\xff"
+                         "b"),
+            "a?b");
+  EXPECT_EQ(host::VersoUtf8("caf\xe9 \x80\x9f"), "caf\xc3\xa9 \xe2\x82\xac\xc5\xb8");
+  std::string tutti;
+  for (int b = 1; b < 256; ++b) tutti += static_cast<char>(b);
+  EXPECT_EQ(host::DaUtf8(host::VersoUtf8(tutti)), tutti);
+}
+
+TEST(PrefissoWine, AttributiComeLiDaWine) {
+  MacchinaProva m;
+  MacchinaProva::ScriviHost(m.C("a/file.txt"), "x");
+  MacchinaProva::ScriviHost(m.C("a/sola.txt"), "x");
+  ::chmod(m.C("a/sola.txt").c_str(), 0444);
+  MacchinaProva::ScriviHost(m.C("a/.nascosto"), "x");
+  MacchinaProva::ScriviHost(m.C("a/sistema.sys"), "x");
+  const bool xattr = ::setxattr(m.C("a/sistema.sys").c_str(), "user.DOSATTRIB", "0x6", 3, 0) == 0;
+  struct Caso {
+    const char* percorso;
+    int atteso;
+  };
+  const Caso casi[] = {
+      {"C:\\a", 16},           {"C:\\A\\", 16},          {"C:\\a\\FILE.txt", 32},
+      {"C:\\a\\sola.txt", 33}, {"C:\\a\\.nascosto", 34}, {"C:\\a\\sistema.sys", xattr ? 38 : 32}};
+  for (const auto& c : casi) {
+    int err = -1;
+    EXPECT_EQ(host::LeggiAttributi(c.percorso, &err), c.atteso) << c.percorso;
+    EXPECT_EQ(err, 0) << c.percorso;
+  }
+  int err = 0;
+  EXPECT_EQ(host::LeggiAttributi("C:\\a\\manca", &err), -1);
+  EXPECT_EQ(err, host::kErrFileNotFound);
+  host::LeggiAttributi("C:\\manca\\manca", &err);
+  EXPECT_EQ(err, host::kErrPathNotFound);
+  host::LeggiAttributi("C:\\a\\*.txt", &err);
+  EXPECT_EQ(err, host::kErrBadFileName);
+
+  // user.reg can make dot files visible.
+  MacchinaProva::ScriviHost(
+      m.Prefisso() + "/user.reg",
+      "WINE REGISTRY Version 2\n\n[Software\\\\Wine] 1700000000\n\"ShowDotFiles\"=\"Y\"\n");
+  host::UsaPrefisso(m.Prefisso());
+  EXPECT_EQ(host::LeggiAttributi("C:\\a\\.nascosto", &err), 32);
+
+  // Setting attributes round-trips through mode bits and the extended attribute.
+  ASSERT_TRUE(host::ImpostaAttributi("C:\\a\\file.txt", 1, &err));
+  EXPECT_EQ(host::LeggiAttributi("C:\\a\\file.txt", &err), 33);
+  ASSERT_TRUE(host::ImpostaAttributi("C:\\a\\file.txt", 32, &err));
+  EXPECT_EQ(host::LeggiAttributi("C:\\a\\file.txt", &err), 32);
+  if (xattr) {
+    ASSERT_TRUE(host::ImpostaAttributi("C:\\a\\file.txt", 2, &err));
+    EXPECT_EQ(host::LeggiAttributi("C:\\a\\file.txt", &err), 34);
+  }
+}
+
+TEST(PrefissoWine, EnumerazioneConMaschere) {
+  MacchinaProva m;
+  MacchinaProva::ScriviHost(m.C("d/uno.txt"), "1");
+  MacchinaProva::ScriviHost(m.C("d/Due.TXT"), "2");
+  MacchinaProva::ScriviHost(m.C("d/tre.dat"), "3");
+  MacchinaProva::ScriviHost(m.C("d/.nascosto"), "4");
+  fs::create_directories(m.C("d/sotto"));
+  using V = std::vector<std::string>;
+  EXPECT_EQ(Elenca("C:\\d\\", 7), (V{".nascosto", "Due.TXT", "tre.dat", "uno.txt"}));
+  EXPECT_EQ(Elenca("C:\\d\\", 0), (V{"Due.TXT", "tre.dat", "uno.txt"}));
+  EXPECT_EQ(Elenca("C:\\D\\", 16), (V{".", "..", "Due.TXT", "sotto", "tre.dat", "uno.txt"}));
+  EXPECT_EQ(Elenca("C:\\d\\*.txt", 7), (V{"Due.TXT", "uno.txt"}));
+  EXPECT_EQ(Elenca("c:\\D\\UNO.TXT", 7), (V{"uno.txt"}));
+  EXPECT_EQ(Elenca("C:\\d\\sotto", 7), V{});
+  EXPECT_EQ(Elenca("C:\\d\\sotto", 16), (V{"sotto"}));
+  EXPECT_EQ(Elenca("C:\\manca\\*", 16), V{});
+  // No "." and ".." at a drive root.
+  EXPECT_EQ(Elenca("C:\\", 16), (V{"d"}));
+
+  // One cursor for the process: a new enumeration ends the old one.
+  int err = 0;
+  EXPECT_FALSE(host::DirPrimo("C:\\d\\*.txt", 7, &err).empty());
+  EXPECT_EQ(host::DirPrimo("C:\\d\\*.dat", 7, &err), "tre.dat");
+  EXPECT_EQ(host::DirProssimo(&err), "");
+  host::DirPrimo("D:\\*", 7, &err);
+  EXPECT_EQ(err, host::kErrDeviceUnavailable);
+}
+
+TEST(PrefissoWine, FileComeSulSistema) {
+  MacchinaProva m;
+  int err = 0;
+  {
+    host::File f = host::File::ApriScrittura("C:\\nuovo.bin", &err);
+    ASSERT_TRUE(f.Aperto());
+    EXPECT_TRUE(f.Scrivi("abc\0d", 5));
+  }
+  EXPECT_EQ(MacchinaProva::LeggiHost(m.C("nuovo.bin")), std::string("abc\0d", 5));
+  EXPECT_EQ(host::LunghezzaFile("c:\\NUOVO.BIN", &err), 5);
+
+  // Replacing a read-only or hidden file is refused, and so is deleting a read-only one.
+  ASSERT_TRUE(host::ImpostaAttributi("C:\\nuovo.bin", 33, &err));
+  EXPECT_FALSE(host::File::ApriScrittura("C:\\nuovo.bin", &err).Aperto());
+  EXPECT_EQ(err, host::kErrPathFileAccess);
+  EXPECT_FALSE(host::EliminaFile("C:\\nuovo.bin", &err));
+  MacchinaProva::ScriviHost(m.C(".dot"), "x");
+  EXPECT_FALSE(host::File::ApriScrittura("C:\\.dot", &err).Aperto());
+
+  EXPECT_FALSE(host::File::ApriScrittura("C:\\manca\\x.bin", &err).Aperto());
+  EXPECT_EQ(err, host::kErrPathNotFound);
+  EXPECT_TRUE(host::CreaUnaCartella("C:\\nuova", &err));
+  EXPECT_FALSE(host::CreaUnaCartella("C:\\nuova", &err));
+  EXPECT_FALSE(host::CreaUnaCartella("C:\\x\\y", &err));
+  EXPECT_EQ(err, host::kErrPathNotFound);
+}
+
+TEST(PrefissoWine, CartellaCorrenteERelativi) {
+  MacchinaProva m;
+  fs::create_directories(m.C("Lavoro"));
+  MacchinaProva::ScriviHost(m.C("Lavoro/x.txt"), "x");
+  const fs::path prima = fs::current_path();
+  fs::current_path(m.C("Lavoro"));
+  EXPECT_EQ(host::CartellaCorrente(), "C:\\Lavoro");
+  int err = 0;
+  EXPECT_EQ(host::PercorsoHost("X.TXT", &err), m.C("Lavoro/x.txt"));
+  EXPECT_EQ(host::PercorsoHost("\\Lavoro", &err), m.C("Lavoro"));
+  EXPECT_EQ(host::PercorsoHost("c:x.txt", &err), m.C("Lavoro/x.txt"));
+  fs::current_path(prima);
+}
+
+}  // namespace

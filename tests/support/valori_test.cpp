@@ -1,0 +1,93 @@
+#include "support/valori.h"
+
+#include <gtest/gtest.h>
+
+#include <clocale>
+#include <string>
+
+namespace {
+
+using support::FormattaDimensione;
+
+struct CasoDimensione {
+  double byte;
+  const char* atteso;
+};
+
+TEST(FormattaDimensione, SoglieEArrotondamenti) {
+  const CasoDimensione casi[] = {
+      {0, "0"},
+      {-5, "-5"},
+      {1024, "1024"},
+      {1025, "1 Kb"},
+      {2047, "1 Kb"},  // whole-number division, no rounding up
+      {2048, "2 Kb"},
+      {1048576, "1024 Kb"},
+      {1048577, "1.0 Mb"},
+      {1572864, "1.5 Mb"},
+      {1048576 * 1.25, "1.3 Mb"},  // a half goes away from zero
+      {1073741823, "1024.0 Mb"},   // the rounding carries over
+      {1073741824, "1024.0 Mb"},
+      {1073741825, "1.0 Gb"},
+      {1610612736, "1.5 Gb"},
+      {1024.0 * 1073741824.0, "1024.0 Gb"},
+      {4096.0 * 1073741824.0, "4096.0 Gb"},  // no unit above Gb
+  };
+  for (const auto& c : casi) EXPECT_EQ(FormattaDimensione(c.byte, '.'), c.atteso) << c.byte;
+}
+
+TEST(FormattaDimensione, SeparatoreDelLocale) {
+  EXPECT_EQ(FormattaDimensione(1610612736, ','), "1,5 Gb");
+  EXPECT_EQ(FormattaDimensione(2048, ','), "2 Kb");
+
+  const std::string prima = std::setlocale(LC_NUMERIC, nullptr);
+  if (!std::setlocale(LC_NUMERIC, "it_IT.UTF-8")) GTEST_SKIP() << "no it_IT.UTF-8 locale on this machine";
+  EXPECT_EQ(support::SeparatoreDecimale(), ',');
+  EXPECT_EQ(FormattaDimensione(1610612736), "1,5 Gb");
+  std::setlocale(LC_NUMERIC, "C");
+  EXPECT_EQ(FormattaDimensione(1610612736), "1.5 Gb");
+  std::setlocale(LC_NUMERIC, prima.c_str());
+}
+
+class BarraContata : public support::BarraProgresso {
+ public:
+  double Value() const override { return valore; }
+  void SetValue(double v) override { valore = v; }
+  void Refresh() override { ++ridisegni; }
+  double valore = 0;
+  int ridisegni = 0;
+};
+
+TEST(AggiornaProgresso, Percentuali) {
+  struct Caso {
+    double totale, corrente, percento;
+  };
+  const Caso casi[] = {{0, 0, 0}, {0, 5, 100}, {200, 199, 99}, {200, 250, 100}, {3, 1, 33}, {3, 2, 66}};
+  for (const auto& c : casi) {
+    BarraContata b;
+    b.valore = -1;
+    support::AggiornaProgresso(b, c.totale, c.corrente);
+    EXPECT_EQ(b.valore, c.percento) << c.totale << " " << c.corrente;
+  }
+}
+
+TEST(AggiornaProgresso, RidisegnaUnaVoltaPerPercento) {
+  BarraContata b;
+  for (int i = 1; i <= 10000; ++i) support::AggiornaProgresso(b, 10000, i);
+  EXPECT_EQ(b.valore, 100);
+  EXPECT_EQ(b.ridisegni, 100);
+}
+
+TEST(PulisciStringa, NulEBlank) {
+  const std::pair<std::string, std::string> casi[] = {
+      {std::string(8, '\0'), ""},
+      {"  ", ""},
+      {"Trle      ", "Trle"},
+      {std::string("a\0b", 3), "a b"},
+      {std::string("  x\0\0  ", 7), "x"},
+      {"\tx\r\n", "\tx\r\n"},  // only blanks are trimmed
+  };
+  for (const auto& [in, atteso] : casi) EXPECT_EQ(support::PulisciStringa(in), atteso);
+}
+
+}  // namespace
