@@ -9,52 +9,24 @@
 #include <io.h>
 #endif
 
-#include "collection/snapshot.h"
-#include "console.h"
-#include "support/files.h"
+#include "verbi.h"
 
-namespace {
+namespace cli {
 
-constexpr const char* kUso =
-    "usage: checkordl-cli VERB ARGS...\n"
-    "  pack SNAPSHOT MEMBER...   pack the members into a snapshot\n"
-    "  unpack SNAPSHOT FOLDER    unpack a snapshot into an existing folder and print its table\n"
-    "Paths are Windows paths (C:\\Giochi\\Trle) or absolute host paths.\n";
-
-int Uso(const std::string& motivo = {}) {
+int Uso(const std::string& motivo) {
   if (!motivo.empty()) std::fprintf(stderr, "checkordl-cli: %s\n", motivo.c_str());
-  std::fputs(kUso, stderr);
+  std::fputs(
+      "usage: checkordl-cli VERB ARGS...\n"
+      "  pack SNAPSHOT MEMBER...   pack the members into a snapshot\n"
+      "  unpack SNAPSHOT FOLDER    unpack a snapshot into an existing folder and print its table\n"
+      "  version FILE              print the version text of an executable\n"
+      "  find-exe NAME             print where an executable is installed\n"
+      "Paths are Windows paths (C:\\Giochi\\Trle) or absolute host paths.\n",
+      stderr);
   return 2;
 }
 
-int Pack(const std::vector<std::string>& args, cli::MessaggiConsole& msg) {
-  if (args.size() < 2) return Uso("pack needs a snapshot and at least one member");
-  const std::string snapshot = cli::ArgomentoPercorso(args[0]);
-  std::vector<std::string> membri;
-  for (std::size_t i = 1; i < args.size(); ++i) membri.push_back(cli::ArgomentoPercorso(args[i]));
-  support::DidascaliaMuta info;
-  support::BarraMuta barra;
-  if (!collection::SalvaSnapshot(snapshot, membri, static_cast<std::int32_t>(membri.size()), info, barra))
-    msg.Critico("Error saving " + snapshot);
-  return msg.CriticoMostrato() ? 1 : 0;
-}
-
-int Unpack(const std::vector<std::string>& args, cli::MessaggiConsole& msg) {
-  if (args.size() != 2) return Uso("unpack needs a snapshot and a folder");
-  const std::string snapshot = cli::ArgomentoPercorso(args[0]);
-  const std::string cartella = cli::ArgomentoPercorso(args[1]);
-  if (!support::DirExists(cartella)) return Uso("no such folder: " + args[1]);
-  collection::ContenutoSnapshot contenuto;
-  if (!collection::EstraiSnapshot(snapshot, cartella, contenuto)) {
-    msg.Critico("Errrore estraendo file");
-    return 1;
-  }
-  for (std::int32_t i = 0; i < contenuto.Numero; ++i)
-    cli::ScriviByte(contenuto.Nomi[i] + "\t" + std::to_string(contenuto.Dimensioni[i]) + "\n");
-  return 0;
-}
-
-}  // namespace
+}  // namespace cli
 
 int main(int argc, char** argv) {
   std::setlocale(LC_ALL, "");
@@ -63,11 +35,19 @@ int main(int argc, char** argv) {
   _setmode(_fileno(stdout), _O_BINARY);
   _setmode(_fileno(stderr), _O_BINARY);
 #endif
-  if (argc < 2) return Uso();
+  if (argc < 2) return cli::Uso();
   const std::string verbo = argv[1];
-  const std::vector<std::string> args(argv + 2, argv + argc);
+  const cli::Argomenti args(argv + 2, argv + argc);
   cli::MessaggiConsole msg;
-  if (verbo == "pack") return Pack(args, msg);
-  if (verbo == "unpack") return Unpack(args, msg);
-  return Uso("unknown verb: " + verbo);
+  struct Verbo {
+    const char* nome;
+    int (*esegui)(const cli::Argomenti&, cli::MessaggiConsole&);
+  };
+  static constexpr Verbo kVerbi[] = {{"pack", cli::VerboPack},
+                                     {"unpack", cli::VerboUnpack},
+                                     {"version", cli::VerboVersion},
+                                     {"find-exe", cli::VerboFindExe}};
+  for (const auto& v : kVerbi)
+    if (verbo == v.nome) return v.esegui(args, msg);
+  return cli::Uso("unknown verb: " + verbo);
 }

@@ -1,0 +1,1 @@
+// Fixed-record encoding shared by the level data formats.
