@@ -34,7 +34,7 @@ class Scrittore {
   void Doppio(std::size_t off, double v);
   template <std::size_t N>
   void Stringa(std::size_t off, const StringaFissa<N>& s) {
-    byte_.replace(off, N, s.byte.data(), N);
+    std::copy(s.byte.begin(), s.byte.end(), byte_.begin() + static_cast<std::ptrdiff_t>(off));
   }
   const std::string& Byte() const { return byte_; }
 
