@@ -1,0 +1,167 @@
+// The version resource out of a PE file, as the platform's loader finds it: headers, the resource data
+// directory, the sections that map its addresses to the file, and the three levels of the resource tree.
+// Everything comes from an outside file, so each offset and count is held against what the file can hold
+// before anything is read or allocated.
+#include <cstdint>
+#include <limits>
+#include <string>
+#include <vector>
+
+#include "host/versione.h"
+
+namespace host {
+namespace {
+
+constexpr std::uint32_t kRtVersion = 16;
+// In a resource directory entry: the offset names a further directory, not a data entry.
+constexpr std::uint32_t kSottocartella = 0x80000000u;
+
+constexpr std::size_t kDosHeader = 64;
+constexpr std::size_t kPosLfanew = 0x3C;
+constexpr std::size_t kFirmaECoff = 4 + 20;
+constexpr std::size_t kPosNumeroSezioni = 4 + 2;
+constexpr std::size_t kPosDimensioneOpzionale = 4 + 16;
+constexpr std::size_t kSezione = 40;
+constexpr std::size_t kCartellaRisorse = 16;
+constexpr std::size_t kVoceRisorsa = 8;
+constexpr std::size_t kVoceDati = 16;
+constexpr std::size_t kIndiceDatiRisorse = 2;
+
+std::uint16_t U16(const std::string& b, std::size_t o) {
+  return static_cast<std::uint16_t>(static_cast<unsigned char>(b[o]) |
+                                    (static_cast<unsigned char>(b[o + 1]) << 8));
+}
+
+std::uint32_t U32(const std::string& b, std::size_t o) {
+  return static_cast<std::uint32_t>(U16(b, o)) | (static_cast<std::uint32_t>(U16(b, o + 2)) << 16);
+}
+
+struct Sezione {
+  std::uint32_t indirizzo = 0;  // relative virtual address of its first byte
+  std::uint32_t byteNelFile = 0;
+  std::uint32_t posizioneNelFile = 0;
+};
+
+struct Immagine {
+  LettoreByte* lettore = nullptr;
+  std::uint64_t lunghezza = 0;
+  std::vector<Sezione> sezioni;
+};
+
+bool LeggiNelFile(Immagine& im, std::uint64_t inizio, std::size_t n, std::string* out) {
+  if (inizio > im.lunghezza || n > im.lunghezza - inizio) return false;
+  return im.lettore->Leggi(inizio, n, out);
+}
+
+// Bytes at a relative virtual address; they must lie inside what one section holds in the file.
+bool LeggiRva(Immagine& im, std::uint32_t rva, std::size_t n, std::string* out) {
+  for (const Sezione& s : im.sezioni) {
+    if (rva < s.indirizzo) continue;
+    const std::uint64_t dentro = rva - s.indirizzo;
+    if (dentro >= s.byteNelFile || n > s.byteNelFile - dentro) continue;
+    return LeggiNelFile(im, s.posizioneNelFile + dentro, n, out);
+  }
+  return false;
+}
+
+// The offset of the chosen entry of the directory at `cartella`: the entry with id `id`, or the first entry
+// when `id` is negative. False when there is none or the directory does not fit.
+bool VoceScelta(Immagine& im, std::uint32_t cartella, std::int64_t id, std::uint32_t* offset) {
+  std::string intestazione;
+  if (!LeggiRva(im, cartella, kCartellaRisorse, &intestazione)) return false;
+  const std::size_t numero = std::size_t{U16(intestazione, 12)} + U16(intestazione, 14);
+  if (numero == 0 || cartella > std::numeric_limits<std::uint32_t>::max() - kCartellaRisorse) return false;
+  std::string voci;
+  if (!LeggiRva(im, cartella + kCartellaRisorse, numero * kVoceRisorsa, &voci)) return false;
+  for (std::size_t i = 0; i < numero; ++i) {
+    // A named entry has its top bit set, so it never equals a numeric id.
+    if (id < 0 || U32(voci, i * kVoceRisorsa) == id) {
+      *offset = U32(voci, i * kVoceRisorsa + 4);
+      return true;
+    }
+  }
+  return false;
+}
+
+}  // namespace
+
+bool LettoreMemoria::Leggi(std::uint64_t inizio, std::size_t n, std::string* out) {
+  if (inizio > byte_.size() || n > byte_.size() - inizio) return false;
+  out->assign(byte_.substr(static_cast<std::size_t>(inizio), n));
+  return true;
+}
+
+std::string EstraiRisorsaVersione(LettoreByte& lettore) {
+  Immagine im;
+  im.lettore = &lettore;
+  im.lunghezza = lettore.Lunghezza();
+
+  std::string dos;
+  if (!LeggiNelFile(im, 0, kDosHeader, &dos) || dos[0] != 'M' || dos[1] != 'Z') return {};
+  const std::uint64_t pe = U32(dos, kPosLfanew);
+  std::string coff;
+  if (!LeggiNelFile(im, pe, kFirmaECoff, &coff) || coff.compare(0, 4, std::string("PE\0\0", 4)) != 0)
+    return {};
+  const std::size_t numeroSezioni = U16(coff, kPosNumeroSezioni);
+  const std::size_t dimensioneOpzionale = U16(coff, kPosDimensioneOpzionale);
+
+  std::string opzionale;
+  if (!LeggiNelFile(im, pe + kFirmaECoff, dimensioneOpzionale, &opzionale) || opzionale.size() < 2) return {};
+  std::size_t posNumeroCartelle = 0;
+  std::size_t posCartelle = 0;
+  switch (U16(opzionale, 0)) {
+    case 0x10B:  // PE32
+      posNumeroCartelle = 92;
+      posCartelle = 96;
+      break;
+    case 0x20B:  // PE32+
+      posNumeroCartelle = 108;
+      posCartelle = 112;
+      break;
+    default:
+      return {};
+  }
+  const std::size_t posRisorse = posCartelle + kIndiceDatiRisorse * 8;
+  if (opzionale.size() < posRisorse + 8 || U32(opzionale, posNumeroCartelle) <= kIndiceDatiRisorse) return {};
+  const std::uint32_t radice = U32(opzionale, posRisorse);
+  if (radice == 0) return {};
+
+  std::string tabella;
+  if (!LeggiNelFile(im, pe + kFirmaECoff + dimensioneOpzionale, numeroSezioni * kSezione, &tabella))
+    return {};
+  im.sezioni.reserve(numeroSezioni);
+  for (std::size_t i = 0; i < numeroSezioni; ++i) {
+    const std::size_t s = i * kSezione;
+    im.sezioni.push_back({U32(tabella, s + 12), U32(tabella, s + 16), U32(tabella, s + 20)});
+  }
+
+  // Type, then name, then language. Each level must lead to a directory not seen before: a tree whose
+  // offsets point back is broken, not a longer way round.
+  std::uint32_t visitate[3] = {radice, 0, 0};
+  std::uint32_t cartella = radice;
+  std::uint32_t voceDati = 0;
+  for (int livello = 0; livello < 3; ++livello) {
+    std::uint32_t offset = 0;
+    if (!VoceScelta(im, cartella, livello == 0 ? std::int64_t{kRtVersion} : -1, &offset)) return {};
+    const bool sottocartella = (offset & kSottocartella) != 0;
+    const std::uint64_t dove = std::uint64_t{radice} + (offset & ~kSottocartella);
+    if (dove > std::numeric_limits<std::uint32_t>::max() || sottocartella != (livello < 2)) return {};
+    if (livello == 2) {
+      voceDati = static_cast<std::uint32_t>(dove);
+      break;
+    }
+    cartella = static_cast<std::uint32_t>(dove);
+    for (int k = 0; k <= livello; ++k)
+      if (visitate[k] == cartella) return {};
+    visitate[livello + 1] = cartella;
+  }
+
+  std::string voce;
+  if (!LeggiRva(im, voceDati, kVoceDati, &voce)) return {};
+  const std::uint32_t dimensione = U32(voce, 4);
+  std::string blocco;
+  if (dimensione == 0 || !LeggiRva(im, U32(voce, 0), dimensione, &blocco)) return {};
+  return blocco;
+}
+
+}  // namespace host
