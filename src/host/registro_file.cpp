@@ -1,28 +1,17 @@
 #include "host/registro_file.h"
 
+#include <algorithm>
+#include <cstdint>
+#include <cstdlib>
 #include <fstream>
 #include <sstream>
+#include <unordered_map>
 
 #include "host/machine.h"
 #include "host/nomi.h"
 
 namespace host {
 namespace {
-
-std::string Utf8DaCodice(unsigned long c) {
-  std::string out;
-  if (c < 0x80) {
-    out += static_cast<char>(c);
-  } else if (c < 0x800) {
-    out += static_cast<char>(0xC0 | (c >> 6));
-    out += static_cast<char>(0x80 | (c & 0x3F));
-  } else {
-    out += static_cast<char>(0xE0 | ((c >> 12) & 0x0F));
-    out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-    out += static_cast<char>(0x80 | (c & 0x3F));
-  }
-  return out;
-}
 
 int Esadecimale(char c) {
   if (c >= '0' && c <= '9') return c - '0';
@@ -31,167 +20,435 @@ int Esadecimale(char c) {
   return -1;
 }
 
-// Reads an escaped string from s[i] up to the closing `fine` character (not included). Gives the text
-// as UTF-8 and leaves i behind the closing character; false when it never closes.
-bool LeggiEscape(const std::string& s, std::size_t& i, char fine, std::string* out) {
+bool Spazio(char c) {
+  return c == ' ' || c == '\t' || c == '\r' || c == '\v' || c == '\f';
+}
+
+std::size_t SaltaSpazi(std::string_view s, std::size_t i) {
+  while (i < s.size() && Spazio(s[i])) ++i;
+  return i;
+}
+
+// Wine orders and matches names by the lower case of each UTF-16 unit. This covers the scripts whose
+// names can occur here; a unit outside them compares as it is.
+char16_t MinuscolaWine(char16_t c) {
+  if (c < 0x80) return (c >= 'A' && c <= 'Z') ? static_cast<char16_t>(c + 0x20) : c;
+  if ((c >= 0xC0 && c <= 0xDE && c != 0xD7) || (c >= 0x391 && c <= 0x3AB && c != 0x3A2) ||
+      (c >= 0x410 && c <= 0x42F))
+    return static_cast<char16_t>(c + 0x20);
+  if (c >= 0x400 && c <= 0x40F) return static_cast<char16_t>(c + 0x50);
+  if (c == 0x130) return u'i';
+  if (c == 0x178) return 0xFF;
+  // Latin Extended-A pairs upper and lower case side by side.
+  if ((c >= 0x100 && c <= 0x137) || (c >= 0x14A && c <= 0x177)) return static_cast<char16_t>(c | 1);
+  if ((c >= 0x139 && c <= 0x148) || (c >= 0x179 && c <= 0x17E))
+    return (c & 1) ? static_cast<char16_t>(c + 1) : c;
+  return c;
+}
+
+std::u16string Minuscolo(std::u16string_view s) {
+  std::u16string out(s);
+  for (char16_t& c : out) c = MinuscolaWine(c);
+  return out;
+}
+
+void AggiungiCodice(std::u16string* out, char32_t c) {
+  if (c > 0xFFFF) {
+    c -= 0x10000;
+    out->push_back(static_cast<char16_t>(0xD800 + (c >> 10)));
+    out->push_back(static_cast<char16_t>(0xDC00 + (c & 0x3FF)));
+  } else {
+    out->push_back(static_cast<char16_t>(c));
+  }
+}
+
+// One UTF-8 character from s[i]; a byte that begins no valid character stands for U+FFFD, as Wine reads it.
+char32_t CarattereUtf8(std::string_view s, std::size_t& i) {
+  const auto b = static_cast<unsigned char>(s[i]);
+  int len = 0;
+  char32_t c = 0;
+  if (b >= 0xC2 && b <= 0xDF) {
+    len = 2;
+    c = b & 0x1F;
+  } else if (b >= 0xE0 && b <= 0xEF) {
+    len = 3;
+    c = b & 0x0F;
+  } else if (b >= 0xF0 && b <= 0xF4) {
+    len = 4;
+    c = b & 0x07;
+  }
+  if (len == 0 || i + len > s.size()) {
+    ++i;
+    return 0xFFFD;
+  }
+  for (int k = 1; k < len; ++k) {
+    const auto t = static_cast<unsigned char>(s[i + k]);
+    if ((t & 0xC0) != 0x80) {
+      ++i;
+      return 0xFFFD;
+    }
+    c = (c << 6) | (t & 0x3F);
+  }
+  if ((len == 3 && c < 0x800) || (len == 4 && (c < 0x10000 || c > 0x10FFFF))) {
+    ++i;
+    return 0xFFFD;
+  }
+  i += len;
+  return c;
+}
+
+// A string in Wine's escaped form from s[i] up to the closing `fine`, as UTF-16 units. Leaves i behind
+// the closing character; false when it never closes.
+bool LeggiStringa(std::string_view s, std::size_t& i, char fine, std::u16string* out) {
   while (i < s.size()) {
-    const char c = s[i++];
-    if (c == fine) return true;
-    if (c != '\\' || i >= s.size()) {
-      *out += c;
+    const char c = s[i];
+    if (c == fine) {
+      ++i;
+      return true;
+    }
+    if (c == '\\' && i + 1 < s.size()) {
+      const char e = s[i + 1];
+      i += 2;
+      switch (e) {
+        case 'a':
+          out->push_back(u'\a');
+          break;
+        case 'b':
+          out->push_back(u'\b');
+          break;
+        case 'e':
+          out->push_back(0x1B);
+          break;
+        case 'f':
+          out->push_back(u'\f');
+          break;
+        case 'n':
+          out->push_back(u'\n');
+          break;
+        case 'r':
+          out->push_back(u'\r');
+          break;
+        case 't':
+          out->push_back(u'\t');
+          break;
+        case 'v':
+          out->push_back(u'\v');
+          break;
+        case 'x': {
+          unsigned v = 0;
+          int k = 0;
+          for (; k < 4 && i < s.size() && Esadecimale(s[i]) >= 0; ++k) v = v * 16 + Esadecimale(s[i++]);
+          out->push_back(k ? static_cast<char16_t>(v) : u'x');
+          break;
+        }
+        default:
+          if (e >= '0' && e <= '7') {
+            unsigned v = static_cast<unsigned>(e - '0');
+            for (int k = 1; k < 3 && i < s.size() && s[i] >= '0' && s[i] <= '7'; ++k)
+              v = v * 8 + static_cast<unsigned>(s[i++] - '0');
+            out->push_back(static_cast<char16_t>(v));
+          } else if (static_cast<unsigned char>(e) < 0x80) {
+            out->push_back(static_cast<char16_t>(e));
+          } else {
+            // An escaped non-ASCII character stands for itself, whole.
+            --i;
+            AggiungiCodice(out, CarattereUtf8(s, i));
+          }
+      }
       continue;
     }
-    const char e = s[i++];
-    switch (e) {
-      case 'n':
-        *out += '\n';
-        break;
-      case 'r':
-        *out += '\r';
-        break;
-      case 't':
-        *out += '\t';
-        break;
-      case 'a':
-        *out += '\a';
-        break;
-      case 'b':
-        *out += '\b';
-        break;
-      case 'e':
-        *out += '\x1b';
-        break;
-      case 'f':
-        *out += '\f';
-        break;
-      case 'v':
-        *out += '\v';
-        break;
-      case 'x': {
-        unsigned long v = 0;
-        int k = 0;
-        while (k < 4 && i < s.size() && Esadecimale(s[i]) >= 0) v = v * 16 + Esadecimale(s[i++]), ++k;
-        *out += k ? Utf8DaCodice(v) : std::string("x");
-        break;
-      }
-      default:
-        if (e >= '0' && e <= '7') {
-          unsigned long v = e - '0';
-          int k = 1;
-          while (k < 3 && i < s.size() && s[i] >= '0' && s[i] <= '7') v = v * 8 + (s[i++] - '0'), ++k;
-          *out += Utf8DaCodice(v);
-        } else {
-          *out += e;
-        }
+    if (static_cast<unsigned char>(c) < 0x80) {
+      out->push_back(static_cast<char16_t>(c));
+      ++i;
+    } else {
+      AggiungiCodice(out, CarattereUtf8(s, i));
     }
   }
   return false;
 }
 
-std::string Byte(const std::string& esadecimali) {
+char ByteCp1252(char16_t c) {
+  if (c < 0x80) return static_cast<char>(c);
+  std::string u;
+  if (c < 0x800) {
+    u += static_cast<char>(0xC0 | (c >> 6));
+  } else {
+    u += static_cast<char>(0xE0 | (c >> 12));
+    u += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
+  }
+  u += static_cast<char>(0x80 | (c & 0x3F));
+  const std::string b = DaUtf8(u);
+  return b.size() == 1 ? b[0] : '?';
+}
+
+// UTF-16 units as Windows-1252 text: one byte a character, '?' for what the code page cannot hold (a
+// surrogate pair is one character).
+std::string Cp1252(std::u16string_view u) {
   std::string out;
-  int alto = -1;
-  for (char c : esadecimali) {
-    const int v = Esadecimale(c);
-    if (v < 0) {
-      alto = -1;
-      continue;
-    }
-    if (alto < 0) {
-      alto = v;
+  out.reserve(u.size());
+  for (std::size_t i = 0; i < u.size(); ++i) {
+    const char16_t c = u[i];
+    if (c >= 0xD800 && c <= 0xDFFF) {
+      if (c <= 0xDBFF && i + 1 < u.size() && u[i + 1] >= 0xDC00 && u[i + 1] <= 0xDFFF) ++i;
+      out += '?';
     } else {
-      out += static_cast<char>(alto * 16 + v);
-      alto = -1;
+      out += ByteCp1252(c);
     }
   }
   return out;
 }
 
-// Turns UTF-16LE bytes of a string value into Windows-1252 text up to the first NUL.
-std::string TestoDaUtf16(const std::string& b) {
-  std::string utf8;
-  for (std::size_t i = 0; i + 1 < b.size(); i += 2) {
-    const unsigned long c = static_cast<unsigned char>(b[i]) | (static_cast<unsigned char>(b[i + 1]) << 8);
-    if (c == 0) break;
-    utf8 += Utf8DaCodice(c);
-  }
-  return DaUtf8(utf8);
+std::u16string UnitaDaByte(std::string_view b) {
+  std::u16string u;
+  u.reserve(b.size() / 2);
+  // An odd last byte is no character; the platform drops it.
+  for (std::size_t i = 0; i + 1 < b.size(); i += 2)
+    u.push_back(static_cast<char16_t>(static_cast<unsigned char>(b[i]) |
+                                      (static_cast<unsigned char>(b[i + 1]) << 8)));
+  return u;
 }
 
-bool AnalizzaValore(const std::string& riga, ValoreRegistro* v) {
-  std::size_t i = 0;
-  std::string nome;
-  if (riga[0] == '@') {
-    i = 1;
-  } else {
-    i = 1;
-    if (!LeggiEscape(riga, i, '"', &nome)) return false;
+std::string ByteDaUnita(std::u16string_view u) {
+  std::string b;
+  b.reserve(u.size() * 2);
+  for (char16_t c : u) {
+    b += static_cast<char>(c & 0xFF);
+    b += static_cast<char>(c >> 8);
   }
-  if (i >= riga.size() || riga[i] != '=') return false;
-  ++i;
-  v->nome = DaUtf8(nome);
-  const std::string resto = riga.substr(i);
-  if (!resto.empty() && resto[0] == '"') {
-    std::size_t k = 1;
-    std::string t;
-    if (!LeggiEscape(resto, k, '"', &t)) return false;
-    v->tipo = kRegSz;
-    v->dati = DaUtf8(t);
-  } else if (resto.rfind("str(", 0) == 0) {
-    const std::size_t c = resto.find("):\"");
-    if (c == std::string::npos) return false;
-    v->tipo = std::atoi(resto.c_str() + 4);
-    std::size_t k = c + 3;
-    std::string t;
-    if (!LeggiEscape(resto, k, '"', &t)) return false;
-    v->dati = DaUtf8(t);
-  } else if (resto.rfind("dword:", 0) == 0) {
-    const unsigned long d = std::strtoul(resto.c_str() + 6, nullptr, 16);
-    v->tipo = kRegDword;
-    for (int k = 0; k < 4; ++k) v->dati += static_cast<char>((d >> (8 * k)) & 0xFF);
-  } else if (resto.rfind("hex", 0) == 0) {
-    const std::size_t c = resto.find(':');
-    if (c == std::string::npos) return false;
-    v->tipo = kRegBinary;
-    if (resto.size() > 3 && resto[3] == '(')
-      v->tipo = static_cast<int>(std::strtol(resto.c_str() + 4, nullptr, 16));
-    v->dati = Byte(resto.substr(c + 1));
-    if (v->tipo == kRegSz || v->tipo == kRegExpandSz) v->dati = TestoDaUtf16(v->dati);
-  } else {
-    return false;
+  return b;
+}
+
+// Text as the platform's ANSI calls give it: code-page text without the NUL that ends it.
+std::string TestoSenzaFine(std::u16string_view u) {
+  if (!u.empty() && u.back() == 0) u.remove_suffix(1);
+  return Cp1252(u);
+}
+
+template <class Char>
+bool Normalizza(std::basic_string_view<Char> chiave, std::basic_string<Char>* out,
+                bool separatoriIniziali = false) {
+  out->clear();
+  if (!separatoriIniziali && !chiave.empty() && chiave[0] == Char('\\')) return false;
+  std::size_t i = 0;
+  while (i < chiave.size()) {
+    std::size_t j = chiave.find(Char('\\'), i);
+    if (j == chiave.npos) j = chiave.size();
+    if (j > i) {
+      if (!out->empty()) out->push_back(Char('\\'));
+      out->append(chiave.substr(i, j - i));
+    }
+    i = j + 1;
   }
   return true;
 }
 
+class Righe {
+ public:
+  explicit Righe(std::string_view testo) : testo_(testo) {}
+  bool Prossima(std::string_view* riga) {
+    if (pos_ >= testo_.size()) return false;
+    std::size_t fine = testo_.find('\n', pos_);
+    if (fine == std::string_view::npos) fine = testo_.size();
+    *riga = testo_.substr(pos_, fine - pos_);
+    pos_ = fine + 1;
+    if (!riga->empty() && riga->back() == '\r') riga->remove_suffix(1);
+    return true;
+  }
+
+ private:
+  std::string_view testo_;
+  std::size_t pos_ = 0;
+};
+
+// Comma-separated bytes. Wine takes any run of hex digits whose value fits a byte, blanks around the
+// commas, and a backslash after the list to carry it on over the next line; anything else spoils the value.
+bool LeggiByte(std::string_view riga, Righe& righe, std::string* out) {
+  std::size_t i = SaltaSpazi(riga, 0);
+  for (;;) {
+    while (i < riga.size() && Esadecimale(riga[i]) >= 0) {
+      unsigned v = 0;
+      for (; i < riga.size() && Esadecimale(riga[i]) >= 0; ++i)
+        v = std::min(v * 16 + static_cast<unsigned>(Esadecimale(riga[i])), 0x100u);
+      if (v > 0xFF) return false;
+      out->push_back(static_cast<char>(v));
+      i = SaltaSpazi(riga, i);
+      if (i < riga.size() && riga[i] == ',') i = SaltaSpazi(riga, i + 1);
+    }
+    if (i >= riga.size()) return true;
+    if (riga[i] != '\\') return false;
+    if (!righe.Prossima(&riga)) return true;
+    i = SaltaSpazi(riga, 0);
+  }
+}
+
+// "str(2)" and "hex(7)": the type is written in hex.
+bool LeggiTipo(std::string_view s, std::size_t& i, int* tipo) {
+  std::uint64_t v = 0;
+  const std::size_t inizio = i;
+  for (; i < s.size() && Esadecimale(s[i]) >= 0; ++i)
+    v = std::min<std::uint64_t>(v * 16 + static_cast<unsigned>(Esadecimale(s[i])), 0x100000000u);
+  if (i == inizio || v > 0xFFFFFFFFu || i + 1 >= s.size() || s[i] != ')' || s[i + 1] != ':') return false;
+  i += 2;
+  *tipo = static_cast<int>(static_cast<std::uint32_t>(v));
+  return true;
+}
+
+bool AnalizzaDati(std::string_view resto, Righe& righe, ValoreRegistro* v) {
+  std::size_t i = 0;
+  std::u16string testo;
+  auto stringa = [&](int tipo) {
+    if (i >= resto.size() || resto[i] != '"') return false;
+    ++i;
+    if (!LeggiStringa(resto, i, '"', &testo)) return false;
+    v->tipo = tipo;
+    // Wine keeps the terminating NUL as part of the data.
+    testo.push_back(0);
+    v->dati = TipoTesto(tipo) ? TestoSenzaFine(testo) : ByteDaUnita(testo);
+    return true;
+  };
+  // Wine knows these string forms only; text after the closing quote does not matter.
+  if (resto.starts_with('"')) return stringa(kRegSz);
+  if (resto.starts_with("str:")) {
+    i = 4;
+    return stringa(kRegSz);
+  }
+  if (resto.starts_with("str(2):") || resto.starts_with("str(7):")) {
+    i = 7;
+    return stringa(resto[4] - '0');
+  }
+  int tipo = kRegNone;
+  if (resto.starts_with("dword:")) {
+    // As Wine reads it: strtoul, cut to 32 bits, 0 when there are no digits.
+    const std::string cifre(resto.substr(6));
+    const auto d = static_cast<std::uint32_t>(std::strtoull(cifre.c_str(), nullptr, 16));
+    v->tipo = kRegDword;
+    v->dati.clear();
+    for (int k = 0; k < 4; ++k) v->dati += static_cast<char>((d >> (8 * k)) & 0xFF);
+    return true;
+  }
+  if (resto.starts_with("hex:")) {
+    i = 4;
+    tipo = kRegBinary;
+  } else if (resto.starts_with("hex(")) {
+    i = 4;
+    if (!LeggiTipo(resto, i, &tipo)) return false;
+  } else {
+    return false;
+  }
+  std::string byte;
+  if (!LeggiByte(resto.substr(i), righe, &byte)) return false;
+  v->tipo = tipo;
+  v->dati = TipoTesto(tipo) ? TestoSenzaFine(UnitaDaByte(byte)) : std::move(byte);
+  return true;
+}
+
+struct Voce {
+  std::u16string ordine;      // the name in lower case
+  std::size_t posizione = 0;  // in the file, which decides between equal names
+  ValoreRegistro valore;
+};
+
+struct ChiaveInCorso {
+  ChiaveRegistro chiave;
+  std::vector<Voce> voci;
+};
+
+bool AnalizzaValore(std::string_view riga, Righe& righe, Voce* voce) {
+  std::size_t i = 1;
+  std::u16string nome;
+  if (riga[0] == '"' && !LeggiStringa(riga, i, '"', &nome)) return false;
+  i = SaltaSpazi(riga, i);
+  if (i >= riga.size() || riga[i] != '=') return false;
+  i = SaltaSpazi(riga, i + 1);
+  // Once the name stands, Wine keeps the value even when its data does not parse: empty and of no type.
+  if (!AnalizzaDati(riga.substr(i), righe, &voce->valore)) voce->valore = ValoreRegistro{};
+  voce->valore.nome = Cp1252(nome);
+  voce->ordine = Minuscolo(nome);
+  return true;
+}
+
+// Sorted as Wine enumerates; of a name given twice the first spelling and the last data count.
+std::vector<ValoreRegistro> Ordina(std::vector<Voce>& voci) {
+  std::sort(voci.begin(), voci.end(), [](const Voce& a, const Voce& b) {
+    return a.ordine != b.ordine ? a.ordine < b.ordine : a.posizione < b.posizione;
+  });
+  std::vector<ValoreRegistro> valori;
+  valori.reserve(voci.size());
+  for (std::size_t k = 0; k < voci.size();) {
+    std::size_t fine = k + 1;
+    while (fine < voci.size() && voci[fine].ordine == voci[k].ordine) ++fine;
+    ValoreRegistro v = std::move(voci[fine - 1].valore);
+    if (fine - 1 != k) v.nome = std::move(voci[k].valore.nome);
+    valori.push_back(std::move(v));
+    k = fine;
+  }
+  return valori;
+}
+
 }  // namespace
 
-std::vector<ChiaveRegistro> AnalizzaTestoRegistro(const std::string& testo) {
-  std::vector<ChiaveRegistro> chiavi;
-  std::istringstream in(testo);
-  std::string riga;
-  while (std::getline(in, riga)) {
-    if (!riga.empty() && riga.back() == '\r') riga.pop_back();
-    // Long hex values go on over lines that end in a backslash.
-    while (!riga.empty() && riga.back() == '\\' && riga.find("=hex") != std::string::npos) {
-      riga.pop_back();
-      std::string seguito;
-      if (!std::getline(in, seguito)) break;
-      if (!seguito.empty() && seguito.back() == '\r') seguito.pop_back();
-      const std::size_t k = seguito.find_first_not_of(" \t");
-      riga += k == std::string::npos ? std::string() : seguito.substr(k);
-    }
+bool TipoTesto(int tipo) {
+  return tipo == kRegSz || tipo == kRegExpandSz || tipo == kRegMultiSz;
+}
+
+std::string TestoDaUtf16(std::string_view byte) {
+  return Cp1252(UnitaDaByte(byte));
+}
+
+bool NormalizzaChiave(std::string_view chiave, std::string* out) {
+  return Normalizza(chiave, out);
+}
+
+std::vector<ChiaveRegistro> AnalizzaTestoRegistro(std::string_view testo) {
+  Righe righe(testo);
+  std::string_view riga;
+  if (!righe.Prossima(&riga) || riga != "WINE REGISTRY Version 2") return {};
+
+  std::vector<ChiaveInCorso> chiavi;
+  std::unordered_map<std::u16string, std::size_t> perNome;
+  constexpr std::size_t kNessuna = static_cast<std::size_t>(-1);
+  std::size_t corrente = kNessuna;
+  while (righe.Prossima(&riga)) {
+    riga.remove_prefix(std::min(SaltaSpazi(riga, 0), riga.size()));
     if (riga.empty()) continue;
-    if (riga[0] == '[') {
-      std::size_t i = 1;
-      std::string nome;
-      if (!LeggiEscape(riga, i, ']', &nome)) continue;
-      chiavi.push_back({DaUtf8(nome), {}});
-    } else if ((riga[0] == '"' || riga[0] == '@') && !chiavi.empty()) {
-      ValoreRegistro v;
-      if (AnalizzaValore(riga, &v)) chiavi.back().valori.push_back(std::move(v));
+    switch (riga[0]) {
+      case '[': {
+        corrente = kNessuna;
+        std::size_t i = 1;
+        std::u16string grezzo, nome;
+        // A key line may begin with separators, which Wine skips, unlike a program's request.
+        if (!LeggiStringa(riga, i, ']', &grezzo) || !Normalizza(std::u16string_view(grezzo), &nome, true))
+          break;
+        auto [it, nuovo] = perNome.try_emplace(Minuscolo(nome), chiavi.size());
+        if (nuovo) chiavi.push_back({{Cp1252(nome), false, {}}, {}});
+        corrente = it->second;
+        break;
+      }
+      case '@':
+      case '"': {
+        Voce voce;
+        if (corrente != kNessuna && AnalizzaValore(riga, righe, &voce)) {
+          voce.posizione = chiavi[corrente].voci.size();
+          chiavi[corrente].voci.push_back(std::move(voce));
+        }
+        break;
+      }
+      case '#':
+        if (corrente != kNessuna && riga.starts_with("#link")) chiavi[corrente].chiave.collegamento = true;
+        break;
+      default:
+        // Comments (';') and lines Wine does not recognise.
+        break;
     }
   }
-  return chiavi;
+
+  std::vector<ChiaveRegistro> out;
+  out.reserve(chiavi.size());
+  for (auto& c : chiavi) {
+    c.chiave.valori = Ordina(c.voci);
+    out.push_back(std::move(c.chiave));
+  }
+  return out;
 }
 
 std::vector<ChiaveRegistro> LeggiFileRegistro(const std::string& hostPath) {
@@ -204,10 +461,12 @@ std::vector<ChiaveRegistro> LeggiFileRegistro(const std::string& hostPath) {
 
 std::string LeggiValoreRegistroTesto(const std::string& hostPath, const std::string& chiave,
                                      const std::string& valore) {
+  std::string cercata;
+  if (!NormalizzaChiave(chiave, &cercata)) return {};
   for (const auto& k : LeggiFileRegistro(hostPath)) {
-    if (!UgualiSenzaCaso(k.nome, chiave)) continue;
+    if (!UgualiSenzaCaso(k.nome, cercata)) continue;
     for (const auto& v : k.valori)
-      if (UgualiSenzaCaso(v.nome, valore) && (v.tipo == kRegSz || v.tipo == kRegExpandSz)) return v.dati;
+      if (UgualiSenzaCaso(v.nome, valore) && TipoTesto(v.tipo)) return v.dati.substr(0, v.dati.find('\0'));
   }
   return {};
 }

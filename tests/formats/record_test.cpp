@@ -195,7 +195,8 @@ TEST(Record, CaricaPreferenzeDefaultERegolaDellaLunghezza) {
     EXPECT_EQ(q.PathArchivio.Testo(), Riempita("C:\\Ordl\\archivio.qlv", 256)) << lunghezza;
     // Past the end of a short file the defaults stand; not-reset fields that the file holds stay.
     EXPECT_EQ(q.Joy_ChiudiTrleDaSolo, lunghezza >= 1584) << lunghezza;
-    EXPECT_EQ(q.LinguaDatDefault.Testo(), lunghezza < 2574 ? std::string(32, ' ') : Riempita("english.dat", 32))
+    EXPECT_EQ(q.LinguaDatDefault.Testo(),
+              lunghezza < 2574 ? std::string(32, ' ') : Riempita("english.dat", 32))
         << lunghezza;
   }
 

@@ -1,0 +1,33 @@
+#include "host/dischi.h"
+
+#include "host/nomi.h"
+
+namespace host {
+namespace {
+
+FunzioneMisura& Sostituta() {
+  static FunzioneMisura f = nullptr;
+  return f;
+}
+
+}  // namespace
+
+bool MisuraVolume(const std::string& radice, MisureVolume* misure) {
+  // Every caller names the volume the same way: "C:\".
+  const std::string r = radice.empty() ? radice : std::string(1, Maiuscola(radice[0])) + ":\\";
+  const FunzioneMisura f = Sostituta();
+  return f ? f(r, misure) : MisuraPiattaforma(r, misure);
+}
+
+void SostituisciMisuraVolume(FunzioneMisura misura) {
+  Sostituta() = misura;
+}
+
+bool SpazioLiberoTotale(const std::string& radice, std::uint64_t* byte) {
+  MisureVolume m;
+  if (!MisuraVolume(radice, &m)) return false;
+  *byte = m.liberi;
+  return true;
+}
+
+}  // namespace host

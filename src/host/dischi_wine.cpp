@@ -1,0 +1,116 @@
+// Drives of a Wine prefix: each link in dosdevices/ is a drive (Z: stands for / when the prefix names
+// none), a drive whose target is missing is there but not ready, and the type is what the prefix's
+// registry says under Software\Wine\Drives, else a fixed disk, as Wine reports them.
+#ifndef _WIN32
+
+#include <sys/stat.h>
+#include <sys/statvfs.h>
+#include <unistd.h>
+
+#include <cctype>
+#include <climits>
+#include <cstdlib>
+#include <fstream>
+#include <optional>
+
+#include "host/dischi.h"
+#include "host/machine.h"
+#include "host/nomi.h"
+#include "host/registro.h"
+#include "host/registro_file.h"
+
+namespace host {
+namespace {
+
+char Lettera(const std::string& radice) {
+  if (radice.empty()) return 0;
+  const char l = Maiuscola(radice[0]);
+  return l >= 'A' && l <= 'Z' ? l : 0;
+}
+
+std::optional<std::string> Destinazione(char lettera) {
+  const std::string dosdevices = PrefissoCorrente() + "/dosdevices";
+  const std::string link = dosdevices + "/" + static_cast<char>(std::tolower(lettera)) + ":";
+  char buf[PATH_MAX];
+  const ssize_t n = ::readlink(link.c_str(), buf, sizeof buf - 1);
+  if (n <= 0) {
+    if (lettera == 'Z') return std::string("/");
+    return std::nullopt;
+  }
+  std::string t(buf, static_cast<std::size_t>(n));
+  return t[0] == '/' ? t : dosdevices + "/" + t;
+}
+
+int TipoDaRegistro(char lettera) {
+  std::string dati;
+  int tipo = kRegNone;
+  const std::string nome = std::string(1, static_cast<char>(std::tolower(lettera))) + ":";
+  if (LeggiValoreRegistroNome("Software\\Wine\\Drives", nome, &dati, &tipo) != kRegOk || !TipoTesto(tipo))
+    return kDriveFisso;
+  dati.resize(dati.find('\0') == std::string::npos ? dati.size() : dati.find('\0'));
+  if (UgualiSenzaCaso(dati, "cdrom")) return kDriveCdRom;
+  if (UgualiSenzaCaso(dati, "floppy")) return kDriveRimovibile;
+  if (UgualiSenzaCaso(dati, "network")) return kDriveRete;
+  if (UgualiSenzaCaso(dati, "ramdisk")) return kDriveRam;
+  return kDriveFisso;
+}
+
+// The first line of a small file in the drive's root, where Wine keeps a label or a serial number.
+std::string PrimaRiga(const std::string& percorso) {
+  std::ifstream f(percorso, std::ios::binary);
+  if (!f) return {};
+  char buf[256];
+  f.read(buf, sizeof buf);
+  std::string riga(buf, static_cast<std::size_t>(f.gcount()));
+  riga.resize(riga.find_first_of("\r\n") == std::string::npos ? riga.size() : riga.find_first_of("\r\n"));
+  return riga;
+}
+
+}  // namespace
+
+bool MisuraPiattaforma(const std::string& radice, MisureVolume* misure) {
+  const char l = Lettera(radice);
+  if (!l) return false;
+  const auto d = Destinazione(l);
+  struct statvfs sv {};
+  if (!d || ::statvfs(d->c_str(), &sv) != 0) return false;
+  const std::uint64_t blocco = sv.f_frsize ? sv.f_frsize : sv.f_bsize;
+  misure->disponibili = static_cast<std::uint64_t>(sv.f_bavail) * blocco;
+  misure->totali = static_cast<std::uint64_t>(sv.f_blocks) * blocco;
+  misure->liberi = static_cast<std::uint64_t>(sv.f_bfree) * blocco;
+  return true;
+}
+
+bool LeggiDrive(const std::string& radice, OggettoDrive* drive, int* err) {
+  if (err) *err = kNessunErrore;
+  const char l = Lettera(radice);
+  const auto d = l ? Destinazione(l) : std::nullopt;
+  if (!d) {
+    if (err) *err = kErrDeviceUnavailable;
+    return false;
+  }
+  *drive = OggettoDrive{};
+  drive->DriveLetter = std::string(1, l);
+  drive->DriveType = TipoDaRegistro(l);
+  struct stat st {};
+  drive->IsReady = ::stat(d->c_str(), &st) == 0 && S_ISDIR(st.st_mode);
+  if (!drive->IsReady) return true;
+  const std::string base = *d == "/" ? std::string() : *d;
+  drive->VolumeName = DaUtf8(PrimaRiga(base + "/.windows-label"));
+  const std::string seriale = PrimaRiga(base + "/.windows-serial");
+  // Without a serial of its own Wine makes one from the drive letter.
+  const auto s = seriale.empty() ? static_cast<std::uint32_t>(l) << 24
+                                 : static_cast<std::uint32_t>(std::strtoul(seriale.c_str(), nullptr, 16));
+  drive->SerialNumber = static_cast<std::int32_t>(s);
+  MisureVolume m;
+  drive->SpazioLetto = MisuraVolume(std::string(1, l) + ":\\", &m);
+  if (drive->SpazioLetto) {
+    drive->FreeSpace = m.disponibili;
+    drive->TotalSize = m.totali;
+  }
+  return true;
+}
+
+}  // namespace host
+
+#endif  // !_WIN32

@@ -1,0 +1,32 @@
+// The registry below HKEY_LOCAL_MACHINE, read only, and the shell's special folders. On Windows these are
+// the platform's calls; on a Wine prefix the registry is the prefix's system.reg.
+#pragma once
+
+#include <string>
+
+namespace host {
+
+// Result codes as the platform gives them.
+enum EsitoRegistro : long {
+  kRegOk = 0,
+  kRegNonTrovato = 2,        // no such key or value
+  kRegPercorsoErrato = 161,  // a key path that starts with a backslash
+  kRegNessunAltro = 259,     // no value at that index
+};
+
+// The value at `indice` of a key, in the order in which the platform enumerates the key's values (Wine:
+// sorted by name without regard to case, the default value first). Name and data come whole, however
+// long; the data of text types (1, 2, 7) is Windows-1252 without its terminating NUL, other types are the
+// raw bytes. `tipo` may be null.
+long LeggiValoreRegistroIndice(const std::string& chiave, int indice, std::string* nome, std::string* dati,
+                               int* tipo = nullptr);
+
+// A value of a key by its name ("" for the default value), in the same form.
+long LeggiValoreRegistroNome(const std::string& chiave, const std::string& nome, std::string* dati,
+                             int* tipo = nullptr);
+
+// The folder of a CSIDL number as the platform gives it; *esito is 0 on success (an HRESULT otherwise).
+// The Wine prefix knows the program-files folder (38) only, and has none when the prefix has no system.reg.
+std::string CartellaSpeciale(int csidl, long* esito);
+
+}  // namespace host
