@@ -296,20 +296,6 @@ bool CreaUnaCartella(const std::string& path, int* err) {
 
 // ---- File ----
 
-File::File(File&& other) noexcept : handle_(std::exchange(other.handle_, kNoHandle)) {}
-
-File& File::operator=(File&& other) noexcept {
-  if (this != &other) {
-    Chiudi();
-    handle_ = std::exchange(other.handle_, kNoHandle);
-  }
-  return *this;
-}
-
-File::~File() {
-  Chiudi();
-}
-
 File File::ApriLettura(const std::string& winPath, int* err) {
   File f;
   Imposta(err, kNessunErrore);

@@ -13,9 +13,7 @@
 #include <cerrno>
 #include <climits>
 #include <cstdlib>
-#include <fstream>
 #include <optional>
-#include <sstream>
 #include <utility>
 #include <vector>
 
@@ -85,11 +83,12 @@ bool Esiste(const std::string& p, struct stat* st) {
 }
 
 // Lexical clean-up of an absolute host path: no ".", "..", doubled or trailing slashes.
-std::string Normalizza(const std::string& p) {
+// The components of a path from `inizio` on, with "." dropped and ".." taking the one before it away
+// (never above the start).
+std::vector<std::string> Componenti(const std::string& p, char separatore, std::size_t inizio) {
   std::vector<std::string> parti;
-  std::size_t i = 0;
-  while (i <= p.size()) {
-    std::size_t j = p.find('/', i);
+  for (std::size_t i = inizio; i <= p.size();) {
+    std::size_t j = p.find(separatore, i);
     if (j == std::string::npos) j = p.size();
     std::string c = p.substr(i, j - i);
     if (c == "..") {
@@ -99,6 +98,11 @@ std::string Normalizza(const std::string& p) {
     }
     i = j + 1;
   }
+  return parti;
+}
+
+std::string Normalizza(const std::string& p) {
+  const std::vector<std::string> parti = Componenti(p, '/', 0);
   std::string out;
   for (const auto& c : parti) out += "/" + c;
   return out.empty() ? "/" : out;
@@ -184,19 +188,7 @@ std::optional<Risolto> Risolvi(const std::string& winPath, int* err) {
     return std::nullopt;
   }
 
-  std::vector<std::string> parti;
-  std::size_t i = 3;
-  while (i <= assoluto.size()) {
-    std::size_t j = assoluto.find('\\', i);
-    if (j == std::string::npos) j = assoluto.size();
-    std::string c = assoluto.substr(i, j - i);
-    if (c == "..") {
-      if (!parti.empty()) parti.pop_back();
-    } else if (!c.empty() && c != ".") {
-      parti.push_back(std::move(c));
-    }
-    i = j + 1;
-  }
+  const std::vector<std::string> parti = Componenti(assoluto, '\\', 3);
 
   Risolto r;
   r.host = *bersaglio == "/" ? std::string() : *bersaglio;
@@ -514,20 +506,6 @@ bool CreaUnaCartella(const std::string& path, int* err) {
 }
 
 // ---- File ----
-
-File::File(File&& other) noexcept : handle_(std::exchange(other.handle_, kNoHandle)) {}
-
-File& File::operator=(File&& other) noexcept {
-  if (this != &other) {
-    Chiudi();
-    handle_ = std::exchange(other.handle_, kNoHandle);
-  }
-  return *this;
-}
-
-File::~File() {
-  Chiudi();
-}
 
 File File::ApriLettura(const std::string& winPath, int* err) {
   File f;

@@ -1,0 +1,22 @@
+// What a file handle does the same way on every platform; opening, reading and writing are the back ends'.
+#include <utility>
+
+#include "host/machine.h"
+
+namespace host {
+
+File::File(File&& other) noexcept : handle_(std::exchange(other.handle_, kNoHandle)) {}
+
+File& File::operator=(File&& other) noexcept {
+  if (this != &other) {
+    Chiudi();
+    handle_ = std::exchange(other.handle_, kNoHandle);
+  }
+  return *this;
+}
+
+File::~File() {
+  Chiudi();
+}
+
+}  // namespace host
