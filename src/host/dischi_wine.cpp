@@ -5,11 +5,8 @@
 
 #include <sys/stat.h>
 #include <sys/statvfs.h>
-#include <unistd.h>
 
 #include <cctype>
-#include <climits>
-#include <cstdlib>
 #include <fstream>
 #include <optional>
 
@@ -26,19 +23,6 @@ char Lettera(const std::string& radice) {
   if (radice.empty()) return 0;
   const char l = Maiuscola(radice[0]);
   return l >= 'A' && l <= 'Z' ? l : 0;
-}
-
-std::optional<std::string> Destinazione(char lettera) {
-  const std::string dosdevices = PrefissoCorrente() + "/dosdevices";
-  const std::string link = dosdevices + "/" + static_cast<char>(std::tolower(lettera)) + ":";
-  char buf[PATH_MAX];
-  const ssize_t n = ::readlink(link.c_str(), buf, sizeof buf - 1);
-  if (n <= 0) {
-    if (lettera == 'Z') return std::string("/");
-    return std::nullopt;
-  }
-  std::string t(buf, static_cast<std::size_t>(n));
-  return t[0] == '/' ? t : dosdevices + "/" + t;
 }
 
 int TipoDaRegistro(char lettera) {
@@ -71,7 +55,7 @@ std::string PrimaRiga(const std::string& percorso) {
 bool MisuraPiattaforma(const std::string& radice, MisureVolume* misure) {
   const char l = Lettera(radice);
   if (!l) return false;
-  const auto d = Destinazione(l);
+  const auto d = DestinazioneDrive(l);
   struct statvfs sv {};
   if (!d || ::statvfs(d->c_str(), &sv) != 0) return false;
   const std::uint64_t blocco = sv.f_frsize ? sv.f_frsize : sv.f_bsize;
@@ -84,7 +68,7 @@ bool MisuraPiattaforma(const std::string& radice, MisureVolume* misure) {
 bool LeggiDrive(const std::string& radice, OggettoDrive* drive, int* err) {
   if (err) *err = kNessunErrore;
   const char l = Lettera(radice);
-  const auto d = l ? Destinazione(l) : std::nullopt;
+  const auto d = l ? DestinazioneDrive(l) : std::nullopt;
   if (!d) {
     if (err) *err = kErrDeviceUnavailable;
     return false;

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 
 namespace host {
@@ -64,6 +65,10 @@ std::string CartellaProgramma();
 // host path that no drive holds.
 std::string PercorsoHost(const std::string& winPath, int* err);
 std::string PercorsoWindows(const std::string& hostPath);
+
+// Wine prefix only: the host folder a drive letter's link names (whether or not it exists), or nothing
+// when the prefix names no such drive. Z: stands for / when the prefix names none.
+std::optional<std::string> DestinazioneDrive(char lettera);
 
 // Windows-1252 <-> UTF-8 for host names and the console; a character that Windows-1252 cannot hold
 // becomes '?'.

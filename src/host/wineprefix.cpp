@@ -280,6 +280,12 @@ std::string PrefissoCorrente() {
   return S().prefisso;
 }
 
+std::optional<std::string> DestinazioneDrive(char lettera) {
+  lettera = Maiuscola(lettera);
+  if (lettera < 'A' || lettera > 'Z') return std::nullopt;
+  return BersaglioDrive(lettera);
+}
+
 std::string PercorsoHost(const std::string& winPath, int* err) {
   Imposta(err, kNessunErrore);
   if (winPath.empty()) {
