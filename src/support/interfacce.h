@@ -31,6 +31,25 @@ class Messaggi {
   virtual void Critico(const std::string& testo) = 0;
 };
 
+// The modal folder dialog as its callers see it: a caption, a start path, shown modally, then the outcome.
+// `ExitValue` is true after OK; `PathDir` is the chosen folder without a closing "\" (a root comes as "C:").
+class DialogoCartella {
+ public:
+  virtual ~DialogoCartella() = default;
+  virtual void ImpostaTitolo(const std::string& titolo) = 0;
+  virtual void ImpostaValori(const std::string& percorso) = 0;
+  virtual void MostraModale() = 0;
+  virtual bool ExitValue() const = 0;
+  virtual std::string PathDir() const = 0;
+};
+
+// One turn of the event loop, so that a long operation lets the window repaint and take clicks.
+class CicloEventi {
+ public:
+  virtual ~CicloEventi() = default;
+  virtual void UnTurno() = 0;
+};
+
 // A caption and a bar that show nothing, for callers without a window.
 class DidascaliaMuta : public Didascalia {
  public:
@@ -40,6 +59,11 @@ class DidascaliaMuta : public Didascalia {
 
  private:
   std::string testo_;
+};
+
+class CicloMuto : public CicloEventi {
+ public:
+  void UnTurno() override {}
 };
 
 class BarraMuta : public BarraProgresso {

@@ -1,0 +1,27 @@
+// The main window as the operations see it, without a toolkit: the two folder labels, which are the only
+// place the two folders live, the status line and progress bar of a check run, its message boxes, the
+// folder dialog, one turn of the event loop, and closing the window (which ends the program).
+#pragma once
+
+#include <functional>
+
+#include "formats/info_header.h"
+#include "support/interfacce.h"
+
+namespace collection {
+
+struct Principale {
+  support::Didascalia& Label_DirORDL;
+  support::Didascalia& Label_NomeTrle;
+  support::Didascalia& Label_Info;
+  support::BarraProgresso& ProgressBar1;
+  support::Messaggi& Messaggi;
+  support::DialogoCartella& Dialog_GetDir;
+  support::CicloEventi& Eventi;
+  // Closes the main window; the program ends with it.
+  std::function<void()> Chiudi;
+  // The machine as found at start-up; a check run starts from this record, never from a snapshot's copy.
+  formats::InfoHeader InfoHeader;
+};
+
+}  // namespace collection
