@@ -22,6 +22,8 @@ struct Principale {
   std::function<void()> Chiudi;
   // The machine as found at start-up; a check run starts from this record, never from a snapshot's copy.
   formats::InfoHeader InfoHeader;
+  // A check run is under way: clicks on "Start check", "Change" and "Close" that arrive meanwhile are ignored.
+  bool ControlloInCorso = false;
 };
 
 }  // namespace collection
