@@ -21,6 +21,17 @@ void MessaggiConsole::Critico(const std::string& testo) {
   std::fwrite(riga.data(), 1, riga.size(), stderr);
 }
 
+void DialogoCartellaConsole::MostraModale() {
+  if (risposte_.empty()) {
+    exit_ = false;
+    pathDir_.clear();
+    return;
+  }
+  exit_ = true;
+  pathDir_ = risposte_.front();
+  risposte_.erase(risposte_.begin());
+}
+
 std::string ArgomentoPercorso(const std::string& argomento) {
 #ifdef _WIN32
   return argomento;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "support/interfacce.h"
 
@@ -15,6 +16,26 @@ class MessaggiConsole : public support::Messaggi {
 
  private:
   bool critico_ = false;
+};
+
+// The folder dialog without a window: each showing takes the next queued folder as the user's OK; with none
+// queued it is cancelled, so a prompt never waits for anyone.
+class DialogoCartellaConsole : public support::DialogoCartella {
+ public:
+  void Accoda(const std::string& cartella) { risposte_.push_back(cartella); }
+  void ImpostaTitolo(const std::string&) override {}
+  void ImpostaValori(const std::string& percorso) override {
+    exit_ = false;
+    pathDir_ = percorso;
+  }
+  void MostraModale() override;
+  bool ExitValue() const override { return exit_; }
+  std::string PathDir() const override { return pathDir_; }
+
+ private:
+  std::vector<std::string> risposte_;
+  bool exit_ = false;
+  std::string pathDir_;
 };
 
 // A command-line argument as a Windows path: an absolute host path is turned into the Windows path that

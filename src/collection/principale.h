@@ -4,8 +4,10 @@
 #pragma once
 
 #include <functional>
+#include <string>
 
 #include "formats/info_header.h"
+#include "host/machine.h"
 #include "support/interfacce.h"
 
 namespace collection {
@@ -22,6 +24,8 @@ struct Principale {
   std::function<void()> Chiudi;
   // The machine as found at start-up; a check run starts from this record, never from a snapshot's copy.
   formats::InfoHeader InfoHeader;
+  // The folder of the running program, where the working files of a check run are made.
+  std::string CartellaProgramma = host::CartellaProgramma();
   // A check run is under way: clicks on "Start check", "Change" and "Close" that arrive meanwhile are ignored.
   bool ControlloInCorso = false;
 };

@@ -1,0 +1,12 @@
+// A complete sample machine as a Wine prefix: both installations, their registry entries, an archive with
+// levels, and a backup folder, for trying the program end to end without a real installation.
+#pragma once
+
+#include <string>
+
+namespace cli {
+
+// Writes the prefix into the host folder `cartella` (made if missing). False, with the reason, on failure.
+bool CreaMacchinaDemo(const std::string& cartella, std::string* errore);
+
+}  // namespace cli
