@@ -21,6 +21,11 @@ int Uso(const std::string& motivo) {
       "  unpack SNAPSHOT FOLDER    unpack a snapshot into an existing folder and print its table\n"
       "  version FILE              print the version text of an executable\n"
       "  find-exe NAME             print where an executable is installed\n"
+      "  discover                  print the editor folder and the Ordelio folder found at start\n"
+      "  sample FOLDER             write backup_trle.le of the folder into the program folder\n"
+      "  check [TRLE ORDL]         find both installations (or take these), run the check, write the "
+      "snapshot\n"
+      "  demo DIR                  make a sample machine in DIR and run the check on it\n"
       "Paths are Windows paths (C:\\Giochi\\Trle) or absolute host paths.\n",
       stderr);
   return 2;
@@ -43,10 +48,10 @@ int main(int argc, char** argv) {
     const char* nome;
     int (*esegui)(const cli::Argomenti&, cli::MessaggiConsole&);
   };
-  static constexpr Verbo kVerbi[] = {{"pack", cli::VerboPack},
-                                     {"unpack", cli::VerboUnpack},
-                                     {"version", cli::VerboVersion},
-                                     {"find-exe", cli::VerboFindExe}};
+  static constexpr Verbo kVerbi[] = {{"pack", cli::VerboPack},         {"unpack", cli::VerboUnpack},
+                                     {"version", cli::VerboVersion},   {"find-exe", cli::VerboFindExe},
+                                     {"discover", cli::VerboDiscover}, {"sample", cli::VerboSample},
+                                     {"check", cli::VerboCheck},       {"demo", cli::VerboDemo}};
   for (const auto& v : kVerbi)
     if (verbo == v.nome) return v.esegui(args, msg);
   return cli::Uso("unknown verb: " + verbo);

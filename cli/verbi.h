@@ -17,5 +17,9 @@ int VerboPack(const Argomenti& args, MessaggiConsole& msg);
 int VerboUnpack(const Argomenti& args, MessaggiConsole& msg);
 int VerboVersion(const Argomenti& args, MessaggiConsole& msg);
 int VerboFindExe(const Argomenti& args, MessaggiConsole& msg);
+int VerboDiscover(const Argomenti& args, MessaggiConsole& msg);
+int VerboSample(const Argomenti& args, MessaggiConsole& msg);
+int VerboCheck(const Argomenti& args, MessaggiConsole& msg);
+int VerboDemo(const Argomenti& args, MessaggiConsole& msg);
 
 }  // namespace cli

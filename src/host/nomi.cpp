@@ -74,6 +74,10 @@ bool CorrispondeModello(std::string_view modello, std::string_view nome) {
   return false;
 }
 
+bool AmmessoDaMaschera(int attributi, int mask) {
+  return (attributi & (2 | 4 | 16) & ~mask) == 0;
+}
+
 bool NomeDispositivo(std::string_view nome) {
   std::string_view base = nome.substr(0, nome.find('.'));
   while (!base.empty() && base.back() == ' ') base.remove_suffix(1);

@@ -15,6 +15,10 @@ bool HaJolly(std::string_view s);
 // and a pattern ending in "." takes names without an extension, as the platform's enumeration does.
 bool CorrispondeModello(std::string_view modello, std::string_view nome);
 
+// Whether an enumeration with `mask` returns an entry with these attributes: plain and read-only files
+// always, hidden (2), system (4) and folders (16) only when the mask asks for them.
+bool AmmessoDaMaschera(int attributi, int mask);
+
 // CON, PRN, AUX, NUL, COM1-9, LPT1-9, with or without an extension.
 bool NomeDispositivo(std::string_view nome);
 

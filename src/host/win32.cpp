@@ -98,7 +98,7 @@ std::string SenzaBarraFinale(std::string p) {
 }
 
 bool Ammesso(DWORD attr, int mask) {
-  return (static_cast<int>(attr) & (kAttrHidden | kAttrSystem | kAttrDirectory) & ~mask) == 0;
+  return AmmessoDaMaschera(static_cast<int>(attr), mask);
 }
 
 // For calls that answer with the length they wrote, or with the size they need when the buffer is short.

@@ -17,6 +17,7 @@
 #include <utility>
 #include <vector>
 
+#include "host/attributi_wine.h"
 #include "host/machine.h"
 #include "host/nomi.h"
 #include "host/registro_file.h"
@@ -223,35 +224,6 @@ std::optional<Risolto> Risolvi(const std::string& winPath, int* err) {
   return r;
 }
 
-bool MostraPuntiFile() {
-  Stato& s = S();
-  if (!s.mostraPuntiFile) {
-    Prepara();
-    const std::string v =
-        LeggiValoreRegistroTesto(s.prefisso + "/user.reg", "Software\\Wine", "ShowDotFiles");
-    s.mostraPuntiFile = !v.empty() && std::string("yYtT1").find(v[0]) != std::string::npos;
-  }
-  return *s.mostraPuntiFile;
-}
-
-int AttributiDi(const std::string& hostPath, const struct stat& st, const std::string& nomeWin) {
-  int a = S_ISDIR(st.st_mode) ? kAttrDirectory : kAttrArchive;
-  if (!(st.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH))) a |= kAttrReadOnly;
-  char buf[64];
-  const ssize_t n = ::getxattr(hostPath.c_str(), "user.DOSATTRIB", buf, sizeof buf - 1);
-  if (n > 2 && buf[0] == '0' && (buf[1] == 'x' || buf[1] == 'X')) {
-    buf[n] = '\0';
-    a |= static_cast<int>(std::strtoul(buf + 2, nullptr, 16)) & (kAttrHidden | kAttrSystem);
-  } else if (nomeWin.size() > 1 && nomeWin[0] == '.' && nomeWin != ".." && !MostraPuntiFile()) {
-    a |= kAttrHidden;
-  }
-  return a;
-}
-
-bool Ammesso(int attr, int mask) {
-  return (attr & (kAttrHidden | kAttrSystem | kAttrDirectory) & ~mask) == 0;
-}
-
 void SeparaUltimo(const std::string& p, std::string* cartella, std::string* nome) {
   const std::size_t k = p.find_last_of("\\/");
   if (k != std::string::npos) {
@@ -267,6 +239,31 @@ void SeparaUltimo(const std::string& p, std::string* cartella, std::string* nome
 }
 
 }  // namespace
+
+bool MostraPuntiFile() {
+  Stato& s = S();
+  if (!s.mostraPuntiFile) {
+    Prepara();
+    const std::string v =
+        LeggiValoreRegistroTesto(s.prefisso + "/user.reg", "Software\\Wine", "ShowDotFiles");
+    s.mostraPuntiFile = !v.empty() && std::string("yYtT1").find(v[0]) != std::string::npos;
+  }
+  return *s.mostraPuntiFile;
+}
+
+int AttributiWine(const std::string& hostPath, const struct stat& st, const std::string& nomeWin) {
+  int a = S_ISDIR(st.st_mode) ? kAttrDirectory : kAttrArchive;
+  if (!(st.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH))) a |= kAttrReadOnly;
+  char buf[64];
+  const ssize_t n = ::getxattr(hostPath.c_str(), "user.DOSATTRIB", buf, sizeof buf - 1);
+  if (n > 2 && buf[0] == '0' && (buf[1] == 'x' || buf[1] == 'X')) {
+    buf[n] = '\0';
+    a |= static_cast<int>(std::strtoul(buf + 2, nullptr, 16)) & (kAttrHidden | kAttrSystem);
+  } else if (nomeWin.size() > 1 && nomeWin[0] == '.' && nomeWin != ".." && !MostraPuntiFile()) {
+    a |= kAttrHidden;
+  }
+  return a;
+}
 
 void UsaPrefisso(const std::string& hostFolder) {
   Stato& s = S();
@@ -366,7 +363,7 @@ std::string DirPrimo(const std::string& pattern, int mask, int* err) {
     const std::string pieno = (base == "/" ? std::string() : base) + "/" + nomeHost;
     struct stat st {};
     if (::stat(pieno.c_str(), &st) != 0 && ::lstat(pieno.c_str(), &st) != 0) return;
-    if (Ammesso(AttributiDi(pieno, st, nomeWin), mask)) s.elenco.push_back(nomeWin);
+    if (AmmessoDaMaschera(AttributiWine(pieno, st, nomeWin), mask)) s.elenco.push_back(nomeWin);
   };
 
   if (!contenuto && !HaJolly(modello)) {
@@ -427,7 +424,7 @@ int LeggiAttributi(const std::string& path, int* err) {
   }
   std::string cartella, nome;
   SeparaUltimo(p, &cartella, &nome);
-  return AttributiDi(r->host, st, nome);
+  return AttributiWine(r->host, st, nome);
 }
 
 bool ImpostaAttributi(const std::string& path, int attr, int* err) {
@@ -555,7 +552,7 @@ File File::ApriScrittura(const std::string& winPath, int* err) {
     // Replacing a file needs it writable, visible and not a folder, as on the platform.
     std::string cartella, nome;
     SeparaUltimo(winPath, &cartella, &nome);
-    const int a = AttributiDi(r->host, st, nome);
+    const int a = AttributiWine(r->host, st, nome);
     if (a & (kAttrDirectory | kAttrReadOnly | kAttrHidden | kAttrSystem)) {
       Imposta(err, kErrPathFileAccess);
       return f;

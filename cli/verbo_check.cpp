@@ -1,0 +1,73 @@
+// The check run and the demo machine from the command line.
+#include <cstdlib>
+#include <filesystem>
+
+#include "collection/controllo.h"
+#include "collection/scoperta.h"
+#include "collection/selezione.h"
+#include "collection/snapshot.h"
+#include "formats/preferenze.h"
+#include "host/machine.h"
+#include "macchina_demo.h"
+#include "support/files.h"
+#include "verbi.h"
+
+namespace cli {
+namespace {
+
+// Discovery, then the folders given as if chosen with the "Change" buttons,
+// then "Start check". Exit 1 when a critical message was shown or the run ended
+// in a prompt for a folder.
+int Controlla(const std::string& trle, const std::string& ordl, MessaggiConsole& msg) {
+  support::DidascaliaMuta dirOrdl, nomeTrle, info;
+  support::BarraMuta barra;
+  support::CicloMuto eventi;
+  DialogoCartellaConsole dialogo;
+  bool chiusa = false;
+  collection::Principale p{dirOrdl, nomeTrle, info, barra, msg, dialogo, eventi, [&] { chiusa = true; }, {}};
+  formats::PrefRecord pref;
+  collection::CercaInstallazioni(p, pref);
+  if (!trle.empty()) {
+    dialogo.Accoda(trle);
+    collection::Pul_CambiaTrle_Click(p);
+  }
+  if (!ordl.empty()) {
+    dialogo.Accoda(ordl);
+    collection::Pul_CambiaORDL_Click(p);
+  }
+  collection::Pul_Start_Click(p);
+  return msg.CriticoMostrato() || !chiusa ? 1 : 0;
+}
+
+}  // namespace
+
+int VerboCheck(const Argomenti& args, MessaggiConsole& msg) {
+  if (args.size() != 0 && args.size() != 2) return Uso("check takes no folders or two: TRLE ORDL");
+  return args.empty() ? Controlla({}, {}, msg)
+                      : Controlla(ArgomentoPercorso(args[0]), ArgomentoPercorso(args[1]), msg);
+}
+
+int VerboDemo(const Argomenti& args, MessaggiConsole& msg) {
+  if (args.size() != 1) return Uso("demo needs a folder");
+  std::error_code ec;
+  const std::string cartella = std::filesystem::absolute(args[0], ec).lexically_normal().string();
+  std::string errore;
+  if (ec || !CreaMacchinaDemo(cartella, &errore)) {
+    msg.Critico(errore.empty() ? "cannot use " + args[0] : errore);
+    return 1;
+  }
+  const int esito = Controlla({}, {}, msg);
+  if (esito != 0) return esito;
+  // What the supporter will see of it: the snapshot unpacked, its table.
+  support::CreaCartella("C:\\Dati");
+  collection::ContenutoSnapshot contenuto;
+  if (!collection::EstraiSnapshot(collection::kNomeSnapshot, "C:\\Dati", contenuto)) {
+    msg.Critico("Errrore estraendo file");
+    return 1;
+  }
+  for (std::int32_t i = 0; i < contenuto.Numero; ++i)
+    ScriviByte(contenuto.Nomi[i] + "\t" + std::to_string(contenuto.Dimensioni[i]) + "\n");
+  return 0;
+}
+
+}  // namespace cli

@@ -1,0 +1,133 @@
+#include "collection/controllo.h"
+
+#include "collection/scansione.h"
+#include "collection/selezione.h"
+#include "collection/snapshot.h"
+#include "formats/archivio.h"
+#include "formats/preferenze.h"
+#include "host/machine.h"
+#include "support/files.h"
+#include "support/valori.h"
+#include "support/versioni.h"
+
+#ifndef CHECKORDL_SUPPORT_EMAIL
+#define CHECKORDL_SUPPORT_EMAIL "support@example.invalid"
+#endif
+
+namespace collection {
+namespace {
+
+// Blanks off both ends, and nothing else: a field padded with NULs keeps them.
+std::string Trim(const std::string& s) {
+  const std::size_t a = s.find_first_not_of(' ');
+  if (a == std::string::npos) return {};
+  return s.substr(a, s.find_last_not_of(' ') - a + 1);
+}
+
+// The run is one pass from the first step to the closing of the window; clicks that arrive meanwhile
+// (the folder scan gives the event loop its turns) must not start a second one.
+struct InCorso {
+  explicit InCorso(bool& flag) : flag_(flag) { flag_ = true; }
+  ~InCorso() { flag_ = false; }
+  InCorso(const InCorso&) = delete;
+  InCorso& operator=(const InCorso&) = delete;
+  bool& flag_;
+};
+
+}  // namespace
+
+std::string IndirizzoSupporto() {
+  return CHECKORDL_SUPPORT_EMAIL;
+}
+
+void AggiungiMembro(MembriSnapshot& m, const std::string& percorso) {
+  m.Membri.push_back(percorso);
+  ++m.NumeroMembri;
+}
+
+void Pul_Start_Click(Principale& p) {
+  if (p.ControlloInCorso) return;
+  const std::string cartellaTrle = p.Label_NomeTrle.Testo();
+  if (cartellaTrle.empty()) {
+    p.Messaggi.Semplice("Please select folder where is installated the program Tomb Raider Level Editor");
+    Pul_CambiaTrle_Click(p);
+    return;
+  }
+  const std::string cartellaOrdl = p.Label_DirORDL.Testo();
+  if (cartellaOrdl.empty()) {
+    p.Messaggi.Semplice("Please select folder where is installated the program Ordelio");
+    Pul_CambiaORDL_Click(p);
+    return;
+  }
+  InCorso guardia(p.ControlloInCorso);
+
+  // Always the record of start-up: a header loaded from a snapshot for a report never reaches a run.
+  formats::InfoHeader header = p.InfoHeader;
+  MembriSnapshot membri;
+  std::string cartellaArchivio;
+  const std::string& programma = p.CartellaProgramma;
+  const std::string fileInfo = programma + "\\Infofile.bin";
+  AggiungiMembro(membri, fileInfo);
+
+  const std::string prf = cartellaOrdl + "\\ordelio.prf";
+  if (!support::FileExists(prf)) {
+    header.FlagErrori |= formats::kMancaOrdelioPrf;
+  } else {
+    AggiungiMembro(membri, prf);
+    formats::PrefRecord pref;
+    const bool letto = formats::LeggiPreferenze(prf, &pref);
+    const std::string archivio = letto ? Trim(pref.PathArchivio.Testo()) : std::string();
+    AggiungiMembro(membri, archivio);
+    if (!support::FileExists(archivio)) {
+      header.FlagErrori |= formats::kMancaArchivioQlv;
+    } else if (formats::ArchivioHeader ah; formats::LeggiArchivioHeader(archivio, &ah)) {
+      cartellaArchivio = Trim(ah.SecondaryDir.Testo());
+    }
+  }
+
+  const std::string exe = cartellaOrdl + "\\ordl2009.exe";
+  if (!support::FileExists(exe))
+    header.FlagErrori |= formats::kMancaOrdl2009Exe;
+  else
+    header.VersioneOrdelio.Assegna(support::GetFileVersion(exe));
+
+  const auto elenca = [&](const char* nome, const std::string& cartella) {
+    const std::string file = programma + nome;
+    if (CreaElencoFile(file, cartella, p)) AggiungiMembro(membri, file);
+  };
+  if (!cartellaArchivio.empty()) elenca("\\DirArc.el", cartellaArchivio);
+  elenca("\\TRLE.el", cartellaTrle);
+  elenca("\\ORDL.el", cartellaOrdl);
+
+  const std::string ordeio = cartellaTrle + "\\ordeio.txt";
+  if (support::FileExists(ordeio))
+    AggiungiMembro(membri, ordeio);
+  else
+    header.FlagErrori |= formats::kMancaOrdeioTxt;
+  const std::string script = cartellaTrle + "\\script.dat";
+  if (support::FileExists(script))
+    AggiungiMembro(membri, script);
+  else
+    header.FlagErrori |= formats::kMancaScriptDat;
+
+  if (!formats::ScriviInfoHeader(fileInfo, header)) {
+    p.Messaggi.Critico("ERROR: I cann't write in current folder: " + programma);
+    p.Chiudi();
+    return;
+  }
+
+  if (!SalvaSnapshot(kNomeSnapshot, membri.Membri, membri.NumeroMembri, p.Label_Info, p.ProgressBar1)) {
+    p.Messaggi.Critico(std::string("Error saving ") + kNomeSnapshot);
+  } else {
+    int err = 0;
+    const auto lunghezza = static_cast<double>(host::LunghezzaFile(kNomeSnapshot, &err));
+    p.Messaggi.Semplice(std::string("Scanning is complete\r\n") + "Now you should send following file:\r\n" +
+                        kNomeSnapshot + " (" + support::FormattaDimensione(err ? 0 : lunghezza) + ")\r\n" +
+                        "via email to: " + IndirizzoSupporto());
+  }
+  for (const char* nome : {"\\ordl.el", "\\trle.el", "\\dirarc.el", "\\infofile.bin"})
+    support::CancellaFile(programma + nome);
+  p.Chiudi();
+}
+
+}  // namespace collection

@@ -1,0 +1,38 @@
+#!/usr/bin/env bash
+# The check run from the headless tool on demo machines: found folders, folders given as if chosen with
+# "Change", a refused folder, and an empty folder that ends in its prompt.
+set -euo pipefail
+cli=$1
+t=$(mktemp -d)
+trap 'rm -rf "$t"' EXIT
+fail() { echo "FAIL: $*" >&2; exit 1; }
+cp "$cli" "$t/checkordl-cli"
+cli=$t/checkordl-cli
+export WINEPREFIX=$t/p
+
+"$cli" demo "$WINEPREFIX" > "$t/tabella" 2> "$t/err" || fail "demo: $(cat "$t/err")"
+[ "$(wc -l < "$t/tabella")" = 8 ] || fail "demo table: $(cat "$t/tabella")"
+grep -q '^plain: Scanning is complete' "$t/err" || fail "closing message"
+[ -z "$(ls "$t" | grep -iE '\.el$|infofile')" ] || fail "working files left: $(ls "$t")"
+
+# Given folders: the Ordelio folder copied elsewhere is taken, a folder that is no editor folder is refused
+# and the discovered one stays.
+cp -r "$WINEPREFIX/drive_c/Ordelio" "$WINEPREFIX/drive_c/Copia"
+rm "$WINEPREFIX/drive_c/INFO_ORDL.BIN"
+set +e
+"$cli" check 'C:\Copia' 'C:\Copia' 2> "$t/err"; rc=$?
+set -e
+[ $rc = 1 ] || fail "refused folder exit $rc"
+grep -qF 'critical: This is not a correct Level Editor folder: C:\Copia' "$t/err" || fail "refusal: $(cat "$t/err")"
+[ -f "$WINEPREFIX/drive_c/INFO_ORDL.BIN" ] || fail "no snapshot after a refused folder"
+"$cli" unpack 'C:\INFO_ORDL.BIN' "$t" | grep -qF 'C:\Copia\ordelio.prf' || fail "chosen Ordelio folder not used"
+
+# Nothing found: the prompt for the editor folder, no dialog, exit 1, no snapshot.
+rm "$WINEPREFIX/system.reg" "$WINEPREFIX/drive_c/INFO_ORDL.BIN"
+set +e
+err=$("$cli" check 2>&1 >/dev/null); rc=$?
+set -e
+[ $rc = 1 ] || fail "empty folder exit $rc"
+[ "$err" = "plain: Please select folder where is installated the program Tomb Raider Level Editor" ] || fail "prompt: $err"
+[ ! -e "$WINEPREFIX/drive_c/INFO_ORDL.BIN" ] || fail "snapshot after a prompt"
+echo "cli check: ok"

@@ -1,0 +1,231 @@
+#include "collection/controllo.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <functional>
+#include <map>
+
+#include "collection/selezione.h"
+#include "collection/snapshot.h"
+#include "finestra_prova.h"
+#include "formats/archivio.h"
+#include "formats/info_header.h"
+#include "formats/preferenze.h"
+#include "macchina_prova.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using V = std::vector<std::string>;
+
+// Both installations complete, the archive naming a level folder; the program folder is C:\Prog.
+struct Installazioni {
+  MacchinaProva m;
+  FinestraProva f;
+
+  Installazioni() {
+    const std::string exe = std::string(CHECKORDL_DATI_PROVA) + "/versione/prova.exe";
+    MacchinaProva::ScriviHost(m.C("Trle/tomb4.exe"), "MZ");
+    MacchinaProva::ScriviHost(m.C("Trle/data/title.tr4"), std::string(100, 't'));
+    MacchinaProva::ScriviHost(m.C("Trle/script.dat"), std::string(60, 's'));
+    MacchinaProva::ScriviHost(m.C("Trle/ordeio.txt"), "ordeio");
+    MacchinaProva::ScriviHost(m.C("Ordl/ordl2009.exe"), MacchinaProva::LeggiHost(exe));
+    Preferenze("C:\\Ordl\\archivio.qlv");
+    formats::ArchivioHeader h;
+    h.SecondaryDir.Assegna("  C:\\Livelli  ");
+    MacchinaProva::ScriviHost(m.C("Ordl/archivio.qlv"), formats::CodificaArchivioHeader(h));
+    MacchinaProva::ScriviHost(m.C("Livelli/uno/a.tr4"), "a");
+    fs::create_directories(m.C("Prog"));
+    f.principale.CartellaProgramma = "C:\\Prog";
+    f.nomeTrle.testo = "C:\\Trle";
+    f.dirOrdl.testo = "C:\\Ordl";
+    f.principale.InfoHeader.StartFolderTrle.Assegna("C:\\Trle");
+  }
+  void Preferenze(const std::string& pathArchivio) {
+    formats::PrefRecord p;
+    p.PathArchivio.Assegna(pathArchivio);
+    MacchinaProva::ScriviHost(m.C("Ordl/ordelio.prf"), formats::CodificaPreferenze(p));
+  }
+  // Runs the check and gives the snapshot's member names with the header it carries.
+  V Esegui(formats::InfoHeader* h = nullptr) {
+    collection::Pul_Start_Click(f.principale);
+    collection::ContenutoSnapshot c;
+    fs::create_directories(m.C("Dati"));
+    if (!collection::EstraiSnapshot(collection::kNomeSnapshot, "C:\\Dati", c)) return {"no snapshot"};
+    if (h) *h = formats::DecodificaInfoHeader(MacchinaProva::LeggiHost(m.C("Dati/Infofile.bin")));
+    return c.Nomi;
+  }
+};
+
+const V kCompleti = {"C:\\Prog\\Infofile.bin", "C:\\Ordl\\ordelio.prf", "C:\\Ordl\\archivio.qlv",
+                     "C:\\Prog\\DirArc.el",    "C:\\Prog\\TRLE.el",     "C:\\Prog\\ORDL.el",
+                     "C:\\Trle\\ordeio.txt",   "C:\\Trle\\script.dat"};
+
+TEST(Controllo, InstallazioniComplete) {
+  Installazioni i;
+  formats::InfoHeader h;
+  EXPECT_EQ(i.Esegui(&h), kCompleti);
+  EXPECT_EQ(h.FlagErrori, 0);
+  EXPECT_EQ(h.VersioneOrdelio.Testo(), "1, 0, 0, 5" + std::string(246, ' '));
+  EXPECT_EQ(h.StartFolderTrle.Testo().substr(0, 7), "C:\\Trle");
+  ASSERT_EQ(i.f.messaggi.tutti.size(), 1u);
+  EXPECT_TRUE(i.f.messaggi.tutti[0].starts_with(
+      "plain: Scanning is complete\r\nNow you should send following file:\r\nC:\\INFO_ORDL.BIN ("));
+  EXPECT_TRUE(i.f.messaggi.tutti[0].ends_with(")\r\nvia email to: " + collection::IndirizzoSupporto()));
+  EXPECT_EQ(i.f.chiusure, 1);
+  // The working files are gone; the archive's folder was listed.
+  EXPECT_TRUE(fs::is_empty(i.m.C("Prog")));
+  EXPECT_TRUE(MacchinaProva::EsisteHost(i.m.C("Dati/DirArc.el")));
+}
+
+TEST(Controllo, FileMancantiEBit) {
+  struct Caso {
+    const char* caso;
+    std::function<void(Installazioni&)> prepara;
+    std::int32_t flag;
+    V membri;
+  };
+  const Caso casi[] = {
+      {"no ordelio.prf",
+       [](Installazioni& i) { fs::remove(i.m.C("Ordl/ordelio.prf")); },
+       0x001,
+       {kCompleti[0], kCompleti[4], kCompleti[5], kCompleti[6], kCompleti[7]}},
+      {"blank archive path",
+       [](Installazioni& i) { i.Preferenze(""); },
+       0x002,
+       {kCompleti[0], kCompleti[1], kCompleti[4], kCompleti[5], kCompleti[6], kCompleti[7]}},
+      {"archive missing",
+       [](Installazioni& i) { fs::remove(i.m.C("Ordl/archivio.qlv")); },
+       0x002,
+       {kCompleti[0], kCompleti[1], kCompleti[4], kCompleti[5], kCompleti[6], kCompleti[7]}},
+      {"no ordl2009.exe", [](Installazioni& i) { fs::remove(i.m.C("Ordl/ordl2009.exe")); }, 0x040, kCompleti},
+      {"ordeio.txt only in the Ordelio folder",
+       [](Installazioni& i) { fs::rename(i.m.C("Trle/ordeio.txt"), i.m.C("Ordl/ordeio.txt")); },
+       0x080,
+       {kCompleti[0], kCompleti[1], kCompleti[2], kCompleti[3], kCompleti[4], kCompleti[5], kCompleti[7]}},
+      {"no script.dat",
+       [](Installazioni& i) { fs::remove(i.m.C("Trle/script.dat")); },
+       0x100,
+       {kCompleti.begin(), kCompleti.end() - 1}},
+      {"archive folder blank",
+       [](Installazioni& i) {
+         MacchinaProva::ScriviHost(i.m.C("Ordl/archivio.qlv"), formats::CodificaArchivioHeader({}));
+       },
+       0,
+       {kCompleti[0], kCompleti[1], kCompleti[2], kCompleti[4], kCompleti[5], kCompleti[6], kCompleti[7]}},
+  };
+  for (const auto& c : casi) {
+    Installazioni i;
+    c.prepara(i);
+    formats::InfoHeader h;
+    const V membri = i.Esegui(&h);
+    EXPECT_EQ(membri, c.membri) << c.caso;
+    EXPECT_EQ(h.FlagErrori, c.flag) << c.caso;
+    if (c.flag == 0x040) {
+      EXPECT_EQ(h.VersioneOrdelio.Testo(), std::string(256, '\0'));
+    }
+    EXPECT_TRUE(fs::is_empty(i.m.C("Prog"))) << c.caso;
+  }
+}
+
+TEST(Controllo, CartelleVuoteChiedonoEFermano) {
+  Installazioni i;
+  i.f.nomeTrle.testo.clear();
+  i.f.dialogo.Rispondi(false, "");
+  collection::Pul_Start_Click(i.f.principale);
+  EXPECT_EQ(i.f.messaggi.tutti,
+            V{"plain: Please select folder where is installated the program Tomb Raider Level Editor"});
+  EXPECT_EQ(i.f.dialogo.titoli, V{"Select TRLE folder"});
+  EXPECT_EQ(i.f.chiusure, 0);
+  EXPECT_FALSE(MacchinaProva::EsisteHost(i.m.C("INFO_ORDL.BIN")));
+
+  i.f.nomeTrle.testo = "C:\\Trle";
+  i.f.dirOrdl.testo.clear();
+  i.f.dialogo.Rispondi(false, "");
+  collection::Pul_Start_Click(i.f.principale);
+  EXPECT_EQ(i.f.messaggi.tutti.back(),
+            "plain: Please select folder where is installated the program Ordelio");
+  EXPECT_EQ(i.f.chiusure, 0);
+}
+
+TEST(Controllo, CartellaDelProgrammaOCNonScrivibili) {
+  {
+    Installazioni i;
+    i.f.principale.CartellaProgramma = "C:\\Manca";
+    collection::Pul_Start_Click(i.f.principale);
+    EXPECT_EQ(i.f.messaggi.tutti, V{"critical: ERROR: I cann't write in current folder: C:\\Manca"});
+    EXPECT_EQ(i.f.chiusure, 1);
+    EXPECT_FALSE(MacchinaProva::EsisteHost(i.m.C("INFO_ORDL.BIN")));
+  }
+  {
+    Installazioni i;
+    fs::create_directories(i.m.C("INFO_ORDL.BIN"));  // the snapshot's name is taken by a folder
+    collection::Pul_Start_Click(i.f.principale);
+    EXPECT_EQ(i.f.messaggi.tutti, V{"critical: Error saving C:\\INFO_ORDL.BIN"});
+    EXPECT_EQ(i.f.chiusure, 1);
+    EXPECT_TRUE(fs::is_empty(i.m.C("Prog")));
+  }
+}
+
+// Everything below the two installation folders, names and bytes.
+std::map<std::string, std::string> Impronta(const std::string& radice) {
+  std::map<std::string, std::string> tutto;
+  for (const auto& e : fs::recursive_directory_iterator(radice))
+    tutto[e.path().string()] = e.is_regular_file() ? MacchinaProva::LeggiHost(e.path().string()) : "<dir>";
+  return tutto;
+}
+
+TEST(Controllo, LeInstallazioniRestanoIntatte) {
+  Installazioni i;
+  MacchinaProva::ScriviHost(i.m.C("INFO_ORDL.BIN"), "an older snapshot");
+  const auto trle = Impronta(i.m.C("Trle")), ordl = Impronta(i.m.C("Ordl")), liv = Impronta(i.m.C("Livelli"));
+  EXPECT_EQ(i.Esegui(), kCompleti);
+  EXPECT_EQ(Impronta(i.m.C("Trle")), trle);
+  EXPECT_EQ(Impronta(i.m.C("Ordl")), ordl);
+  EXPECT_EQ(Impronta(i.m.C("Livelli")), liv);
+}
+
+}  // namespace
+
+namespace {
+
+// The scan gives the event loop its turns: clicks delivered then must not start anything.
+class CicloConClic : public support::CicloEventi {
+ public:
+  explicit CicloConClic(collection::Principale*& p) : p_(p) {}
+  void UnTurno() override {
+    if (!p_) return;
+    collection::Pul_Start_Click(*p_);
+    collection::Pul_CambiaTrle_Click(*p_);
+    ++turni;
+  }
+  int turni = 0;
+
+ private:
+  collection::Principale*& p_;
+};
+
+TEST(Controllo, ClicDuranteLaScansioneIgnorati) {
+  Installazioni i;
+  collection::Principale* p = nullptr;
+  CicloConClic eventi(p);
+  collection::Principale principale{i.f.dirOrdl,
+                                    i.f.nomeTrle,
+                                    i.f.info,
+                                    i.f.barra,
+                                    i.f.messaggi,
+                                    i.f.dialogo,
+                                    eventi,
+                                    [&] { ++i.f.chiusure; },
+                                    {}};
+  principale.CartellaProgramma = "C:\\Prog";
+  p = &principale;
+  collection::Pul_Start_Click(principale);
+  EXPECT_GT(eventi.turni, 0);
+  EXPECT_EQ(i.f.dialogo.mostrato, 0);
+  EXPECT_EQ(i.f.chiusure, 1);
+  EXPECT_EQ(i.f.messaggi.tutti.size(), 1u);
+}
+
+}  // namespace

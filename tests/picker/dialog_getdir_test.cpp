@@ -1,0 +1,260 @@
+#include "picker/dialog_getdir.h"
+
+#include <unistd.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "finestra_prova.h"
+#include "macchina_prova.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using picker::Dialog_GetDir;
+
+std::vector<std::string> Ordinati(std::vector<std::string> v) {
+  std::sort(v.begin(), v.end());
+  return v;
+}
+
+// The test machine with C:\Corrente as the process's current folder and a few folders to walk.
+class PickerTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    for (const char* c : {"Corrente", "Giochi/Alfa", "Giochi/Beta"}) fs::create_directories(m_.C(c));
+    MacchinaProva::ScriviHost(m_.C("Giochi/f.txt"), "x");
+    prima_ = fs::current_path();
+    fs::current_path(m_.C("Corrente"));
+    picker::Carica(d_);
+  }
+  void TearDown() override { fs::current_path(prima_); }
+
+  MacchinaProva m_;
+  fs::path prima_;
+  MessaggiProva msg_;
+  Dialog_GetDir d_{msg_};
+};
+
+TEST_F(PickerTest, PercorsoDiPartenza) {
+  struct Caso {
+    std::string percorso, path, testo, pathDir;
+  };
+  const Caso casi[] = {
+      {"", "C:\\Corrente", "C:\\Corrente", ""},
+      {"C:\\Giochi", "C:\\Giochi", "C:\\Giochi", "C:\\Giochi"},
+      // The text box shows the start path as given; the list holds it without the closing backslash.
+      {"c:\\giochi\\", "c:\\giochi", "c:\\giochi\\", "c:\\giochi\\"},
+      {"C:\\", "C:\\", "C:\\", "C:\\"},
+      // Not reported: the dialog opens on the current folder, which it then also gives as PathDir.
+      {"Q:\\Giochi", "C:\\Corrente", "C:\\Corrente", "C:\\Corrente"},
+      {"D:\\Giochi", "C:\\Corrente", "C:\\Corrente", "C:\\Corrente"},
+      {"C:\\Manca", "C:\\Corrente", "C:\\Corrente", "C:\\Corrente"},
+      {"C:\\Giochi\\f.txt", "C:\\Corrente", "C:\\Corrente", "C:\\Corrente"},
+      // Without a drive the drive list already turns to the current folder, and PathDir keeps the text.
+      {"Giochi", "C:\\Corrente", "C:\\Corrente", "Giochi"},
+  };
+  for (const auto& c : casi) {
+    SCOPED_TRACE(c.percorso);
+    Dialog_GetDir d{msg_};
+    picker::Carica(d);
+    d.ExitValue = true;
+    picker::ImpostaValori(d, c.percorso);
+    EXPECT_EQ(d.Text_Path, c.testo);
+    EXPECT_EQ(d.Dir1.Path, c.path);
+    EXPECT_EQ(d.PathDir, c.pathDir);
+    EXPECT_FALSE(d.ExitValue);
+    EXPECT_EQ(d.Drive1.Drive, "C:");
+  }
+  EXPECT_TRUE(msg_.tutti.empty());
+}
+
+TEST_F(PickerTest, ElencoDelleCartelle) {
+  // Z: is the host's root, since the test machine names no z: link; D: is there though not ready.
+  EXPECT_EQ(d_.Drive1.elenco, (std::vector<std::string>{"C:", "D:", "Z:"}));
+  EXPECT_EQ(d_.Caption, " Select a folder");
+  picker::ImpostaValori(d_, "C:\\Giochi");
+  // Folders only, without "." and "..".
+  EXPECT_EQ(Ordinati(d_.Dir1.sottocartelle), (std::vector<std::string>{"Alfa", "Beta"}));
+  picker::ImpostaValori(d_, "C:\\");
+  EXPECT_EQ(Ordinati(d_.Dir1.sottocartelle), (std::vector<std::string>{"Corrente", "Giochi"}));
+  // The user opens a folder: the change event shows it.
+  EXPECT_EQ(picker::ImpostaPath(d_, "C:\\Giochi\\Alfa"), 0);
+  EXPECT_EQ(d_.Text_Path, "C:\\Giochi\\Alfa");
+  EXPECT_EQ(picker::ImpostaPath(d_, "C:\\Giochi\\Manca"), 76);
+  EXPECT_EQ(picker::ImpostaPath(d_, "D:\\"), 68);
+  EXPECT_EQ(picker::ImpostaPath(d_, "Q:\\"), 68);
+  EXPECT_EQ(d_.Text_Path, "C:\\Giochi\\Alfa");
+}
+
+TEST_F(PickerTest, OkECancel) {
+  struct Caso {
+    std::string percorso;
+    bool ok;
+    std::string pathDir;
+  };
+  const Caso casi[] = {
+      {"C:\\", true, "C:"},       {"c:\\", true, "c:"},      {"C:\\Giochi\\Alfa", true, "C:\\Giochi\\Alfa"},
+      {"", true, "C:\\Corrente"}, {"C:\\Giochi", false, ""},
+  };
+  for (const auto& c : casi) {
+    SCOPED_TRACE(c.percorso);
+    Dialog_GetDir d{msg_};
+    picker::Carica(d);
+    picker::ImpostaValori(d, c.percorso);
+    c.ok ? picker::OKButton_Click(d) : picker::CancelButton_Click(d);
+    EXPECT_TRUE(d.chiuso);
+    EXPECT_EQ(d.ExitValue, c.ok);
+    EXPECT_EQ(d.PathDir, c.pathDir);
+  }
+  // The frame closes without touching the outcome.
+  picker::ImpostaValori(d_, "C:\\Giochi");
+  picker::ChiudiDallaCornice(d_);
+  EXPECT_TRUE(d_.chiuso);
+  EXPECT_FALSE(d_.ExitValue);
+  EXPECT_EQ(d_.PathDir, "C:\\Giochi");
+}
+
+TEST_F(PickerTest, NuovaCartella) {
+  struct Caso {
+    const char* nome;
+    std::string inizio, testo;
+    std::string messaggio;  // "" when the folder is made
+    std::string nuova;      // the folder shown afterwards
+  };
+  const Caso casi[] = {
+      {"at a root", "C:\\", "Nuova", "", "C:\\Nuova"},
+      {"blanks trimmed", "C:\\Giochi", "  Spazi  ", "", "C:\\Giochi\\Spazi"},
+      {"doubled backslash", "C:\\Giochi", "\\Doppia", "", "C:\\Giochi\\Doppia"},
+      {"no name", "C:\\Giochi", "", "You must write name for new folder, before click on this button",
+       "C:\\Giochi"},
+      {"blanks only", "C:\\Giochi", "   ", "The folder \"C:\\Giochi\\\" is already present", "C:\\Giochi"},
+      {"a file of that name", "C:\\Giochi", "F.TXT", "The folder \"C:\\Giochi\\F.TXT\" is already present",
+       "C:\\Giochi"},
+      {"a folder of that name", "C:\\Giochi", "alfa", "The folder \"C:\\Giochi\\alfa\" is already present",
+       "C:\\Giochi"},
+      {"a missing parent", "C:\\Giochi", "Manca\\Sotto",
+       "The folder \"C:\\Giochi\\Manca\\Sotto\" cannot be created", "C:\\Giochi"},
+  };
+  for (const auto& c : casi) {
+    SCOPED_TRACE(c.nome);
+    MessaggiProva msg;
+    Dialog_GetDir d{msg};
+    picker::Carica(d);
+    picker::ImpostaValori(d, c.inizio);
+    d.Text_PathDir = c.testo;
+    picker::Pul_NuovaCartella_Click(d);
+    EXPECT_EQ(msg.tutti, c.messaggio.empty() ? std::vector<std::string>{}
+                                             : std::vector<std::string>{"critical: " + c.messaggio});
+    EXPECT_EQ(d.Dir1.Path, c.nuova);
+    EXPECT_EQ(d.Text_Path, c.nuova);
+    EXPECT_EQ(d.Text_PathDir, c.testo);
+    EXPECT_FALSE(d.ExitValue);
+    EXPECT_FALSE(d.chiuso);
+    if (c.messaggio.empty()) {
+      EXPECT_TRUE(fs::is_directory(m_.C(c.nuova.substr(3))));
+      EXPECT_EQ(d.PathDir, c.nuova);
+    }
+  }
+}
+
+TEST_F(PickerTest, AnnullareDopoAverCreato) {
+  picker::ImpostaValori(d_, "C:\\Giochi");
+  d_.Text_PathDir = "Nuova";
+  picker::Pul_NuovaCartella_Click(d_);
+  picker::CancelButton_Click(d_);
+  EXPECT_FALSE(d_.ExitValue);
+  EXPECT_EQ(d_.PathDir, "");
+  EXPECT_TRUE(fs::is_directory(m_.C("Giochi/Nuova")));
+
+  Dialog_GetDir d{msg_};
+  picker::Carica(d);
+  picker::ImpostaValori(d, "C:\\");
+  d.Text_PathDir = "Altra";
+  picker::Pul_NuovaCartella_Click(d);
+  picker::OKButton_Click(d);
+  EXPECT_TRUE(d.ExitValue);
+  EXPECT_EQ(d.PathDir, "C:\\Altra");
+}
+
+TEST(NormalizzaPercorso, BarreDoppie) {
+  struct Caso {
+    std::string dentro, fuori;
+  };
+  const Caso casi[] = {
+      {"C:\\\\Nuova", "C:\\Nuova"},
+      {"\\\\server\\share\\x", "\\server\\share\\x"},
+      {"C:\\a\\\\b\\\\c", "C:\\a\\b\\c"},
+      // One pass from the left: three become two, four become two.
+      {"C:\\a\\\\\\b", "C:\\a\\\\b"},
+      {"C:\\a\\\\\\\\b", "C:\\a\\\\b"},
+      {"C:\\a\\", "C:\\a\\"},
+      {"", ""},
+  };
+  for (const auto& c : casi) EXPECT_EQ(picker::NormalizzaPercorso(c.dentro), c.fuori) << c.dentro;
+}
+
+TEST_F(PickerTest, DriveNonPronto) {
+  picker::ImpostaValori(d_, "C:\\Giochi");
+  picker::ScegliDrive(d_, "D:");
+  EXPECT_EQ(msg_.tutti, std::vector<std::string>{"critical: Drive not ready"});
+  EXPECT_EQ(d_.Drive1.Drive, "C:");
+  EXPECT_EQ(d_.Dir1.Path, "C:\\Giochi");
+  EXPECT_EQ(d_.Text_Path, "C:\\Giochi");
+  // Another drive opens on its root, and coming back finds the folder left there.
+  picker::ScegliDrive(d_, "z:");
+  EXPECT_EQ(d_.Dir1.Path, "Z:\\");
+  EXPECT_EQ(d_.Text_Path, "Z:\\");
+  picker::ScegliDrive(d_, "C:");
+  EXPECT_EQ(d_.Dir1.Path, "C:\\Giochi");
+  // A drive the list does not hold cannot be picked.
+  picker::ScegliDrive(d_, "Q:");
+  EXPECT_EQ(d_.Drive1.Drive, "C:");
+  EXPECT_EQ(msg_.tutti.size(), 1u);
+}
+
+TEST_F(PickerTest, LaCartellaCorrenteSparita) {
+  // Neither the start path nor the current folder can be listed: the list is empty and the call ends.
+  fs::remove(m_.C("Corrente"));
+  picker::ImpostaValori(d_, "C:\\Manca");
+  EXPECT_TRUE(d_.Dir1.sottocartelle.empty());
+  EXPECT_TRUE(msg_.tutti.empty());
+  EXPECT_FALSE(d_.chiuso);
+}
+
+TEST_F(PickerTest, IlDialogoComeLoVedonoIChiamanti) {
+  std::vector<std::string> visti;
+  std::function<void(Dialog_GetDir&)> azione;
+  picker::DialogoGetDir dialogo(msg_, [&](Dialog_GetDir& d) {
+    visti.push_back(d.Caption + "|" + d.Text_Path + "|" + d.Text_PathDir);
+    if (azione) azione(d);
+  });
+  support::DialogoCartella& chiamante = dialogo;
+
+  chiamante.ImpostaTitolo("Select TRLE folder");
+  chiamante.ImpostaValori("C:\\Giochi");
+  azione = [](Dialog_GetDir& d) {
+    d.Text_PathDir = "Nuova";
+    picker::Pul_NuovaCartella_Click(d);
+    picker::OKButton_Click(d);
+  };
+  chiamante.MostraModale();
+  EXPECT_TRUE(chiamante.ExitValue());
+  EXPECT_EQ(chiamante.PathDir(), "C:\\Giochi\\Nuova");
+
+  // A fresh instance: the default caption and an empty name box; the user leaves by the frame.
+  chiamante.ImpostaValori("C:\\Giochi");
+  azione = nullptr;
+  chiamante.MostraModale();
+  EXPECT_FALSE(chiamante.ExitValue());
+  EXPECT_EQ(chiamante.PathDir(), "C:\\Giochi");
+  EXPECT_EQ(visti,
+            (std::vector<std::string>{"Select TRLE folder|C:\\Giochi|", " Select a folder|C:\\Giochi|"}));
+  EXPECT_TRUE(msg_.tutti.empty());
+}
+
+}  // namespace
