@@ -26,7 +26,8 @@ struct Principale {
   formats::InfoHeader InfoHeader;
   // The folder of the running program, where the working files of a check run are made.
   std::string CartellaProgramma = host::CartellaProgramma();
-  // A check run is under way: clicks on "Start check", "Change" and "Close" that arrive meanwhile are ignored.
+  // A check run is under way: clicks on "Start check", "Change" and "Close" that arrive meanwhile are
+  // ignored.
   bool ControlloInCorso = false;
 };
 

@@ -5,7 +5,7 @@
 #include <limits>
 #include <memory>
 
-#include "collection/snapshot.h"  // the reader's limit on a string's length
+#include "collection/snapshot.h"
 #include "host/collegamenti.h"
 #include "host/machine.h"
 #include "host/nomi.h"
@@ -16,17 +16,6 @@ namespace collection {
 namespace {
 
 constexpr std::size_t kPezzoScrittura = 1 << 20;
-
-void AccodaIntero(std::string& b, std::int32_t v) {
-  const auto u = static_cast<std::uint32_t>(v);
-  for (int i = 0; i < 4; ++i) b.push_back(static_cast<char>((u >> (8 * i)) & 0xFF));
-}
-
-// The length-prefixed string of the snapshot's table, into a buffer.
-void AccodaStringaLunga(std::string& b, const std::string& testo) {
-  AccodaIntero(b, static_cast<std::int32_t>(testo.size()));
-  b += testo;
-}
 
 // A file of 2 GiB or more has no 32-bit size; it is recorded as 0, as a size that could not be read.
 std::int32_t Dimensione32(std::int64_t n) {

@@ -16,9 +16,8 @@ namespace {
 constexpr std::size_t kPezzo = 1 << 20;
 
 void ScriviIntero(host::File& f, std::int32_t v) {
-  const auto u = static_cast<std::uint32_t>(v);
-  const std::array<char, 4> b = {static_cast<char>(u & 0xFF), static_cast<char>((u >> 8) & 0xFF),
-                                 static_cast<char>((u >> 16) & 0xFF), static_cast<char>((u >> 24) & 0xFF)};
+  std::string b;
+  AccodaIntero(b, v);
   f.Scrivi(b.data(), b.size());
 }
 
@@ -59,6 +58,16 @@ void CopiaCorpo(const std::string& percorso, std::int64_t dimensione, host::File
 }
 
 }  // namespace
+
+void AccodaIntero(std::string& buffer, std::int32_t v) {
+  const auto u = static_cast<std::uint32_t>(v);
+  for (int i = 0; i < 4; ++i) buffer.push_back(static_cast<char>((u >> (8 * i)) & 0xFF));
+}
+
+void AccodaStringaLunga(std::string& buffer, const std::string& testo) {
+  AccodaIntero(buffer, static_cast<std::int32_t>(testo.size()));
+  buffer += testo;
+}
 
 void ScriviStringaLunga(const std::string& testo, host::File& file) {
   ScriviIntero(file, static_cast<std::int32_t>(testo.size()));

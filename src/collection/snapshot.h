@@ -20,8 +20,11 @@ struct ContenutoSnapshot {
 // Longest name that the reader takes; a longer one reads as "".
 inline constexpr std::int32_t kLunghezzaMassimaNome = 800000;
 
-// A 32-bit little-endian length and that many bytes, no terminator.
+// A 32-bit little-endian length and that many bytes, no terminator: into a file, or behind a buffer for
+// writers that gather many of them.
 void ScriviStringaLunga(const std::string& testo, host::File& file);
+void AccodaIntero(std::string& buffer, std::int32_t v);
+void AccodaStringaLunga(std::string& buffer, const std::string& testo);
 std::string LeggiStringaLunga(host::File& file);
 
 // Packs the members that exist, in order. False only when the snapshot cannot be opened for writing.

@@ -62,8 +62,19 @@ const V kCompleti = {"C:\\Prog\\Infofile.bin", "C:\\Ordl\\ordelio.prf", "C:\\Ord
                      "C:\\Prog\\DirArc.el",    "C:\\Prog\\TRLE.el",     "C:\\Prog\\ORDL.el",
                      "C:\\Trle\\ordeio.txt",   "C:\\Trle\\script.dat"};
 
+// Everything below the installation folders and the level folder, names and bytes.
+std::map<std::string, std::string> Impronta(const MacchinaProva& m) {
+  std::map<std::string, std::string> tutto;
+  for (const char* radice : {"Trle", "Ordl", "Livelli"})
+    for (const auto& e : fs::recursive_directory_iterator(m.C(radice)))
+      tutto[e.path().string()] = e.is_regular_file() ? MacchinaProva::LeggiHost(e.path().string()) : "<dir>";
+  return tutto;
+}
+
 TEST(Controllo, InstallazioniComplete) {
   Installazioni i;
+  MacchinaProva::ScriviHost(i.m.C("INFO_ORDL.BIN"), "an older snapshot");
+  const auto prima = Impronta(i.m);
   formats::InfoHeader h;
   EXPECT_EQ(i.Esegui(&h), kCompleti);
   EXPECT_EQ(h.FlagErrori, 0);
@@ -74,9 +85,18 @@ TEST(Controllo, InstallazioniComplete) {
       "plain: Scanning is complete\r\nNow you should send following file:\r\nC:\\INFO_ORDL.BIN ("));
   EXPECT_TRUE(i.f.messaggi.tutti[0].ends_with(")\r\nvia email to: " + collection::IndirizzoSupporto()));
   EXPECT_EQ(i.f.chiusure, 1);
-  // The working files are gone; the archive's folder was listed.
+  // The working files are gone; the archive's folder was listed; the installations are as they were.
   EXPECT_TRUE(fs::is_empty(i.m.C("Prog")));
   EXPECT_TRUE(MacchinaProva::EsisteHost(i.m.C("Dati/DirArc.el")));
+  EXPECT_EQ(Impronta(i.m), prima);
+}
+
+// kCompleti without the members at the given places.
+V Senza(std::initializer_list<std::size_t> via) {
+  V v;
+  for (std::size_t k = 0; k < kCompleti.size(); ++k)
+    if (std::find(via.begin(), via.end(), k) == via.end()) v.push_back(kCompleti[k]);
+  return v;
 }
 
 TEST(Controllo, FileMancantiEBit) {
@@ -86,46 +106,33 @@ TEST(Controllo, FileMancantiEBit) {
     std::int32_t flag;
     V membri;
   };
+  const auto togli = [](const char* f) { return [f](Installazioni& i) { fs::remove(i.m.C(f)); }; };
   const Caso casi[] = {
-      {"no ordelio.prf",
-       [](Installazioni& i) { fs::remove(i.m.C("Ordl/ordelio.prf")); },
-       0x001,
-       {kCompleti[0], kCompleti[4], kCompleti[5], kCompleti[6], kCompleti[7]}},
-      {"blank archive path",
-       [](Installazioni& i) { i.Preferenze(""); },
-       0x002,
-       {kCompleti[0], kCompleti[1], kCompleti[4], kCompleti[5], kCompleti[6], kCompleti[7]}},
-      {"archive missing",
-       [](Installazioni& i) { fs::remove(i.m.C("Ordl/archivio.qlv")); },
-       0x002,
-       {kCompleti[0], kCompleti[1], kCompleti[4], kCompleti[5], kCompleti[6], kCompleti[7]}},
-      {"no ordl2009.exe", [](Installazioni& i) { fs::remove(i.m.C("Ordl/ordl2009.exe")); }, 0x040, kCompleti},
+      {"no ordelio.prf", togli("Ordl/ordelio.prf"), 0x001, Senza({1, 2, 3})},
+      {"blank archive path", [](Installazioni& i) { i.Preferenze(""); }, 0x002, Senza({2, 3})},
+      {"archive missing", togli("Ordl/archivio.qlv"), 0x002, Senza({2, 3})},
+      {"no ordl2009.exe", togli("Ordl/ordl2009.exe"), 0x040, kCompleti},
       {"ordeio.txt only in the Ordelio folder",
-       [](Installazioni& i) { fs::rename(i.m.C("Trle/ordeio.txt"), i.m.C("Ordl/ordeio.txt")); },
-       0x080,
-       {kCompleti[0], kCompleti[1], kCompleti[2], kCompleti[3], kCompleti[4], kCompleti[5], kCompleti[7]}},
-      {"no script.dat",
-       [](Installazioni& i) { fs::remove(i.m.C("Trle/script.dat")); },
-       0x100,
-       {kCompleti.begin(), kCompleti.end() - 1}},
+       [](Installazioni& i) { fs::rename(i.m.C("Trle/ordeio.txt"), i.m.C("Ordl/ordeio.txt")); }, 0x080,
+       Senza({6})},
+      {"no script.dat", togli("Trle/script.dat"), 0x100, Senza({7})},
       {"archive folder blank",
        [](Installazioni& i) {
          MacchinaProva::ScriviHost(i.m.C("Ordl/archivio.qlv"), formats::CodificaArchivioHeader({}));
        },
-       0,
-       {kCompleti[0], kCompleti[1], kCompleti[2], kCompleti[4], kCompleti[5], kCompleti[6], kCompleti[7]}},
+       0, Senza({3})},
   };
   for (const auto& c : casi) {
+    SCOPED_TRACE(c.caso);
     Installazioni i;
     c.prepara(i);
     formats::InfoHeader h;
-    const V membri = i.Esegui(&h);
-    EXPECT_EQ(membri, c.membri) << c.caso;
-    EXPECT_EQ(h.FlagErrori, c.flag) << c.caso;
+    EXPECT_EQ(i.Esegui(&h), c.membri);
+    EXPECT_EQ(h.FlagErrori, c.flag);
     if (c.flag == 0x040) {
       EXPECT_EQ(h.VersioneOrdelio.Testo(), std::string(256, '\0'));
     }
-    EXPECT_TRUE(fs::is_empty(i.m.C("Prog"))) << c.caso;
+    EXPECT_TRUE(fs::is_empty(i.m.C("Prog")));
   }
 }
 
@@ -149,79 +156,46 @@ TEST(Controllo, CartelleVuoteChiedonoEFermano) {
   EXPECT_EQ(i.f.chiusure, 0);
 }
 
-TEST(Controllo, CartellaDelProgrammaOCNonScrivibili) {
-  {
+TEST(Controllo, CartellaDelProgrammaOSnapshotNonScrivibili) {
+  const std::pair<std::function<void(Installazioni&)>, std::string> casi[] = {
+      {[](Installazioni& i) { i.f.principale.CartellaProgramma = "C:\\Manca"; },
+       "critical: ERROR: I cann't write in current folder: C:\\Manca"},
+      // The snapshot's name is taken by a folder.
+      {[](Installazioni& i) { fs::create_directories(i.m.C("INFO_ORDL.BIN")); },
+       "critical: Error saving C:\\INFO_ORDL.BIN"},
+  };
+  for (const auto& [prepara, messaggio] : casi) {
     Installazioni i;
-    i.f.principale.CartellaProgramma = "C:\\Manca";
+    prepara(i);
     collection::Pul_Start_Click(i.f.principale);
-    EXPECT_EQ(i.f.messaggi.tutti, V{"critical: ERROR: I cann't write in current folder: C:\\Manca"});
-    EXPECT_EQ(i.f.chiusure, 1);
-    EXPECT_FALSE(MacchinaProva::EsisteHost(i.m.C("INFO_ORDL.BIN")));
-  }
-  {
-    Installazioni i;
-    fs::create_directories(i.m.C("INFO_ORDL.BIN"));  // the snapshot's name is taken by a folder
-    collection::Pul_Start_Click(i.f.principale);
-    EXPECT_EQ(i.f.messaggi.tutti, V{"critical: Error saving C:\\INFO_ORDL.BIN"});
+    EXPECT_EQ(i.f.messaggi.tutti, V{messaggio});
     EXPECT_EQ(i.f.chiusure, 1);
     EXPECT_TRUE(fs::is_empty(i.m.C("Prog")));
+    EXPECT_FALSE(fs::is_regular_file(i.m.C("INFO_ORDL.BIN")));
   }
 }
-
-// Everything below the two installation folders, names and bytes.
-std::map<std::string, std::string> Impronta(const std::string& radice) {
-  std::map<std::string, std::string> tutto;
-  for (const auto& e : fs::recursive_directory_iterator(radice))
-    tutto[e.path().string()] = e.is_regular_file() ? MacchinaProva::LeggiHost(e.path().string()) : "<dir>";
-  return tutto;
-}
-
-TEST(Controllo, LeInstallazioniRestanoIntatte) {
-  Installazioni i;
-  MacchinaProva::ScriviHost(i.m.C("INFO_ORDL.BIN"), "an older snapshot");
-  const auto trle = Impronta(i.m.C("Trle")), ordl = Impronta(i.m.C("Ordl")), liv = Impronta(i.m.C("Livelli"));
-  EXPECT_EQ(i.Esegui(), kCompleti);
-  EXPECT_EQ(Impronta(i.m.C("Trle")), trle);
-  EXPECT_EQ(Impronta(i.m.C("Ordl")), ordl);
-  EXPECT_EQ(Impronta(i.m.C("Livelli")), liv);
-}
-
-}  // namespace
-
-namespace {
 
 // The scan gives the event loop its turns: clicks delivered then must not start anything.
 class CicloConClic : public support::CicloEventi {
  public:
-  explicit CicloConClic(collection::Principale*& p) : p_(p) {}
   void UnTurno() override {
-    if (!p_) return;
-    collection::Pul_Start_Click(*p_);
-    collection::Pul_CambiaTrle_Click(*p_);
+    collection::Pul_Start_Click(*p);
+    collection::Pul_CambiaTrle_Click(*p);
     ++turni;
   }
+  collection::Principale* p = nullptr;
   int turni = 0;
-
- private:
-  collection::Principale*& p_;
 };
 
 TEST(Controllo, ClicDuranteLaScansioneIgnorati) {
   Installazioni i;
-  collection::Principale* p = nullptr;
-  CicloConClic eventi(p);
-  collection::Principale principale{i.f.dirOrdl,
-                                    i.f.nomeTrle,
-                                    i.f.info,
-                                    i.f.barra,
-                                    i.f.messaggi,
-                                    i.f.dialogo,
-                                    eventi,
-                                    [&] { ++i.f.chiusure; },
-                                    {}};
-  principale.CartellaProgramma = "C:\\Prog";
-  p = &principale;
-  collection::Pul_Start_Click(principale);
+  CicloConClic eventi;
+  const auto chiudi = [&] { ++i.f.chiusure; };
+  collection::Principale p{i.f.dirOrdl, i.f.nomeTrle, i.f.info, i.f.barra, i.f.messaggi,
+                           i.f.dialogo, eventi,       chiudi,   {}};
+  p.CartellaProgramma = "C:\\Prog";
+  eventi.p = &p;
+  collection::Pul_Start_Click(p);
   EXPECT_GT(eventi.turni, 0);
   EXPECT_EQ(i.f.dialogo.mostrato, 0);
   EXPECT_EQ(i.f.chiusure, 1);
