@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <bit>
-#include <cstring>
+#include <functional>
+#include <numeric>
 
 #include "formats/archivio.h"
 #include "formats/info_header.h"
@@ -19,185 +21,137 @@ std::string LeDoppio(double d) {
   const auto u = std::bit_cast<std::uint64_t>(d);
   return Le32(static_cast<std::int32_t>(u & 0xFFFFFFFF)) + Le32(static_cast<std::int32_t>(u >> 32));
 }
-template <std::size_t N>
-StringaFissa<N> Fissa(std::string_view t) {
-  StringaFissa<N> s;
-  s.Assegna(t);
-  return s;
-}
 std::string Riempita(std::string t, std::size_t n) {
   return t + std::string(n - t.size(), ' ');
 }
+const std::string kVero = Le16(-1);
 
+// One field of a record: where it lies, the bytes it must become, and how to set it.
+template <class R>
 struct Campo {
   std::size_t offset;
   std::string byte;
+  std::function<void(R&)> imposta;
 };
 
-void ControllaCampi(const std::string& codificato, std::size_t dimensione, const std::vector<Campo>& campi) {
-  ASSERT_EQ(codificato.size(), dimensione);
-  std::size_t coperti = 0;
+// Each field, set alone on an empty record, must change its own bytes and no others, lie right behind the
+// field before it, and read back to the same record; together the fields fill the record.
+template <class R>
+void ControllaCampi(std::size_t dimensione, const std::vector<Campo<R>>& campi,
+                    const std::function<std::string(const R&)>& codifica,
+                    const std::function<R(std::string_view)>& decodifica) {
+  const std::string vuoto = codifica(R{});
+  ASSERT_EQ(vuoto, std::string(dimensione, '\0'));
+  std::size_t fine = 0;
   for (const auto& c : campi) {
-    EXPECT_EQ(codificato.substr(c.offset, c.byte.size()), c.byte) << "offset " << c.offset;
-    coperti += c.byte.size();
+    SCOPED_TRACE("offset " + std::to_string(c.offset));
+    EXPECT_EQ(c.offset, fine);
+    fine = c.offset + c.byte.size();
+    R r{};
+    c.imposta(r);
+    const std::string b = codifica(r);
+    const std::string atteso = std::string(vuoto).replace(c.offset, c.byte.size(), c.byte);
+    const auto diverso = std::mismatch(b.begin(), b.end(), atteso.begin(), atteso.end()).first;
+    EXPECT_TRUE(diverso == b.end()) << "first wrong byte at " << diverso - b.begin();
+    EXPECT_TRUE(decodifica(b) == r) << "read back otherwise";
   }
-  EXPECT_EQ(coperti, dimensione) << "every byte belongs to one field";
+  EXPECT_EQ(fine, dimensione);
 }
 
 TEST(Record, InfoHeaderAlByte) {
-  InfoHeader h;
-  h.StartFolderTrle.Assegna("C:\\Trle");
-  h.StartFolderOrdl.Assegna("C:\\Ordl");
-  h.VersioneOrdelio.Assegna("1, 0, 0, 5");
-  h.FlagErrori = 0x1C3;
-  h.WindowsXp = true;
-  h.SpazioDiscoC = 5368709120.0;
-  h.SpazioDiscoMaggiore = 1.5;
-  h.DiscoMaggiore.Assegna("D:");
-  const std::string b = CodificaInfoHeader(h);
-  ControllaCampi(b, 791,
-                 {{0, Riempita("C:\\Trle", 256)},
-                  {256, Riempita("C:\\Ordl", 256)},
-                  {512, Riempita("1, 0, 0, 5", 256)},
-                  {768, Le32(0x1C3)},
-                  {772, Le16(-1)},
-                  {774, LeDoppio(5368709120.0)},
-                  {782, LeDoppio(1.5)},
-                  {790, "D"}});
-  EXPECT_EQ(DecodificaInfoHeader(b), h);
-
-  // Nothing assigned: NUL bytes, which clean to an empty text.
-  const std::string vuoto = CodificaInfoHeader(InfoHeader{});
-  EXPECT_EQ(vuoto, std::string(791, '\0'));
-  // Any non-zero boolean reads as true; a short file leaves the rest as it was.
-  std::string uno = vuoto;
+  using I = InfoHeader;
+  ControllaCampi<I>(
+      791,
+      {
+          {0, Riempita("C:\\Trle", 256), [](I& h) { h.StartFolderTrle.Assegna("C:\\Trle"); }},
+          {256, Riempita("C:\\Ordl", 256), [](I& h) { h.StartFolderOrdl.Assegna("C:\\Ordl"); }},
+          {512, Riempita("1, 0, 0, 5", 256), [](I& h) { h.VersioneOrdelio.Assegna("1, 0, 0, 5"); }},
+          {768, Le32(0x01020304), [](I& h) { h.FlagErrori = 0x01020304; }},
+          {772, kVero, [](I& h) { h.WindowsXp = true; }},
+          {774, LeDoppio(5368709120.5), [](I& h) { h.SpazioDiscoC = 5368709120.5; }},
+          {782, LeDoppio(1.5), [](I& h) { h.SpazioDiscoMaggiore = 1.5; }},
+          {790, "D", [](I& h) { h.DiscoMaggiore.Assegna("D:"); }},  // cut to its one character
+      },
+      CodificaInfoHeader, [](std::string_view b) { return DecodificaInfoHeader(b); });
+  // Any non-zero boolean reads as true.
+  std::string uno(791, '\0');
   uno[772] = 1;
   EXPECT_TRUE(DecodificaInfoHeader(uno).WindowsXp);
-  EXPECT_EQ(DecodificaInfoHeader(b.substr(0, 300)).StartFolderOrdl.Testo(),
-            Riempita("C:\\Ordl", 44) + std::string(212, '\0'));
-}
-
-TEST(Record, StringheFisse) {
-  EXPECT_EQ(Fissa<4>("ab").Testo(), "ab  ");
-  EXPECT_EQ(Fissa<4>("abcdef").Testo(), "abcd");
-  EXPECT_EQ(Fissa<4>("").Testo(), "    ");
-  EXPECT_EQ(StringaFissa<4>{}.Testo(), std::string(4, '\0'));
-}
-
-PrefRecord PreferenzeDistinte() {
-  PrefRecord p;
-  p.TestShowScreenShot = true;
-  p.TestNoAutoCompile = true;
-  p.TestLogFile = true;
-  p.PathArchivio.Assegna("C:\\Ordl\\archivio.qlv");
-  p.PathTRLE.Assegna("C:\\Trle");
-  p.NameTom2Pc.Assegna("t2p.exe");
-  p.NameTomb4.Assegna("t4.exe");
-  p.DefaultLoadDir.Assegna("d:\\");
-  p.TestFullBackup = true;
-  p.TestArchiviaSavegame = true;
-  p.NumeroArcSavegame = 0x01020304;
-  p.NonMostrato1 = 0x0506;
-  p.MinutiSaveGameScreenShot = 0x0708090A;
-  p.PathEditorGrafico.Assegna("paint.exe");
-  p.TimerDecimi = 77;
-  p.TestAttivaJoystick = true;
-  p.Joy_ScreenShot = 11;
-  p.Joy_ShowDaSolo = true;
-  p.Joy_ChiudiTrle = 12;
-  p.Joy_ChiudiTrleDaSolo = true;
-  p.Joy_GamePort = 13;
-  p.VersioneSubBumber = 14;
-  p.Flags = 0x7F00;
-  p.LinguaAttuale.Assegna("ITALIANO");
-  p.NonMostrato2 = -2;
-  for (std::size_t i = 0; i < p.TabellaNonMostrata.size(); ++i)
-    p.TabellaNonMostrata[i] = static_cast<std::int16_t>(i + 100);
-  p.FolderSavegameExt.Assegna("C:\\Save");
-  p.FolderScriptEx.Assegna("C:\\Script");
-  p.DateLastUpdating = 45000.25;
-  p.LinguaDatDefault.Assegna("english.dat");
-  return p;
 }
 
 TEST(Record, PreferenzeAlByte) {
-  const PrefRecord p = PreferenzeDistinte();
-  const std::string b = CodificaPreferenze(p);
+  using P = PrefRecord;
   std::string tabella;
-  for (std::size_t i = 0; i < 101; ++i) tabella += Le16(static_cast<std::int16_t>(i + 100));
-  ControllaCampi(b, 2606,
-                 {{0, Le16(-1)},
-                  {2, Le16(0)},
-                  {4, Le16(-1)},
-                  {6, Le16(0)},
-                  {8, Le16(-1)},
-                  {10, Riempita("C:\\Ordl\\archivio.qlv", 256)},
-                  {266, Riempita("C:\\Trle", 256)},
-                  {522, Riempita("t2p.exe", 256)},
-                  {778, Riempita("t4.exe", 256)},
-                  {1034, Riempita("d:\\", 256)},
-                  {1290, Le16(0)},
-                  {1292, Le16(-1)},
-                  {1294, Le16(0)},
-                  {1296, Le16(-1)},
-                  {1298, Le32(0x01020304)},
-                  {1302, Le16(0x0506)},
-                  {1304, Le32(0x0708090A)},
-                  {1308, Riempita("paint.exe", 256)},
-                  {1564, Le32(77)},
-                  {1568, Le16(0)},
-                  {1570, Le16(-1)},
-                  {1572, Le32(11)},
-                  {1576, Le16(-1)},
-                  {1578, Le32(12)},
-                  {1582, Le16(-1)},
-                  {1584, Le16(13)},
-                  {1586, Le16(14)},
-                  {1588, Le32(0x7F00)},
-                  {1592, Riempita("ITALIANO", 256)},
-                  {1848, Le32(-2)},
-                  {1852, tabella},
-                  {2054, Riempita("C:\\Save", 256)},
-                  {2310, Riempita("C:\\Script", 256)},
-                  {2566, LeDoppio(45000.25)},
-                  {2574, Riempita("english.dat", 32)}});
-  EXPECT_EQ(DecodificaPreferenze(b), p);
+  for (std::int16_t i = 0; i < 101; ++i) tabella += Le16(static_cast<std::int16_t>(i + 100));
+  ControllaCampi<P>(
+      2606,
+      {
+          {0, kVero, [](P& p) { p.TestShowScreenShot = true; }},
+          {2, kVero, [](P& p) { p.TestChiediDopoCattura = true; }},
+          {4, kVero, [](P& p) { p.TestNoAutoCompile = true; }},
+          {6, kVero, [](P& p) { p.TestConfrontaUguali = true; }},
+          {8, kVero, [](P& p) { p.TestLogFile = true; }},
+          {10, Riempita("C:\\Ordl\\archivio.qlv", 256),
+           [](P& p) { p.PathArchivio.Assegna("C:\\Ordl\\archivio.qlv"); }},
+          {266, Riempita("C:\\Trle", 256), [](P& p) { p.PathTRLE.Assegna("C:\\Trle"); }},
+          {522, Riempita("t2p.exe", 256), [](P& p) { p.NameTom2Pc.Assegna("t2p.exe"); }},
+          {778, Riempita("t4.exe", 256), [](P& p) { p.NameTomb4.Assegna("t4.exe"); }},
+          {1034, Riempita("d:\\", 256), [](P& p) { p.DefaultLoadDir.Assegna("d:\\"); }},
+          {1290, kVero, [](P& p) { p.TestNonDecomprimere = true; }},
+          {1292, kVero, [](P& p) { p.TestFullBackup = true; }},
+          {1294, kVero, [](P& p) { p.TestAutoSave = true; }},
+          {1296, kVero, [](P& p) { p.TestArchiviaSavegame = true; }},
+          {1298, Le32(0x01020304), [](P& p) { p.NumeroArcSavegame = 0x01020304; }},
+          {1302, Le16(0x0506), [](P& p) { p.NonMostrato1 = 0x0506; }},
+          {1304, Le32(0x0708090A), [](P& p) { p.MinutiSaveGameScreenShot = 0x0708090A; }},
+          {1308, Riempita("paint.exe", 256), [](P& p) { p.PathEditorGrafico.Assegna("paint.exe"); }},
+          {1564, Le32(-77), [](P& p) { p.TimerDecimi = -77; }},
+          {1568, kVero, [](P& p) { p.TestVerifyImpage = true; }},
+          {1570, kVero, [](P& p) { p.TestAttivaJoystick = true; }},
+          {1572, Le32(0x0B0C0D0E), [](P& p) { p.Joy_ScreenShot = 0x0B0C0D0E; }},
+          {1576, kVero, [](P& p) { p.Joy_ShowDaSolo = true; }},
+          {1578, Le32(0x0F101112), [](P& p) { p.Joy_ChiudiTrle = 0x0F101112; }},
+          {1582, kVero, [](P& p) { p.Joy_ChiudiTrleDaSolo = true; }},
+          {1584, Le16(0x1314), [](P& p) { p.Joy_GamePort = 0x1314; }},
+          {1586, Le16(0x1516), [](P& p) { p.VersioneSubBumber = 0x1516; }},
+          {1588, Le32(0x7F00), [](P& p) { p.Flags = 0x7F00; }},
+          {1592, Riempita("ITALIANO", 256), [](P& p) { p.LinguaAttuale.Assegna("ITALIANO"); }},
+          {1848, Le32(-2), [](P& p) { p.NonMostrato2 = -2; }},
+          {1852, tabella,
+           [](P& p) { std::iota(p.TabellaNonMostrata.begin(), p.TabellaNonMostrata.end(), 100); }},
+          {2054, Riempita("C:\\Save", 256), [](P& p) { p.FolderSavegameExt.Assegna("C:\\Save"); }},
+          {2310, Riempita("C:\\Script", 256), [](P& p) { p.FolderScriptEx.Assegna("C:\\Script"); }},
+          {2566, LeDoppio(45000.25), [](P& p) { p.DateLastUpdating = 45000.25; }},
+          {2574, Riempita("english.dat", 32), [](P& p) { p.LinguaDatDefault.Assegna("english.dat"); }},
+      },
+      CodificaPreferenze, [](std::string_view b) { return DecodificaPreferenze(b); });
 }
 
-TEST(Record, CaricaPreferenzeDefaultERegolaDellaLunghezza) {
+TEST(Record, CaricaPreferenzeERegolaDellaLunghezza) {
   MacchinaProva m;
-  PrefRecord p;
+  PrefRecord p, attesi;
+  ImpostaDefaultPreferenze(attesi, false);
   CaricaPreferenze("C:\\Ordl\\ordelio.prf", p);  // no file: the defaults
-  EXPECT_TRUE(p.TestShowScreenShot);
-  EXPECT_EQ(p.NameTomb4.Testo(), Riempita("tomb4.exe", 256));
-  EXPECT_EQ(p.DefaultLoadDir.Testo(), Riempita("c:\\", 256));
-  EXPECT_EQ(p.PathTRLE.Testo(), std::string(256, ' '));
-  EXPECT_EQ(p.Flags, 4);
-  EXPECT_EQ(p.TimerDecimi, 5);
-  EXPECT_EQ(p.DateLastUpdating, 0.0);
-  EXPECT_EQ(p.TabellaNonMostrata[0], 0);  // no default: untouched
+  EXPECT_EQ(p, attesi);
 
-  PrefRecord nelFile = PreferenzeDistinte();
-  nelFile.Joy_ChiudiTrleDaSolo = true;
-  const std::string intero = CodificaPreferenze(nelFile);
-  for (const std::size_t lunghezza : {2606, 2605, 2607, 1400}) {
-    std::string byte = intero.substr(0, std::min<std::size_t>(lunghezza, 2606));
+  PrefRecord f;
+  f.Flags = 0x7F00;
+  f.PathTRLE.Assegna("C:\\Trle");
+  f.LinguaDatDefault.Assegna("english.dat");
+  const std::string intero = CodificaPreferenze(f);
+  for (const std::size_t lunghezza : {2606, 2607, 1400}) {
+    SCOPED_TRACE(lunghezza);
+    std::string byte = intero.substr(0, lunghezza);
     byte.resize(lunghezza, 'x');
     MacchinaProva::ScriviHost(m.C("Ordl/ordelio.prf"), byte);
     PrefRecord q;
     CaricaPreferenze("C:\\ordl\\ORDELIO.PRF", q);
-    const bool giusta = lunghezza == 2606;
-    EXPECT_EQ(q.Flags, giusta ? 0x7F00 : 4) << lunghezza;
-    EXPECT_EQ(q.NumeroArcSavegame, giusta ? 0x01020304 : 5) << lunghezza;
-    EXPECT_EQ(q.LinguaAttuale.Testo(), giusta ? Riempita("ITALIANO", 256) : std::string(256, ' '))
-        << lunghezza;
-    EXPECT_EQ(q.PathTRLE.Testo(), Riempita("C:\\Trle", 256)) << lunghezza;
-    EXPECT_EQ(q.PathArchivio.Testo(), Riempita("C:\\Ordl\\archivio.qlv", 256)) << lunghezza;
-    // Past the end of a short file the defaults stand; not-reset fields that the file holds stay.
-    EXPECT_EQ(q.Joy_ChiudiTrleDaSolo, lunghezza >= 1584) << lunghezza;
+    // Of the wrong length, the later fields get their defaults back; the earlier ones keep the file's.
+    EXPECT_EQ(q.Flags, lunghezza == 2606 ? 0x7F00 : 4);
+    EXPECT_EQ(q.PathTRLE, f.PathTRLE);
+    // Past the end of a short file the defaults stand.
     EXPECT_EQ(q.LinguaDatDefault.Testo(),
-              lunghezza < 2574 ? std::string(32, ' ') : Riempita("english.dat", 32))
-        << lunghezza;
+              lunghezza > 2574 ? Riempita("english.dat", 32) : std::string(32, ' '));
   }
 
   // The raw read takes the file as it is, with no defaults.
@@ -205,73 +159,47 @@ TEST(Record, CaricaPreferenzeDefaultERegolaDellaLunghezza) {
   PrefRecord r;
   ASSERT_TRUE(LeggiPreferenze("C:\\Ordl\\ordelio.prf", &r));
   EXPECT_EQ(r.Flags, 0);
-  EXPECT_EQ(r.NameTomb4.Testo(), std::string(256, '\0'));
   EXPECT_FALSE(LeggiPreferenze("C:\\Ordl\\manca.prf", &r));
 }
 
-ArchivioLivello Livello(const std::string& nome) {
-  ArchivioLivello v;
-  v.Nome.Assegna(nome);
-  return v;
-}
-
 TEST(Record, ArchivioAlByte) {
-  ArchivioHeader h;
-  h.NVersione = 3;
-  h.MainDir.Assegna("C:\\Livelli");
-  h.SecondaryDir.Assegna("D:\\Backup");
-  h.TotLivelli = 2;
-  h.TotCD = 9;
-  h.TestCompresso = true;
-  h.TestSetupCd = true;
-  h.SizeMainDir = 1e10;
-  h.SizeSecondayDir = 2.5;
-  const std::string bh = CodificaArchivioHeader(h);
-  ControllaCampi(bh, 546,
-                 {{0, Le32(3)},
-                  {4, Riempita("C:\\Livelli", 256)},
-                  {260, Riempita("D:\\Backup", 256)},
-                  {516, Le32(2)},
-                  {520, Le32(9)},
-                  {524, Le16(-1)},
-                  {526, Le16(0)},
-                  {528, Le16(-1)},
-                  {530, LeDoppio(1e10)},
-                  {538, LeDoppio(2.5)}});
-  EXPECT_EQ(DecodificaArchivioHeader(bh), h);
+  using H = ArchivioHeader;
+  ControllaCampi<H>(
+      546,
+      {
+          {0, Le32(0x01020304), [](H& h) { h.NVersione = 0x01020304; }},
+          {4, Riempita("C:\\Livelli", 256), [](H& h) { h.MainDir.Assegna("C:\\Livelli"); }},
+          {260, Riempita("D:\\Backup", 256), [](H& h) { h.SecondaryDir.Assegna("D:\\Backup"); }},
+          {516, Le32(0x05060708), [](H& h) { h.TotLivelli = 0x05060708; }},
+          {520, Le32(-9), [](H& h) { h.TotCD = -9; }},
+          {524, kVero, [](H& h) { h.TestCompresso = true; }},
+          {526, kVero, [](H& h) { h.TestAudioInMp3 = true; }},
+          {528, kVero, [](H& h) { h.TestSetupCd = true; }},
+          {530, LeDoppio(1e10), [](H& h) { h.SizeMainDir = 1e10; }},
+          {538, LeDoppio(2.5), [](H& h) { h.SizeSecondayDir = 2.5; }},
+      },
+      CodificaArchivioHeader, DecodificaArchivioHeader);
 
-  ArchivioLivello v;
-  v.Nome.Assegna("Tomba");
-  v.Note.Assegna("note");
-  v.Autore_Nome.Assegna(std::string(90, 'A'));  // cut at 80
-  v.Autore_Email.Assegna("a@b.c");
-  v.Autore_Sito.Assegna("www");
-  v.Autore_Note.Assegna("bravo");
-  v.Codice = 21;
-  v.MaxSavegames = 22;
-  v.NumeroCd = 23;
-  v.Flags = -16;
-  v.NomeSoluzione.Assegna("sol");
-  v.SizeFiles = 1000;
-  v.SizeSubDir = 2000;
-  v.TestRicalcolaSize = true;
-  const std::string bl = CodificaArchivioLivello(v);
-  ControllaCampi(bl, 1634,
-                 {{0, Riempita("Tomba", 256)},
-                  {256, Riempita("note", 256)},
-                  {512, std::string(80, 'A')},
-                  {592, Riempita("a@b.c", 256)},
-                  {848, Riempita("www", 256)},
-                  {1104, Riempita("bravo", 256)},
-                  {1360, Le16(21)},
-                  {1362, Le16(22)},
-                  {1364, Le16(23)},
-                  {1366, Le16(-16)},
-                  {1368, Riempita("sol", 256)},
-                  {1624, Le32(1000)},
-                  {1628, Le32(2000)},
-                  {1632, Le16(-1)}});
-  EXPECT_EQ(DecodificaArchivioLivello(bl), v);
+  using L = ArchivioLivello;
+  ControllaCampi<L>(1634,
+                    {
+                        {0, Riempita("Tomba", 256), [](L& v) { v.Nome.Assegna("Tomba"); }},
+                        {256, Riempita("note", 256), [](L& v) { v.Note.Assegna("note"); }},
+                        {512, std::string(80, 'A'),
+                         [](L& v) { v.Autore_Nome.Assegna(std::string(90, 'A')); }},  // cut at 80
+                        {592, Riempita("a@b.c", 256), [](L& v) { v.Autore_Email.Assegna("a@b.c"); }},
+                        {848, Riempita("www", 256), [](L& v) { v.Autore_Sito.Assegna("www"); }},
+                        {1104, Riempita("bravo", 256), [](L& v) { v.Autore_Note.Assegna("bravo"); }},
+                        {1360, Le16(0x0102), [](L& v) { v.Codice = 0x0102; }},
+                        {1362, Le16(0x0304), [](L& v) { v.MaxSavegames = 0x0304; }},
+                        {1364, Le16(0x0506), [](L& v) { v.NumeroCd = 0x0506; }},
+                        {1366, Le16(-16), [](L& v) { v.Flags = -16; }},
+                        {1368, Riempita("sol", 256), [](L& v) { v.NomeSoluzione.Assegna("sol"); }},
+                        {1624, Le32(0x0708090A), [](L& v) { v.SizeFiles = 0x0708090A; }},
+                        {1628, Le32(-2000), [](L& v) { v.SizeSubDir = -2000; }},
+                        {1632, kVero, [](L& v) { v.TestRicalcolaSize = true; }},
+                    },
+                    CodificaArchivioLivello, DecodificaArchivioLivello);
 }
 
 TEST(Record, ArchivioConteggiOstili) {
@@ -280,30 +208,27 @@ TEST(Record, ArchivioConteggiOstili) {
     ArchivioHeader h;
     h.TotLivelli = tot;
     std::string b = CodificaArchivioHeader(h);
-    for (int i = 0; i < record; ++i) b += CodificaArchivioLivello(Livello("L" + std::to_string(i)));
+    for (int i = 0; i < record; ++i) {
+      ArchivioLivello v;
+      v.Nome.Assegna("L" + std::to_string(i));
+      b += CodificaArchivioLivello(v);
+    }
     return b.substr(0, b.size() - taglio);
   };
-  struct Caso {
-    const char* caso;
-    std::string byte;
-    std::size_t livelli;
-  };
-  const Caso casi[] = {
-      {"no levels", archivio(0, 2), 0},
-      {"more records than counted", archivio(2, 5), 2},
-      {"negative count", archivio(-7, 2), 0},
-      {"count past the end", archivio(0x7FFFFFFF, 3), 3},
-      {"cut last record", archivio(3, 3, 1000), 3},
+  const std::tuple<const char*, std::string, std::size_t> casi[] = {
+      {"more records than counted", archivio(2, 5), 2},       {"negative count", archivio(-7, 2), 0},
+      {"count past the end", archivio(0x7FFFFFFF, 3), 3},     {"cut last record", archivio(3, 3, 1000), 3},
       {"header only, cut", archivio(5, 0).substr(0, 100), 0},
   };
-  for (const auto& c : casi) {
-    MacchinaProva::ScriviHost(m.C("archivio.qlv"), c.byte);
+  for (const auto& [caso, byte, quanti] : casi) {
+    SCOPED_TRACE(caso);
+    MacchinaProva::ScriviHost(m.C("archivio.qlv"), byte);
     ArchivioHeader h;
     std::vector<ArchivioLivello> livelli;
-    ASSERT_TRUE(LeggiArchivio("C:\\archivio.qlv", &h, &livelli)) << c.caso;
-    ASSERT_EQ(livelli.size(), c.livelli) << c.caso;
+    ASSERT_TRUE(LeggiArchivio("C:\\archivio.qlv", &h, &livelli));
+    ASSERT_EQ(livelli.size(), quanti);
     for (std::size_t i = 0; i < livelli.size(); ++i)
-      EXPECT_EQ(livelli[i].Nome.Testo().substr(0, 2), "L" + std::to_string(i)) << c.caso;
+      EXPECT_EQ(livelli[i].Nome.Testo().substr(0, 2), "L" + std::to_string(i));
   }
   ArchivioHeader h;
   EXPECT_FALSE(LeggiArchivioHeader("C:\\manca.qlv", &h));
