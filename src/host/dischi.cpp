@@ -12,6 +12,12 @@ FunzioneMisura& Sostituta() {
 
 }  // namespace
 
+char LetteraDrive(const std::string& radice) {
+  if (radice.empty()) return 0;
+  const char l = Maiuscola(radice[0]);
+  return l >= 'A' && l <= 'Z' ? l : 0;
+}
+
 bool MisuraVolume(const std::string& radice, MisureVolume* misure) {
   // Every caller names the volume the same way: "C:\".
   const std::string r = radice.empty() ? radice : std::string(1, Maiuscola(radice[0])) + ":\\";

@@ -49,6 +49,9 @@ using FunzioneMisura = bool (*)(const std::string& radice, MisureVolume* misure)
 
 // The platform's own figures for a root path.
 bool MisuraPiattaforma(const std::string& radice, MisureVolume* misure);
+// The drive a root path names, in upper case; 0 when it names none.
+char LetteraDrive(const std::string& radice);
+
 // Every size above comes through this call, which is the platform's unless another is put in its place.
 bool MisuraVolume(const std::string& radice, MisureVolume* misure);
 // Tests put their own figures in, to show sizes that no test disk has; null puts the platform's back.

@@ -16,12 +16,6 @@
 namespace host {
 namespace {
 
-char Lettera(const std::string& radice) {
-  if (radice.empty()) return 0;
-  const char l = Maiuscola(radice[0]);
-  return l >= 'A' && l <= 'Z' ? l : 0;
-}
-
 int TipoDaPiattaforma(UINT t) {
   switch (t) {
     case DRIVE_REMOVABLE:
@@ -60,7 +54,7 @@ std::string Condivisione(char lettera) {
 }  // namespace
 
 bool MisuraPiattaforma(const std::string& radice, MisureVolume* misure) {
-  const char l = Lettera(radice);
+  const char l = LetteraDrive(radice);
   if (!l) return false;
   const char percorso[4] = {l, ':', '\\', '\0'};
   ULARGE_INTEGER disponibili{}, totali{}, liberi{};
@@ -73,7 +67,7 @@ bool MisuraPiattaforma(const std::string& radice, MisureVolume* misure) {
 
 bool LeggiDrive(const std::string& radice, OggettoDrive* drive, int* err) {
   if (err) *err = kNessunErrore;
-  const char l = Lettera(radice);
+  const char l = LetteraDrive(radice);
   if (!l || !((::GetLogicalDrives() >> (l - 'A')) & 1u)) {
     if (err) *err = kErrDeviceUnavailable;
     return false;

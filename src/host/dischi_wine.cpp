@@ -19,12 +19,6 @@
 namespace host {
 namespace {
 
-char Lettera(const std::string& radice) {
-  if (radice.empty()) return 0;
-  const char l = Maiuscola(radice[0]);
-  return l >= 'A' && l <= 'Z' ? l : 0;
-}
-
 int TipoDaRegistro(char lettera) {
   std::string dati;
   int tipo = kRegNone;
@@ -53,7 +47,7 @@ std::string PrimaRiga(const std::string& percorso) {
 }  // namespace
 
 bool MisuraPiattaforma(const std::string& radice, MisureVolume* misure) {
-  const char l = Lettera(radice);
+  const char l = LetteraDrive(radice);
   if (!l) return false;
   const auto d = DestinazioneDrive(l);
   struct statvfs sv {};
@@ -67,7 +61,7 @@ bool MisuraPiattaforma(const std::string& radice, MisureVolume* misure) {
 
 bool LeggiDrive(const std::string& radice, OggettoDrive* drive, int* err) {
   if (err) *err = kNessunErrore;
-  const char l = Lettera(radice);
+  const char l = LetteraDrive(radice);
   const auto d = l ? DestinazioneDrive(l) : std::nullopt;
   if (!d) {
     if (err) *err = kErrDeviceUnavailable;
