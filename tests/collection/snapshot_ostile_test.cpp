@@ -43,6 +43,7 @@ TEST(SnapshotOstile, NessunDannoFuoriDallaCartella) {
   const std::int32_t kMax = 0x7FFFFFFF;
   const Ostile casi[] = {
       {"nothing in it", Le32(0), true, {}},
+      {"empty file", "", false, {}},
       {"three bytes", std::string("\x01\x00\x00", 3), false, {}},
       {"negative count", Le32(-1), false, {}},
       {"absurd count", Le32(kMax) + Voce("a", 0), false, {}},
@@ -50,6 +51,7 @@ TEST(SnapshotOstile, NessunDannoFuoriDallaCartella) {
       {"negative name length", Le32(1) + Le32(-5) + Le32(0), false, {}},
       {"size past the end", Le32(2) + Voce("ok.txt", 2) + Voce("b", kMax) + "ok", false, {"ok.txt:2"}},
       {"negative size", Le32(2) + Voce("ok.txt", 2) + Voce("b", -1) + "ok", false, {"ok.txt:2"}},
+      {"truncated body", Le32(2) + Voce("ok.txt", 2) + Voce("b", 10) + "ok" + "12345", false, {"ok.txt:2"}},
       {"traversal in names",
        Le32(6) + Voce("..", 1) + Voce("C:..", 1) + Voce("a/../../x", 1) + Voce("...", 1) + Voce(". .", 1) +
            Voce("C:\\..\\..\\fuga.txt", 2) + "12345" + "ok",
