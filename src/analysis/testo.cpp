@@ -7,7 +7,9 @@ void AggiungiRiga(std::string& testo, std::string_view riga) {
   testo += kFineRiga;
 }
 
-std::string_view TestoBooleano(bool v) { return v ? "True" : "False"; }
+std::string_view TestoBooleano(bool v) {
+  return v ? "True" : "False";
+}
 
 std::string Esadecimale(std::int64_t v, int bitCampo) {
   const std::uint64_t maschera = bitCampo >= 64 ? ~0ULL : (1ULL << bitCampo) - 1;

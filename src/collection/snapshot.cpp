@@ -21,15 +21,6 @@ void ScriviIntero(host::File& f, std::int32_t v) {
   f.Scrivi(b.data(), b.size());
 }
 
-bool LeggiIntero(host::File& f, std::int32_t* v) {
-  std::array<unsigned char, 4> b{};
-  if (f.Leggi(reinterpret_cast<char*>(b.data()), b.size()) != b.size()) return false;
-  *v = static_cast<std::int32_t>(static_cast<std::uint32_t>(b[0]) | (static_cast<std::uint32_t>(b[1]) << 8) |
-                                 (static_cast<std::uint32_t>(b[2]) << 16) |
-                                 (static_cast<std::uint32_t>(b[3]) << 24));
-  return true;
-}
-
 // The size a member is recorded with: 0 when it cannot be measured or does not fit 32 bits.
 std::int32_t Misura(const std::string& percorso) {
   int err = 0;
@@ -58,6 +49,15 @@ void CopiaCorpo(const std::string& percorso, std::int64_t dimensione, host::File
 }
 
 }  // namespace
+
+bool LeggiIntero(host::File& f, std::int32_t* v) {
+  std::array<unsigned char, 4> b{};
+  if (f.Leggi(reinterpret_cast<char*>(b.data()), b.size()) != b.size()) return false;
+  *v = static_cast<std::int32_t>(static_cast<std::uint32_t>(b[0]) | (static_cast<std::uint32_t>(b[1]) << 8) |
+                                 (static_cast<std::uint32_t>(b[2]) << 16) |
+                                 (static_cast<std::uint32_t>(b[3]) << 24));
+  return true;
+}
 
 void AccodaIntero(std::string& buffer, std::int32_t v) {
   const auto u = static_cast<std::uint32_t>(v);

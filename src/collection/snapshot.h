@@ -24,6 +24,8 @@ inline constexpr std::int32_t kLunghezzaMassimaNome = 800000;
 // writers that gather many of them.
 void ScriviStringaLunga(const std::string& testo, host::File& file);
 void AccodaIntero(std::string& buffer, std::int32_t v);
+// A 32-bit little-endian integer from the file's position; false when the file ends first.
+bool LeggiIntero(host::File& file, std::int32_t* v);
 void AccodaStringaLunga(std::string& buffer, const std::string& testo);
 std::string LeggiStringaLunga(host::File& file);
 

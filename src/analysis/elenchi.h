@@ -1,0 +1,51 @@
+// The directory reports: a file list of the snapshot laid out as text, with the folder names that repeat
+// from one line to the next blanked, so that the folders read as a tree.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "collection/scansione.h"
+#include "support/interfacce.h"
+
+namespace analysis {
+
+// The three lists a snapshot carries, by the file they are unpacked to and the first words of their report.
+struct ProspettoDirectory {
+  const char* File;
+  const char* Titolo;
+};
+inline constexpr ProspettoDirectory kDirectoryOrdl{"ordl.el", "DIRECTORY ORDELIO"};
+inline constexpr ProspettoDirectory kDirectoryTrle{"trle.el", "DIRECTORY LEVEL EDITOR"};
+inline constexpr ProspettoDirectory kDirectoryArchivio{"dirarc.el", "DIRECTORY ARCHIVIO LIVELLi"};
+
+// Above this many entries a list is refused as one that there is no room for: far more files than any
+// editor or archive folder holds, and few enough that a cut-off list padded with empty entries stays small.
+inline constexpr std::int32_t kMassimoVociElenco = 1 << 20;
+
+// The lenient reader that the reports use. Unlike the strict reader of the scan it takes a list as far as it
+// goes: a cut-off list keeps its count and ends in empty names of size 0. A failure (missing or unopenable
+// file, a count below 0 or above kMassimoVociElenco) shows the plain message "Errore in CaricaElencoFile(): "
+// and the failure's description, keeps the entries read so far, and still gives true. `barra` follows the
+// bytes read over names and sizes together and is not reset. False only for a failure that is still
+// pending at the end, which this reader never leaves.
+bool CaricaElencoFile(const std::string& NomeFile, collection::ElencoFile& elenco,
+                      support::BarraProgresso& barra, support::Messaggi& messaggi);
+
+// The report's text for a loaded list, one line per entry in list order (no sorting). `barra` follows the
+// entries; it is not reset here.
+std::string TestoElencoFile(const collection::ElencoFile& elenco, const std::string& titolo,
+                            support::BarraProgresso& barra, char separatoreDecimale);
+
+// Loads `NomeFile` and gives its report, with `barra` back at 0. When the load gives false: the critical
+// message "Errore caricando elenco files: " and the path, and no text (the report area keeps its own).
+std::optional<std::string> MostraElencoFile(const std::string& NomeFile, const std::string& titolo,
+                                            support::BarraProgresso& barra, support::Messaggi& messaggi);
+
+// One of the three menu items: the list `quale.File` in `cartellaDati`. A missing file shows the critical
+// message "Non trovo file: " and the path and gives no text. The window moves its check mark to the item
+// before calling, whatever the outcome.
+std::optional<std::string> MostraDirectory(const std::string& cartellaDati, const ProspettoDirectory& quale,
+                                           support::BarraProgresso& barra, support::Messaggi& messaggi);
+
+}  // namespace analysis

@@ -1,0 +1,45 @@
+#include "analysis/prospetto_header.h"
+
+#include "analysis/testo.h"
+#include "support/files.h"
+#include "support/valori.h"
+
+namespace analysis {
+
+std::string TestoHeader(const formats::InfoHeader& h, std::span<const formats::TestoFlag> tabellaFlag) {
+  std::string flag = "Flag errori: ";
+  for (const auto& riga : tabellaFlag)
+    if (h.FlagErrori & riga.bit) {
+      flag += '[';
+      flag += riga.testo;
+      flag += "] ";
+    }
+
+  // The letter is printed as the record holds it, not cleaned: a record without one shows its raw byte.
+  const std::string disco = h.DiscoMaggiore.Testo();
+  std::string t;
+  AggiungiRiga(t, flag);
+  AggiungiRiga(t, "Start Folder Trle: \"" + support::PulisciStringa(h.StartFolderTrle.Testo()) + "\"");
+  AggiungiRiga(t, "Start Folder ORDL: \"" + support::PulisciStringa(h.StartFolderOrdl.Testo()) + "\"");
+  AggiungiRiga(t, "Windows Xp : " + std::string(TestoBooleano(h.WindowsXp)));
+  AggiungiRiga(t, "Spazio Disco C: " + support::FormattaDimensione(h.SpazioDiscoC));
+  AggiungiRiga(t, "Maggiore spazio su disco: " + disco + ":\\");
+  AggiungiRiga(t, "Spazio Disco " + disco + ": " + support::FormattaDimensione(h.SpazioDiscoMaggiore));
+  AggiungiRiga(t, "Versione Ordelio: \"" + support::PulisciStringa(h.VersioneOrdelio.Testo()) + "\"");
+  return t;
+}
+
+std::optional<std::string> ProspettoHeader(const std::string& cartellaDati,
+                                           std::span<const formats::TestoFlag> tabellaFlag,
+                                           formats::InfoHeader& header, support::Messaggi& messaggi) {
+  const std::string percorso = cartellaDati + "\\infofile.bin";
+  // A file that exists but cannot be opened is told the same way as a missing one: the user can do nothing
+  // different about it, and the record and the text stay as they were in both cases.
+  if (!support::FileExists(percorso) || !formats::LeggiInfoHeader(percorso, &header)) {
+    messaggi.Critico("Non trovo file: " + percorso);
+    return std::nullopt;
+  }
+  return TestoHeader(header, tabellaFlag);
+}
+
+}  // namespace analysis
