@@ -1,10 +1,10 @@
 #include "analysis/prospetto_archivio.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cstddef>
 
 #include "analysis/testo.h"
+#include "host/nomi.h"
 #include "support/files.h"
 #include "support/valori.h"
 
@@ -14,12 +14,6 @@ namespace {
 template <std::size_t N>
 std::string Pulita(const formats::StringaFissa<N>& s) {
   return support::PulisciStringa(s.Testo());
-}
-
-bool UgualeSenzaMaiuscole(const std::string& a, std::string_view b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) {
-    return std::tolower(static_cast<unsigned char>(x)) == std::tolower(static_cast<unsigned char>(y));
-  });
 }
 
 }  // namespace
@@ -70,7 +64,7 @@ std::string TrovaArchivio(const collection::ContenutoSnapshot& contenuto, const 
       std::min(static_cast<std::size_t>(std::max(contenuto.Numero, 0)), contenuto.Nomi.size());
   for (std::size_t i = 0; i < numero; ++i) {
     const std::string nome = support::PulisciStringa(contenuto.Nomi[i]);
-    if (UgualeSenzaMaiuscole(support::EstraiEstensione(nome), ".qlv"))
+    if (host::UgualiSenzaCaso(support::EstraiEstensione(nome), ".qlv"))
       return cartellaDati + "\\" + support::EstraiNomeFile(nome);
   }
   return "";

@@ -17,13 +17,6 @@
 namespace collection {
 namespace {
 
-// Blanks off both ends, and nothing else: a field padded with NULs keeps them.
-std::string Trim(const std::string& s) {
-  const std::size_t a = s.find_first_not_of(' ');
-  if (a == std::string::npos) return {};
-  return s.substr(a, s.find_last_not_of(' ') - a + 1);
-}
-
 // The run is one pass from the first step to the closing of the window; clicks that arrive meanwhile
 // (the folder scan gives the event loop its turns) must not start a second one.
 struct InCorso {
@@ -76,12 +69,12 @@ void Pul_Start_Click(Principale& p) {
     AggiungiMembro(membri, prf);
     formats::PrefRecord pref;
     const bool letto = formats::LeggiPreferenze(prf, &pref);
-    const std::string archivio = letto ? Trim(pref.PathArchivio.Testo()) : std::string();
+    const std::string archivio = letto ? support::TogliSpazi(pref.PathArchivio.Testo()) : std::string();
     AggiungiMembro(membri, archivio);
     if (!support::FileExists(archivio)) {
       header.FlagErrori |= formats::kMancaArchivioQlv;
     } else if (formats::ArchivioHeader ah; formats::LeggiArchivioHeader(archivio, &ah)) {
-      cartellaArchivio = Trim(ah.SecondaryDir.Testo());
+      cartellaArchivio = support::TogliSpazi(ah.SecondaryDir.Testo());
     }
   }
 

@@ -5,6 +5,8 @@
 #include "host/dischi.h"
 #include "host/machine.h"
 #include "host/nomi.h"
+#include "support/files.h"
+#include "support/valori.h"
 
 namespace picker {
 namespace {
@@ -21,12 +23,6 @@ char Lettera(const std::string& valore) {
 
 std::string Quotato(const std::string& percorso) {
   return "\"" + percorso + "\"";
-}
-
-std::string TogliSpazi(const std::string& s) {
-  const std::size_t inizio = s.find_first_not_of(' ');
-  if (inizio == std::string::npos) return {};
-  return s.substr(inizio, s.find_last_not_of(' ') - inizio + 1);
 }
 
 // Resolves a folder list value to a whole path and reads the folders it holds. A bare "X:" stands for the
@@ -177,21 +173,12 @@ void Drive1_Change(Dialog_GetDir& d) {
   AggiornaDir(d);
 }
 
-std::string NormalizzaPercorso(const std::string& percorso) {
-  std::string out;
-  for (std::size_t i = 0; i < percorso.size(); ++i) {
-    out += percorso[i];
-    if (percorso[i] == '\\' && i + 1 < percorso.size() && percorso[i + 1] == '\\') ++i;
-  }
-  return out;
-}
-
 void Pul_NuovaCartella_Click(Dialog_GetDir& d) {
   if (d.Text_PathDir.empty()) {
     d.messaggi.Critico(kNomeMancante);
     return;
   }
-  const std::string nuovo = NormalizzaPercorso(d.Dir1.Path + "\\" + TogliSpazi(d.Text_PathDir));
+  const std::string nuovo = NormalizzaPercorso(d.Dir1.Path + "\\" + support::TogliSpazi(d.Text_PathDir));
   int err = 0;
   // Folders included: a file of that name blocks the folder just the same.
   const std::string trovato = host::DirPrimo(nuovo, host::kAttrDirectory, &err);

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "support/files.h"
 #include "support/interfacce.h"
 
 namespace picker {
@@ -61,8 +62,8 @@ void ImpostaValori(Dialog_GetDir& d, const std::string& Percorso);
 void Dir1_Change(Dialog_GetDir& d);
 void Drive1_Change(Dialog_GetDir& d);
 
-// Every doubled backslash becomes one, in one pass from the left.
-std::string NormalizzaPercorso(const std::string& percorso);
+// The dialog's own name for the path clean-up it shares with the application lookup.
+using support::NormalizzaPercorso;
 void Pul_NuovaCartella_Click(Dialog_GetDir& d);
 void OKButton_Click(Dialog_GetDir& d);
 void CancelButton_Click(Dialog_GetDir& d);

@@ -1,5 +1,7 @@
 #include "support/dischi.h"
 
+#include "support/valori.h"
+
 #include "host/dischi.h"
 #include "host/machine.h"
 
@@ -15,10 +17,6 @@ std::string Fissa(const std::string& testo, std::size_t lunghezza) {
 
 std::string Radice(const std::string& drive) {
   return drive.empty() ? std::string() : drive.substr(0, 1) + ":\\";
-}
-
-bool VuotaDopoTrim(const std::string& s) {
-  return s.find_first_not_of(' ') == std::string::npos;
 }
 
 }  // namespace
@@ -39,7 +37,7 @@ bool GetDriveInfo(const std::string& drive, DriveInfo& info) {
       return false;
     }
     // Any other failure fills nothing; the letter the record already had decides.
-    return !VuotaDopoTrim(info.DriveLetter);
+    return !TogliSpazi(info.DriveLetter).empty();
   }
   info.DriveLetter = Fissa(d.DriveLetter, 1);
   info.IsReady = d.IsReady;
@@ -58,7 +56,7 @@ bool GetDriveInfo(const std::string& drive, DriveInfo& info) {
     info.TotalSize = 0;
   }
   info.DriveType = d.DriveType;
-  return !VuotaDopoTrim(info.DriveLetter);
+  return !TogliSpazi(info.DriveLetter).empty();
 }
 
 std::vector<std::string> ElencoDischiFissi() {

@@ -22,6 +22,15 @@ std::string EstraiEstensione(const std::string& percorso) {
   return k == std::string::npos ? std::string() : percorso.substr(k);
 }
 
+std::string NormalizzaPercorso(const std::string& percorso) {
+  std::string out;
+  for (std::size_t i = 0; i < percorso.size(); ++i) {
+    out += percorso[i];
+    if (percorso[i] == '\\' && i + 1 < percorso.size() && percorso[i + 1] == '\\') ++i;
+  }
+  return out;
+}
+
 bool FileExists(const std::string& percorso) {
   if (PulisciStringa(percorso).empty()) return false;
   int err = 0;

@@ -15,6 +15,9 @@ std::string EstraiCartella(const std::string& percorso);
 // The last "." and what follows it, wherever it stands.
 std::string EstraiEstensione(const std::string& percorso);
 
+// Every doubled backslash made one, left to right: three become two, four become two.
+std::string NormalizzaPercorso(const std::string& percorso);
+
 // True for a file, or a pattern that matches one; false for a folder.
 bool FileExists(const std::string& percorso);
 bool DirExists(const std::string& percorso);

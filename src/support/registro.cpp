@@ -3,6 +3,7 @@
 #include "host/nomi.h"
 #include "host/registro.h"
 #include "support/files.h"
+#include "support/valori.h"
 
 namespace support {
 namespace {
@@ -10,13 +11,7 @@ namespace {
 constexpr std::int32_t kCsidlProgramFiles = 38;
 constexpr std::size_t kStanzaCartella = 260;
 
-std::string TogliSpazi(const std::string& s) {
-  const std::size_t inizio = s.find_first_not_of(' ');
-  if (inizio == std::string::npos) return {};
-  return s.substr(inizio, s.find_last_not_of(' ') - inizio + 1);
-}
-
-// Every non-overlapping occurrence, left to right: three backslashes become two, four become two.
+// Every non-overlapping occurrence, left to right.
 std::string Sostituisci(const std::string& s, const std::string& cosa, const std::string& con) {
   std::string out;
   std::size_t i = 0;
@@ -57,7 +52,7 @@ std::string TrovaEseguibile(const std::string& nome) {
     const std::string candidato = percorsoFile ? valore : valore + "\\" + file;
     return FileExists(candidato) ? candidato : std::string();
   }
-  std::string candidato = Sostituisci(GetCartellaSpeciale(kCsidlProgramFiles) + "\\" + nome, "\\\\", "\\");
+  std::string candidato = NormalizzaPercorso(GetCartellaSpeciale(kCsidlProgramFiles) + "\\" + nome);
   if (candidato.find("\"%1\"") != std::string::npos)
     candidato = TogliSpazi(Sostituisci(candidato, "\"%1\"", ""));
   return FileExists(candidato) ? candidato : std::string();

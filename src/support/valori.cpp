@@ -72,14 +72,17 @@ void AggiornaProgresso(BarraProgresso& barra, double totale, double corrente) {
   barra.Refresh();
 }
 
+std::string TogliSpazi(const std::string& testo) {
+  const std::size_t inizio = testo.find_first_not_of(' ');
+  if (inizio == std::string::npos) return {};
+  return testo.substr(inizio, testo.find_last_not_of(' ') - inizio + 1);
+}
+
 std::string PulisciStringa(const std::string& testo) {
   std::string t = testo;
   for (char& c : t)
     if (c == '\0') c = ' ';
-  const std::size_t inizio = t.find_first_not_of(' ');
-  if (inizio == std::string::npos) return {};
-  const std::size_t fine = t.find_last_not_of(' ');
-  return t.substr(inizio, fine - inizio + 1);
+  return TogliSpazi(t);
 }
 
 }  // namespace support

@@ -14,6 +14,9 @@ std::string FormattaDimensione(double byte, char separatoreDecimale);
 // Shows the whole percent of `corrente` out of `totale`, repainting only when it changes.
 void AggiornaProgresso(BarraProgresso& barra, double totale, double corrente);
 
+// Blanks off both ends; tabs, line ends and NULs stay.
+std::string TogliSpazi(const std::string& testo);
+
 // NULs become blanks, then blanks are trimmed from both ends.
 std::string PulisciStringa(const std::string& testo);
 
