@@ -1,9 +1,8 @@
 #include "support/dischi.h"
 
-#include "support/valori.h"
-
 #include "host/dischi.h"
 #include "host/machine.h"
+#include "support/valori.h"
 
 namespace support {
 namespace {
