@@ -50,6 +50,44 @@ class CicloEventi {
   virtual void UnTurno() = 0;
 };
 
+// The report area: one string whose line ends are CR LF, and a selection. Positions count characters of that
+// string from 0, a CR LF being two, whatever the widget shows.
+class AreaTesto {
+ public:
+  virtual ~AreaTesto() = default;
+  virtual std::string Testo() const = 0;
+  // Replaces the whole text; the selection goes back to the start.
+  virtual void ImpostaTesto(const std::string& testo) = 0;
+  virtual long SelStart() const = 0;
+  virtual long SelLength() const = 0;
+  // Selects `lunghezza` characters from `inizio`, both clipped to the text.
+  virtual void Seleziona(long inizio, long lunghezza) = 0;
+  virtual std::string SelText() const = 0;
+};
+
+// The common file dialog: title, start folder, one filter entry ("Description|mask"), a file name, then
+// open or save. The show calls give false for a cancel (or a dialog that failed); the folder and the
+// other settings last from one use to the next.
+class DialogoFile {
+ public:
+  virtual ~DialogoFile() = default;
+  virtual void ImpostaTitolo(const std::string& titolo) = 0;
+  virtual void ImpostaCartellaIniziale(const std::string& cartella) = 0;
+  virtual void ImpostaFiltro(const std::string& filtro) = 0;
+  virtual void ImpostaNomeFile(const std::string& nome) = 0;
+  virtual bool MostraApri() = 0;
+  virtual bool MostraSalva() = 0;
+  // The chosen file, a Windows path.
+  virtual std::string NomeFile() const = 0;
+};
+
+class Appunti {
+ public:
+  virtual ~Appunti() = default;
+  virtual void Svuota() = 0;
+  virtual void ImpostaTesto(const std::string& testo) = 0;
+};
+
 // A caption and a bar that show nothing, for callers without a window.
 class DidascaliaMuta : public Didascalia {
  public:

@@ -1,0 +1,114 @@
+// The analysis window as the operations see it, without a toolkit: the report area, the search box, the
+// progress bar, the check marks of the report menu, its message boxes, the common file dialog and the
+// clipboard; and what an opened snapshot leaves in it. The window's menu items and buttons call the
+// handlers below and nothing else.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "collection/snapshot.h"
+#include "formats/info_header.h"
+#include "host/machine.h"
+#include "support/interfacce.h"
+
+namespace analysis {
+
+// The items of the menus "Prospetto" and "Analisi" that carry a check mark, or (the last) do not.
+enum class Voce {
+  mnu_ShowInfoHeader,
+  mnu_ShowPref,
+  mnu_ShowArchivioQlv,
+  mnu_ShowORDL_Dir,
+  mnu_ShowTRLE_Dir,
+  mnu_ShowArchivioDir,
+  mnu_ShowOrdelioTxt,
+  mnu_ShowScriptDat,
+  mnu_AnalisiBackup,
+};
+inline constexpr int kNumeroVoci = 9;
+
+// The check marks of the menu items.
+class SegniMenu {
+ public:
+  virtual ~SegniMenu() = default;
+  virtual bool Checked(Voce v) const = 0;
+  virtual void SetChecked(Voce v, bool segnato) = 0;
+};
+
+// Check marks held in memory, for the headless tool and tests.
+class SegniInMemoria : public SegniMenu {
+ public:
+  bool Checked(Voce v) const override { return segni_[static_cast<std::size_t>(v)]; }
+  void SetChecked(Voce v, bool segnato) override { segni_[static_cast<std::size_t>(v)] = segnato; }
+
+ private:
+  std::array<bool, kNumeroVoci> segni_{};
+};
+
+inline constexpr const char* kTestoIniziale = "RichTextBox1";
+
+struct Dialog_Analisi {
+  support::AreaTesto& Text_Out;
+  // The search box: only its text is used.
+  support::Didascalia& Text_Cerca;
+  support::BarraProgresso& ProgressBar1;
+  SegniMenu& Menu;
+  support::Messaggi& Messaggi;
+  // The main window's one file dialog, shared with the opening of the snapshot.
+  support::DialogoFile& CommonDialog1;
+  support::Appunti& Clipboard;
+  // The process's one header record: the header report loads the snapshot's copy into it.
+  formats::InfoHeader& InfoHeader;
+  // The folder of the running program: Dati and the sample lists are there.
+  std::string CartellaProgramma = host::CartellaProgramma();
+
+  // What ImpostaValori leaves.
+  collection::ContenutoSnapshot Contenuto;
+  std::string CartellaDati;
+  std::array<std::int32_t, 9> FlagBit{};
+  std::array<std::string, 9> FlagTesti;
+  std::int32_t NumeroFlag = 0;
+  // The full paths of the sample files after a backup analysis.
+  std::vector<std::string> FileTrovati;
+  std::int32_t NumeroFileTrovati = 0;
+};
+
+// "Leggi Dati" up to the choice: sets up the file dialog and shows it. False on cancel; otherwise `nome` is
+// the chosen snapshot, and the caller runs ImpostaValori on a new window and shows it modally.
+bool ScegliSnapshot(support::DialogoFile& dialogo, std::string& nome);
+
+// Empties (or makes) Dati below the program folder, unpacks the snapshot there and shows the header
+// report; "Errrore estraendo file" when it cannot be unpacked.
+void ImpostaValori(Dialog_Analisi& d, const std::string& NomeInfoOrdl);
+
+// Clears the marks of the eight report items (not of the analysis item).
+void DeselezionaProspetti(Dialog_Analisi& d);
+
+// The menu items.
+void mnu_ShowInfoHeader_Click(Dialog_Analisi& d);
+void mnu_ShowPref_Click(Dialog_Analisi& d);
+void mnu_ShowArchivioQlv_Click(Dialog_Analisi& d);
+void mnu_ShowORDL_Dir_Click(Dialog_Analisi& d);
+void mnu_ShowTRLE_Dir_Click(Dialog_Analisi& d);
+void mnu_ShowArchivioDir_Click(Dialog_Analisi& d);
+void mnu_ShowOrdelioTxt_Click(Dialog_Analisi& d);
+void mnu_ShowScriptDat_Click(Dialog_Analisi& d);
+void mnu_AnalisiBackup_Click(Dialog_Analisi& d);
+// Runs the menu item `v`, as its click does.
+void EseguiVoce(Dialog_Analisi& d, Voce v);
+
+// The search in the report area. `Avanti` gives the direction, `DallInizio` starts at the top instead of
+// at the selection; `Trovato` is true when a word was found and selected.
+void TrovaTesto(Dialog_Analisi& d, bool Avanti, bool DallInizio, bool& Trovato);
+void Pul_Trova_Click(Dialog_Analisi& d);
+void Pul_Dopo_Click(Dialog_Analisi& d);
+void Pul_Prima_Click(Dialog_Analisi& d);
+
+void mnu_Copia_Click(Dialog_Analisi& d);
+void mnu_CaricaFile_Click(Dialog_Analisi& d);
+void mnu_SalvaFile_Click(Dialog_Analisi& d);
+
+}  // namespace analysis
