@@ -9,3 +9,9 @@ set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_EXE_LINKER_FLAGS_INIT "-static -static-libgcc -static-libstdc++")
+
+# ctest runs the Windows executables through Wine when it is there (the prefix is the caller's WINEPREFIX).
+find_program(CHECKORDL_WINE NAMES wine wine64)
+if(CHECKORDL_WINE)
+  set(CMAKE_CROSSCOMPILING_EMULATOR ${CHECKORDL_WINE})
+endif()

@@ -1,7 +1,10 @@
-// A whole machine in a temporary folder: a Wine prefix with C: on drive_c and D: on a missing target.
+// A whole machine for one test. Elsewhere than on Windows: a Wine prefix in a temporary folder, with C: on
+// drive_c and D: on a missing target. On Windows (only ever a throwaway Wine prefix): the real C: drive and
+// HKEY_LOCAL_MACHINE, put back as they were when the test ends.
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 
 // A 32-bit signed integer as the four little-endian bytes that files hold.
@@ -14,9 +17,15 @@ class MacchinaProva {
   MacchinaProva(const MacchinaProva&) = delete;
   MacchinaProva& operator=(const MacchinaProva&) = delete;
 
-  // Host path of a Windows path below C:\ ("Dati\a.txt" -> <prefix>/drive_c/Dati/a.txt).
+  // Host path of a Windows path below C:\ ("Dati\a.txt" -> <prefix>/drive_c/Dati/a.txt, or C:\Dati\a.txt
+  // on Windows). Names are given in UTF-8.
   std::string C(const std::string& relativo) const;
+  // The prefix folder; nothing on Windows.
   const std::string& Prefisso() const { return prefisso_; }
+
+  // HKEY_LOCAL_MACHINE becomes what a system.reg text says: the prefix's file, or on Windows the keys and
+  // values written into the real registry.
+  void Registro(const std::string& testo) const;
 
   static void ScriviHost(const std::string& host, const std::string& byte);
   static std::string LeggiHost(const std::string& host);
@@ -24,4 +33,6 @@ class MacchinaProva {
 
  private:
   std::string prefisso_;
+  struct Ripristino;
+  std::unique_ptr<Ripristino> ripristino_;
 };

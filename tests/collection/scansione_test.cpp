@@ -76,9 +76,14 @@ TEST(Scansione, CosaEntraNellElenco) {
   fs::resize_file(m.C("T/enorme.bin"), std::uintmax_t{3} << 30);
   // Links: a loop to the parent is not entered, a link to a file is listed with its target's size, a
   // dangling one cannot be read and is left out.
+#ifdef _WIN32
+  // Wine makes no links for the program; a copy stands for the one to a file.
+  MacchinaProva::ScriviHost(m.C("T/collegato.txt"), "12345");
+#else
   fs::create_directory_symlink("..", m.C("T/a.b/giro"));
   fs::create_symlink("uno.txt", m.C("T/collegato.txt"));
   fs::create_symlink("manca.txt", m.C("T/rotto.txt"));
+#endif
   // Hidden by attribute, where the file system takes extended attributes.
   MacchinaProva::ScriviHost(m.C("T/attributo.txt"), "x");
   MacchinaProva::ScriviHost(m.C("T/sistema/y.txt"), "y");
@@ -105,7 +110,9 @@ TEST(Scansione, NomiRelativiAllaCartellaComeData) {
   const std::pair<std::string, std::string> casi[] = {
       {"c:\\dATI", "\\Sotto\\f.txt"},  // the platform's own form of the name differs in case
       {"C:\\Dati\\", "Sotto\\f.txt"},
+#ifndef _WIN32  // the machine's own C: holds the system too
       {"C:", "\\Dati\\Sotto\\f.txt"},
+#endif
   };
   for (const auto& [cartella, nome] : casi) {
     FinestraProva f;
@@ -146,6 +153,9 @@ TEST(Scansione, UnaChiamataFallitaNonLasciaIlVecchioElenco) {
 }
 
 TEST(Scansione, CartellaIlleggibileNonFermaIlGiro) {
+#ifdef _WIN32
+  GTEST_SKIP() << "a folder no one may read is made with Unix permissions";
+#else
   MacchinaProva m;
   for (const char* p : {"T/a.txt", "T/chiusa/segreto.txt", "T/zeta/z.txt"})
     MacchinaProva::ScriviHost(m.C(p), "");
@@ -159,6 +169,7 @@ TEST(Scansione, CartellaIlleggibileNonFermaIlGiro) {
   collection::ScansioneCartella(s, "C:\\T", eventi);
   ASSERT_EQ(root ? ::seteuid(0) : 0, 0);
   EXPECT_EQ(s.FileTrovati, (V{"C:\\T\\a.txt", "C:\\T\\zeta\\z.txt"}));
+#endif
 }
 
 std::string Nome(const std::string& n) {

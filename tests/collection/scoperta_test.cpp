@@ -54,8 +54,7 @@ class ScopertaTest : public testing::Test {
 
 // Gives the machine its registry and runs the discovery into the window.
 void Cerca(const MacchinaProva& m, const std::string& registro, FinestraProva& f) {
-  MacchinaProva::ScriviHost(m.Prefisso() + "/system.reg", "WINE REGISTRY Version 2\n\n" + registro);
-  host::UsaPrefisso(m.Prefisso());
+  m.Registro("WINE REGISTRY Version 2\n\n" + registro);
   formats::PrefRecord pref;
   collection::CercaInstallazioni(f.principale, pref);
 }
@@ -107,6 +106,9 @@ TEST_F(ScopertaTest, CartelleDalRegistroEDaOrdelio) {
 }
 
 TEST_F(ScopertaTest, FigureDellaMacchina) {
+#ifdef _WIN32
+  GTEST_SKIP() << "needs the test prefix's D: link and drive types";
+#endif
   MacchinaProva m;
   figure['C'] = {0, 0, 5000};
   figure['D'] = {0, 0, 9000};

@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
+#include <string>
 #include <vector>
 
 #include "finestra_prova.h"
@@ -65,7 +67,10 @@ TEST(Snapshot, AndataERitorno) {
   EXPECT_TRUE(MacchinaProva::EsisteHost(m.C("Dati/vuoto.txt")));
   // Same last component: one target, the later wins (names match without regard to case).
   EXPECT_EQ(MacchinaProva::LeggiHost(m.C("Dati/ordelio.prf")), "seconda");
-  EXPECT_FALSE(MacchinaProva::EsisteHost(m.C("Dati/ORDELIO.PRF")));
+  std::vector<std::string> nomi;
+  for (const auto& e : fs::directory_iterator(m.C("Dati"))) nomi.push_back(e.path().filename().string());
+  std::sort(nomi.begin(), nomi.end());
+  EXPECT_EQ(nomi, (std::vector<std::string>{"ordelio.prf", "script.dat", "vecchio.txt", "vuoto.txt"}));
   EXPECT_EQ(MacchinaProva::LeggiHost(m.C("Dati/vecchio.txt")), "resta");
   EXPECT_FALSE(collection::EstraiSnapshot("C:\\manca.bin", "C:\\Dati", c));
 }

@@ -131,9 +131,12 @@ TEST(PeVersione, FileOstiliDannoVuoto) {
         EXPECT_EQ(Estrai(p.byte), "");
         EXPECT_LE(o.Massima(), p.byte.size() + 1);
       }
+#ifndef _WIN32
+      // On Windows the platform reads the file; Wine's own reader there takes some of these as sound.
       MacchinaProva m;
       MacchinaProva::ScriviHost(m.C("ostile.exe"), p.byte);
       EXPECT_EQ(host::LeggiBloccoVersione("C:\\ostile.exe"), "");
+#endif
     }
   }
 }

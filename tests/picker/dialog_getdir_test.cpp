@@ -77,15 +77,32 @@ TEST_F(PickerTest, PercorsoDiPartenza) {
   EXPECT_TRUE(msg_.tutti.empty());
 }
 
+#ifdef _WIN32
+// The machine's own C: holds the system's folders too.
+bool Contiene(const std::vector<std::string>& tutti, const std::vector<std::string>& questi) {
+  return std::all_of(questi.begin(), questi.end(), [&](const std::string& s) {
+    return std::find(tutti.begin(), tutti.end(), s) != tutti.end();
+  });
+}
+#endif
+
 TEST_F(PickerTest, ElencoDelleCartelle) {
+#ifdef _WIN32
+  EXPECT_TRUE(Contiene(d_.Drive1.elenco, {"C:", "Z:"}));
+#else
   // Z: is the host's root, since the test machine names no z: link; D: is there though not ready.
   EXPECT_EQ(d_.Drive1.elenco, (std::vector<std::string>{"C:", "D:", "Z:"}));
+#endif
   EXPECT_EQ(d_.Caption, " Select a folder");
   picker::ImpostaValori(d_, "C:\\Giochi");
   // Folders only, without "." and "..".
   EXPECT_EQ(Ordinati(d_.Dir1.sottocartelle), (std::vector<std::string>{"Alfa", "Beta"}));
   picker::ImpostaValori(d_, "C:\\");
+#ifdef _WIN32
+  EXPECT_TRUE(Contiene(d_.Dir1.sottocartelle, {"Corrente", "Giochi"}));
+#else
   EXPECT_EQ(Ordinati(d_.Dir1.sottocartelle), (std::vector<std::string>{"Corrente", "Giochi"}));
+#endif
   // The user opens a folder: the change event shows it.
   EXPECT_EQ(picker::ImpostaPath(d_, "C:\\Giochi\\Alfa"), 0);
   EXPECT_EQ(d_.Text_Path, "C:\\Giochi\\Alfa");
@@ -148,6 +165,9 @@ TEST(NormalizzaPercorso, BarreDoppie) {
 }
 
 TEST_F(PickerTest, DriveNonPronto) {
+#ifdef _WIN32
+  GTEST_SKIP() << "a drive that is there but not ready is a link of the test's own Wine prefix";
+#endif
   picker::ImpostaValori(d_, "C:\\Giochi");
   picker::ScegliDrive(d_, "D:");
   EXPECT_EQ(msg_.tutti, std::vector<std::string>{"critical: Drive not ready"});
@@ -166,6 +186,9 @@ TEST_F(PickerTest, DriveNonPronto) {
 }
 
 TEST_F(PickerTest, LaCartellaCorrenteSparita) {
+#ifdef _WIN32
+  GTEST_SKIP() << "Windows will not remove a process's current folder";
+#endif
   // Neither the start path nor the current folder can be listed: the list is empty and the call ends.
   fs::remove(m_.C("Corrente"));
   picker::ImpostaValori(d_, "C:\\Manca");
