@@ -1,5 +1,7 @@
 #include "host/collegamenti.h"
 
+#include <algorithm>
+
 #include "host/machine.h"
 #include "host/nomi.h"
 
@@ -88,10 +90,16 @@ bool LeggiCartella(const CartellaDaLeggere& cartella, int mask, std::vector<Voce
   if (!d) return false;
   const int fd = ::dirfd(d);
   const std::string base = cartella.interno == "/" ? std::string() : cartella.interno;
-  std::string pieno;
+  std::vector<std::string> nomi;
   while (const dirent* e = ::readdir(d)) {
     const char* n = e->d_name;
     if (n[0] == '.' && (n[1] == '\0' || (n[1] == '.' && n[2] == '\0'))) continue;
+    nomi.emplace_back(n);
+  }
+  std::sort(nomi.begin(), nomi.end(), PrimaInCartella);
+  std::string pieno;
+  for (const std::string& nome : nomi) {
+    const char* n = nome.c_str();
     struct stat st {};
     if (::fstatat(fd, n, &st, AT_SYMLINK_NOFOLLOW) != 0) continue;
     VoceCartella v;

@@ -55,7 +55,8 @@ bool MisuraPiattaforma(const std::string& radice, MisureVolume* misure) {
   const std::uint64_t blocco = sv.f_frsize ? sv.f_frsize : sv.f_bsize;
   misure->disponibili = static_cast<std::uint64_t>(sv.f_bavail) * blocco;
   misure->totali = static_cast<std::uint64_t>(sv.f_blocks) * blocco;
-  misure->liberi = static_cast<std::uint64_t>(sv.f_bfree) * blocco;
+  // Wine gives the caller's share for the whole volume too: the blocks kept for root are never free.
+  misure->liberi = misure->disponibili;
   return true;
 }
 

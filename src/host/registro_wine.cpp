@@ -169,6 +169,7 @@ void Copia(const ValoreRegistro& v, std::string* dati, int* tipo) {
 
 constexpr long kEFail = static_cast<std::int32_t>(0x80004005u);
 constexpr long kEInvalidArg = static_cast<std::int32_t>(0x80070057u);
+constexpr long kNonTrovato = static_cast<std::int32_t>(0x80070002u);
 
 }  // namespace
 
@@ -208,17 +209,22 @@ std::string CartellaSpeciale(int csidl, long* esito) {
     *esito = kEFail;
     return {};
   }
-  *esito = 0;
-  // Wine takes the folder from the registry and has a default of its own when the value is missing.
-  std::string dati;
+  // Wine takes the folder from the registry and has a default of its own when the value is missing; it
+  // gives the path only when something is there, as the platform's own rules for a path find it.
+  std::string dati = "C:\\Program Files";
   int tipo = kRegNone;
-  if (LeggiValoreRegistroNome("Software\\Microsoft\\Windows\\CurrentVersion", "ProgramFilesDir", &dati,
+  std::string valore;
+  if (LeggiValoreRegistroNome("Software\\Microsoft\\Windows\\CurrentVersion", "ProgramFilesDir", &valore,
                               &tipo) == kRegOk &&
-      TipoTesto(tipo)) {
-    dati.resize(dati.find('\0') == std::string::npos ? dati.size() : dati.find('\0'));
-    if (!dati.empty()) return dati;
+      TipoTesto(tipo))
+    dati = valore.substr(0, valore.find('\0'));
+  int err = 0;
+  if (dati.empty() || LeggiAttributi(dati, &err) < 0) {
+    *esito = kNonTrovato;
+    return {};
   }
-  return "C:\\Program Files";
+  *esito = 0;
+  return dati;
 }
 
 }  // namespace host

@@ -8,6 +8,7 @@
 #include <sys/xattr.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cctype>
 #include <cerrno>
@@ -143,6 +144,31 @@ const std::optional<std::string>& BersaglioDrive(char lettera) {
   return s.drive[lettera - 'A'];
 }
 
+// The components of an absolute Windows path below its root as the platform reads them: "." and ".." go,
+// a folder's name loses one closing dot and the last name every closing dot and blank ("a.\b. ." is
+// "a\b").
+std::vector<std::string> ComponentiWindows(const std::string& p) {
+  std::vector<std::string> parti;
+  for (std::size_t i = 3; i <= p.size();) {
+    std::size_t j = p.find('\\', i);
+    if (j == std::string::npos) j = p.size();
+    std::string c = p.substr(i, j - i);
+    i = j + 1;
+    if (c == "..") {
+      if (!parti.empty()) parti.pop_back();
+      continue;
+    }
+    if (c == ".") continue;
+    if (j < p.size()) {
+      if (!c.empty() && c.back() == '.') c.pop_back();
+    } else {
+      while (!c.empty() && (c.back() == '.' || c.back() == ' ')) c.pop_back();
+    }
+    if (!c.empty()) parti.push_back(std::move(c));
+  }
+  return parti;
+}
+
 struct Risolto {
   std::string host;
   // The host folder that holds the last component exists.
@@ -189,7 +215,7 @@ std::optional<Risolto> Risolvi(const std::string& winPath, int* err) {
     return std::nullopt;
   }
 
-  const std::vector<std::string> parti = Componenti(assoluto, '\\', 3);
+  const std::vector<std::string> parti = ComponentiWindows(assoluto);
 
   Risolto r;
   r.host = *bersaglio == "/" ? std::string() : *bersaglio;
@@ -216,6 +242,9 @@ std::optional<Risolto> Risolvi(const std::string& winPath, int* err) {
       }
     }
     r.host += "/" + nome;
+    // A file where a folder is named: what follows is a path that does not exist.
+    if (esiste && k + 1 < parti.size() && (::stat(r.host.c_str(), &st) != 0 || !S_ISDIR(st.st_mode)))
+      esiste = false;
   }
   if (parti.empty()) {
     r.genitoreEsiste = true;
@@ -236,6 +265,30 @@ void SeparaUltimo(const std::string& p, std::string* cartella, std::string* nome
     cartella->clear();
     *nome = p;
   }
+}
+
+bool Barra(char c) {
+  return c == '\\' || c == '/';
+}
+
+// A reserved device name as the last name of a path: the platform takes the device, in any folder that
+// exists. Null when the path names no device; else the error of the device's folder (0 when it exists).
+std::optional<int> Dispositivo(const std::string& p) {
+  std::string cartella, nome;
+  SeparaUltimo(p, &cartella, &nome);
+  if (!NomeDispositivo(nome)) return std::nullopt;
+  int err = kNessunErrore;
+  const auto r = Risolvi(cartella.empty() ? std::string(".") : cartella, &err);
+  struct stat st {};
+  if (r && (::stat(r->host.c_str(), &st) != 0 || !S_ISDIR(st.st_mode))) err = kErrPathNotFound;
+  return err;
+}
+
+// Of the devices only NUL can be opened here: the others wait for hardware or a console.
+bool Nul(const std::string& p) {
+  std::string cartella, nome;
+  SeparaUltimo(p, &cartella, &nome);
+  return Maiuscolo(nome.substr(0, 3)) == "NUL";
 }
 
 }  // namespace
@@ -259,10 +312,49 @@ int AttributiWine(const std::string& hostPath, const struct stat& st, const std:
   if (n > 2 && buf[0] == '0' && (buf[1] == 'x' || buf[1] == 'X')) {
     buf[n] = '\0';
     a |= static_cast<int>(std::strtoul(buf + 2, nullptr, 16)) & (kAttrHidden | kAttrSystem);
-  } else if (nomeWin.size() > 1 && nomeWin[0] == '.' && nomeWin != ".." && !MostraPuntiFile()) {
-    a |= kAttrHidden;
   }
+  // Wine hides a dot file whatever its stored attributes say.
+  if (nomeWin.size() > 1 && nomeWin[0] == '.' && nomeWin != ".." && !MostraPuntiFile()) a |= kAttrHidden;
   return a;
+}
+
+namespace {
+
+// The next character of UTF-8 text; a byte that starts no character stands for itself.
+char32_t Carattere(const std::string& s, std::size_t* i) {
+  const auto b = static_cast<unsigned char>(s[(*i)++]);
+  int seguito = b >= 0xF0 ? 3 : b >= 0xE0 ? 2 : b >= 0xC0 ? 1 : 0;
+  char32_t c = seguito == 3 ? b & 7u : seguito == 2 ? b & 15u : seguito == 1 ? b & 31u : b;
+  if (*i + static_cast<std::size_t>(seguito) > s.size()) return b;
+  for (; seguito > 0; --seguito) c = (c << 6) | (static_cast<unsigned char>(s[(*i)++]) & 63u);
+  return c;
+}
+
+// Upper case as Wine's table has it for the scripts that names in a level editor's folders use; other
+// characters stay as they are.
+char32_t InMaiuscolo(char32_t c) {
+  if ((c >= U'a' && c <= U'z') || (c >= 0xE0 && c <= 0xFE && c != 0xF7)) return c - 0x20;
+  if (c == 0xFF) return 0x178;
+  if (c >= 0x100 && c <= 0x17F) {
+    const bool pari = (c >= 0x139 && c <= 0x148) || (c >= 0x179 && c <= 0x17E);
+    if (c == 0x131 || c == 0x138 || c == 0x149 || c == 0x17F) return c;
+    return pari ? (c % 2 == 0 ? c - 1 : c) : (c % 2 == 1 ? c - 1 : c);
+  }
+  if ((c >= 0x3B1 && c <= 0x3C9 && c != 0x3C2) || (c >= 0x430 && c <= 0x44F)) return c - 0x20;
+  if (c >= 0x450 && c <= 0x45F) return c - 0x50;
+  return c;
+}
+
+}  // namespace
+
+bool PrimaInCartella(const std::string& a, const std::string& b) {
+  std::size_t i = 0, j = 0;
+  while (i < a.size() && j < b.size()) {
+    const char32_t x = InMaiuscolo(Carattere(a, &i)), y = InMaiuscolo(Carattere(b, &j));
+    if (x != y) return x < y;
+  }
+  if (i < a.size() || j < b.size()) return j < b.size();
+  return a < b;
 }
 
 void UsaPrefisso(const std::string& hostFolder) {
@@ -352,8 +444,18 @@ std::string DirPrimo(const std::string& pattern, int mask, int* err) {
     Imposta(err, kErrBadFileName);
     return {};
   }
+  // The pattern is a path's last name too: closing dots and blanks go ("*." is "*").
+  while (!modello.empty() && (modello.back() == '.' || modello.back() == ' ')) modello.pop_back();
   const auto r = Risolvi(cartella.empty() ? std::string(".") : cartella, err);
   if (!r) return {};
+  if (!contenuto && !HaJolly(modello) && NomeDispositivo(modello)) {
+    // A device is found in any folder that exists, under the name it was asked by.
+    struct stat st {};
+    if (::stat(r->host.c_str(), &st) == 0 && S_ISDIR(st.st_mode))
+      s.elenco.push_back(modello.substr(0, std::min(modello.find_first_of(". "), modello.size())));
+    return DirProssimo(err);
+  }
+  if (!contenuto && modello.empty()) return {};
   const std::string& base = r->host;
   const bool radice = cartella.size() <= 3 && cartella.size() >= 2 && cartella[1] == ':';
 
@@ -361,14 +463,15 @@ std::string DirPrimo(const std::string& pattern, int mask, int* err) {
     const std::string nomeWin = DaUtf8(nomeHost);
     if (!contenuto && !CorrispondeModello(modello, nomeWin)) return;
     const std::string pieno = (base == "/" ? std::string() : base) + "/" + nomeHost;
+    // A link whose target is gone is no entry at all.
     struct stat st {};
-    if (::stat(pieno.c_str(), &st) != 0 && ::lstat(pieno.c_str(), &st) != 0) return;
+    if (::stat(pieno.c_str(), &st) != 0) return;
     if (AmmessoDaMaschera(AttributiWine(pieno, st, nomeWin), mask)) s.elenco.push_back(nomeWin);
   };
 
   if (!contenuto && !HaJolly(modello)) {
     // One name: the entry of that name, found without regard to case.
-    const auto uno = Risolvi(pattern, nullptr);
+    const auto uno = Risolvi(cartella + modello, nullptr);
     struct stat st {};
     if (uno && ::lstat(uno->host.c_str(), &st) == 0) {
       const std::string nomeHost = uno->host.substr(uno->host.find_last_of('/') + 1);
@@ -387,6 +490,7 @@ std::string DirPrimo(const std::string& pattern, int mask, int* err) {
       nomi.push_back(n);
     }
     ::closedir(d);
+    std::sort(nomi.begin(), nomi.end(), PrimaInCartella);
     if (contenuto && (mask & kAttrDirectory) && !radice) {
       s.elenco.push_back(".");
       s.elenco.push_back("..");
@@ -414,6 +518,10 @@ int LeggiAttributi(const std::string& path, int* err) {
   if (p.empty() || HaJolly(p)) {
     Imposta(err, kErrBadFileName);
     return -1;
+  }
+  if (const auto d = Dispositivo(p)) {
+    Imposta(err, *d);
+    return *d ? -1 : kAttrArchive;
   }
   const auto r = Risolvi(p, err);
   if (!r) return -1;
@@ -462,6 +570,10 @@ std::int64_t LunghezzaFile(const std::string& path, int* err) {
   Imposta(err, kNessunErrore);
   if (path.empty() || HaJolly(path)) {
     Imposta(err, kErrBadFileName);
+    return -1;
+  }
+  if (const auto d = Dispositivo(path)) {
+    Imposta(err, *d ? *d : kErrPathFileAccess);
     return -1;
   }
   const auto r = Risolvi(path, err);
@@ -517,17 +629,28 @@ File File::ApriLettura(const std::string& winPath, int* err) {
     Imposta(err, kErrBadFileName);
     return f;
   }
+  if (const auto d = Dispositivo(winPath)) {
+    Imposta(err, *d ? *d : Nul(winPath) ? kNessunErrore : kErrPathFileAccess);
+    if (!*d && Nul(winPath)) f.handle_ = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
+    return f;
+  }
   const auto r = Risolvi(winPath, err);
   if (!r) return f;
   const int fd = ::open(r->host.c_str(), O_RDONLY | O_CLOEXEC);
   if (fd < 0) {
-    Imposta(err, ErroreDaErrno(errno));
+    Imposta(err, errno == ENOENT && !r->genitoreEsiste ? kErrPathNotFound : ErroreDaErrno(errno));
     return f;
   }
   struct stat st {};
   if (::fstat(fd, &st) != 0 || S_ISDIR(st.st_mode)) {
     ::close(fd);
     Imposta(err, kErrPathFileAccess);
+    return f;
+  }
+  // A file named as a folder, with a closing separator, is a bad name to the platform.
+  if (Barra(winPath.back())) {
+    ::close(fd);
+    Imposta(err, kErrBadFileName);
     return f;
   }
   f.handle_ = fd;
@@ -541,6 +664,11 @@ File File::ApriScrittura(const std::string& winPath, int* err) {
     Imposta(err, kErrBadFileName);
     return f;
   }
+  if (const auto d = Dispositivo(winPath)) {
+    Imposta(err, *d ? *d : Nul(winPath) ? kNessunErrore : kErrPathFileAccess);
+    if (!*d && Nul(winPath)) f.handle_ = ::open("/dev/null", O_WRONLY | O_CLOEXEC);
+    return f;
+  }
   const auto r = Risolvi(winPath, err);
   if (!r) return f;
   if (!r->genitoreEsiste) {
@@ -548,7 +676,12 @@ File File::ApriScrittura(const std::string& winPath, int* err) {
     return f;
   }
   struct stat st {};
-  if (Esiste(r->host, &st)) {
+  const bool esiste = Esiste(r->host, &st);
+  if (Barra(winPath.back()) && !(esiste && S_ISDIR(st.st_mode))) {
+    Imposta(err, kErrBadFileName);
+    return f;
+  }
+  if (esiste) {
     // Replacing a file needs it writable, visible and not a folder, as on the platform.
     std::string cartella, nome;
     SeparaUltimo(winPath, &cartella, &nome);

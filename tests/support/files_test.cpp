@@ -34,7 +34,7 @@ TEST(Percorsi, TagliDelPercorso) {
 TEST(File, EsistenzaDiFileECartelle) {
   MacchinaProva m;
   MacchinaProva::ScriviHost(m.C("Dati/a.txt"), "abc");
-  MacchinaProva::ScriviHost(m.C(" b.txt "), "abc");
+  MacchinaProva::ScriviHost(m.C(" b.txt"), "abc");
   fs::create_directories(m.C("Vuota"));
   // path, is a file, is a folder
   const std::tuple<std::string, bool, bool> casi[] = {
@@ -43,7 +43,7 @@ TEST(File, EsistenzaDiFileECartelle) {
       {"C:\\Dati", false, true},
       {"C:\\Dati\\", true, true},  // the enumeration lists what the folder holds
       {"C:\\Vuota\\", false, true},
-      {"C:\\ b.txt ", true, false},  // blanks around are part of the name
+      {"C:\\ b.txt ", true, false},  // a blank in front is part of the name, closing ones are not
       {"   ", false, false},
       {std::string(3, '\0'), false, false},
       {"D:\\a.txt", false, false},  // drive not ready
