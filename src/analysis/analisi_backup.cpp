@@ -6,6 +6,7 @@
 
 #include "analysis/elenchi.h"
 #include "analysis/testo.h"
+#include "host/collegamenti.h"
 #include "host/machine.h"
 #include "host/nomi.h"
 #include "support/registro.h"
@@ -59,6 +60,38 @@ class Indice {
 
  private:
   std::unordered_map<std::string, std::size_t> mappa_;
+};
+
+// The good copies' lengths, read a folder at a time: one listing of a folder measures all its files, where
+// asking for each file by its full path would resolve the whole path again every time.
+class MisuraPerCartella {
+ public:
+  std::int64_t operator()(const std::string& percorso) {
+    const std::size_t barra = percorso.find_last_of('\\');
+    if (barra != std::string::npos) {
+      const std::string cartella = percorso.substr(0, barra);
+      auto it = cartelle_.find(Maiuscole(cartella));
+      if (it == cartelle_.end()) it = cartelle_.emplace(Maiuscole(cartella), Leggi(cartella)).first;
+      if (const auto f = it->second.find(Maiuscole(percorso.substr(barra + 1))); f != it->second.end())
+        return f->second;
+    }
+    // Not in its folder's listing (a folder that cannot be listed, say): asked by its path after all.
+    int err = 0;
+    const std::int64_t n = host::LunghezzaFile(percorso, &err);
+    return err ? -1 : n;
+  }
+
+ private:
+  using Dimensioni = std::unordered_map<std::string, std::int64_t>;
+  static Dimensioni Leggi(const std::string& cartella) {
+    Dimensioni d;
+    std::vector<host::VoceCartella> voci;
+    if (!host::LeggiCartella(host::ApriCartella(cartella), host::kAttrHidden | host::kAttrSystem, voci))
+      return d;
+    for (const auto& v : voci) d.try_emplace(Maiuscole(v.nome), v.dimensione);
+    return d;
+  }
+  std::unordered_map<std::string, Dimensioni> cartelle_;
 };
 
 }  // namespace
@@ -167,11 +200,8 @@ std::optional<std::string> AnalisiBackup(const std::string& cartellaProgramma,
     messaggi.Critico("Errore caricando elenco file di cartella trle_cd");
     return std::nullopt;
   }
-  auto misura = [](const std::string& percorso) -> std::int64_t {
-    int err = 0;
-    const std::int64_t n = host::LunghezzaFile(percorso, &err);
-    return err ? -1 : n;
-  };
+  MisuraPerCartella perCartella;
+  const MisuraFile misura = [&perCartella](const std::string& percorso) { return perCartella(percorso); };
   std::string testo =
       TestoAnalisiBackup(liste, elencoCampione, misura, fileTrovati, barra, support::SeparatoreDecimale());
   barra.SetValue(0);
