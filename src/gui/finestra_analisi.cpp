@@ -110,12 +110,13 @@ void FinestraAnalisi::Costruisci() {
   QMenu* modifica = gui::Menu(Menu, "mnu_Modifica", "Modifica");
   mnu_Copia = Azione(modifica, "mnu_Copia", "Copia ");
   QMenu* prospetto = gui::Menu(Menu, "mnu_Prospetto", "Prospetto");
-  for (const auto& p : kProspetti) voci_[static_cast<std::size_t>(p.voce)] = Azione(prospetto, p.nome, p.testo);
+  for (const auto& p : kProspetti)
+    voci_[static_cast<std::size_t>(p.voce)] = Azione(prospetto, p.nome, p.testo);
   QMenu* analisi = gui::Menu(Menu, "mnu_Analisi", "Analisi");
   voci_[static_cast<std::size_t>(kAnalisi.voce)] = Azione(analisi, kAnalisi.nome, kAnalisi.testo);
 
   for (int i = 0; i < analysis::kNumeroVoci; ++i) {
-    const auto v = static_cast<Voce>(i);
+    const auto v = static_cast<analysis::Voce>(i);
     segni_.Collega(v, voci_[static_cast<std::size_t>(i)]);
     segni_.SetChecked(v, false);
     connect(voci_[static_cast<std::size_t>(i)], &QAction::triggered, this, [this, v] {
@@ -134,8 +135,8 @@ void FinestraAnalisi::Costruisci() {
   // The layout is in the client area's twips, below the menu bar.
   const int menu = Menu->sizeHint().height();
   Menu->setGeometry(0, 0, Tw(10095), menu);
-  for (QWidget* w : {static_cast<QWidget*>(Pul_Trova), static_cast<QWidget*>(Pul_Prima),
-                     static_cast<QWidget*>(Pul_Dopo)})
+  for (QWidget* w :
+       {static_cast<QWidget*>(Pul_Trova), static_cast<QWidget*>(Pul_Prima), static_cast<QWidget*>(Pul_Dopo)})
     w->move(w->x(), w->y() + menu);
   Text_Cerca->setObjectName(QStringLiteral("Text_Cerca"));
   Text_Cerca->setGeometry(Tw(2025), menu + Tw(3960), Tw(1905), Tw(285));

@@ -103,8 +103,10 @@ FinestraPrincipale::FinestraPrincipale(Servizi servizi)
   setTabOrder(Pul_Start, Pul_Annulla);
   setTabOrder(Pul_Annulla, Pul_EstraiDati);
 
-  connect(Pul_CambiaORDL, &QPushButton::clicked, this, [this] { collection::Pul_CambiaORDL_Click(modello_); });
-  connect(Pul_CambiaTrle, &QPushButton::clicked, this, [this] { collection::Pul_CambiaTrle_Click(modello_); });
+  connect(Pul_CambiaORDL, &QPushButton::clicked, this,
+          [this] { collection::Pul_CambiaORDL_Click(modello_); });
+  connect(Pul_CambiaTrle, &QPushButton::clicked, this,
+          [this] { collection::Pul_CambiaTrle_Click(modello_); });
   connect(Pul_Start, &QPushButton::clicked, this, [this] { collection::Pul_Start_Click(modello_); });
   connect(Pul_EstraiDati, &QPushButton::clicked, this, [this] { Pul_EstraiDati_Click(); });
   connect(Pul_Annulla, &QPushButton::clicked, this, [this] { Pul_Annulla_Click(); });
@@ -117,8 +119,7 @@ void FinestraPrincipale::Pul_EstraiDati_Click() {
   if (modello_.ControlloInCorso) return;
   std::string nome;
   if (!analysis::ScegliSnapshot(servizi_.dialogoFile, nome)) return;
-  FinestraAnalisi finestra(this, servizi_.messaggi, servizi_.dialogoFile, servizi_.appunti,
-                           headerProspetti_);
+  FinestraAnalisi finestra(this, servizi_.messaggi, servizi_.dialogoFile, servizi_.appunti, headerProspetti_);
   analysis::ImpostaValori(finestra.Modello(), nome);
   servizi_.mostraAnalisi(finestra);
 }
