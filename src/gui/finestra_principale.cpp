@@ -97,6 +97,7 @@ FinestraPrincipale::FinestraPrincipale(Servizi servizi)
   ProgressBar1->setGeometry(Tw(kMargine), Tw(2400), Tw(kInterno), Tw(285));
   ProgressBar1->setRange(0, 100);
   ProgressBar1->setValue(0);
+  ProgressBar1->setTextVisible(false);
 
   setTabOrder(Pul_CambiaORDL, Pul_CambiaTrle);
   setTabOrder(Pul_CambiaTrle, Pul_Start);
