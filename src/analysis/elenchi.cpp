@@ -68,7 +68,8 @@ bool CaricaElencoFile(const std::string& NomeFile, collection::ElencoFile& elenc
   const std::int32_t numero = LeggiIntero(in);
   elenco.CartellaBase = collection::LeggiStringaLunga(in);
   if (numero < 0) return fallisci(kIndiceFuoriIntervallo, 0);
-  if (numero > kMassimoVociElenco) return fallisci(kMemoriaEsaurita, 0);
+  // Room is made only for what the file could hold, so a few bytes never ask for gigabytes.
+  if (numero > totale) return fallisci(kMemoriaEsaurita, 0);
   elenco.NumeroFile = numero;
   const auto n = static_cast<std::size_t>(numero);
   elenco.NomiFile.resize(n);
