@@ -43,7 +43,7 @@ QLabel* Cartella(QWidget* genitore, const char* nome, int l, int t, int w, int h
   return e;
 }
 
-// Geometry in twips: no Part fixes it, only the order of the rows and of the bottom buttons.
+// Geometry in twips, of our own choosing: only the order of the rows and of the bottom buttons is given.
 constexpr int kLarghezza = 7200;
 constexpr int kMargine = 120;
 constexpr int kInterno = kLarghezza - 2 * kMargine;
