@@ -6,6 +6,7 @@
 #include <system_error>
 #include <vector>
 
+#include "collection/scansione.h"
 #include "formats/archivio.h"
 #include "formats/preferenze.h"
 #include "host/machine.h"
@@ -141,8 +142,37 @@ bool CreaMacchinaDemo(const std::string& cartella, std::string* errore) {
   file("C:\\Ordelio\\backup_trle\\script.dat", Script(livelli) + "in piu");
   file("C:\\Ordelio\\backup_trle\\data\\title.tr4", Riempitivo(27000, 1));
 
+  // The supporter's good copy of that folder, beside the installations, and the two lists that the
+  // analysis compares the user's backup with.
+  for (const char* d : {"C:\\Supporto", "C:\\Supporto\\backup_trle", "C:\\Supporto\\backup_trle\\data"})
+    dir(d);
+  file("C:\\Supporto\\backup_trle\\tomb4.exe", kDemo_tomb4);
+  file("C:\\Supporto\\backup_trle\\script.dat", Script(livelli));
+  file("C:\\Supporto\\backup_trle\\data\\title.tr4", Riempitivo(27500, 1));
+  file("C:\\Supporto\\backup_trle\\data\\tut1.tr4", Riempitivo(1500, 4));
+
   if (!ok) *errore = "cannot write the sample installations into " + cartella;
   return ok;
+}
+
+bool CreaElenchiDemo(const std::string& cartellaProgramma) {
+  const std::string base = "C:\\Supporto\\backup_trle";
+  collection::ElencoFile campione;
+  campione.CartellaBase = base;
+  for (const char* nome : {"\\tomb4.exe", "\\script.dat", "\\data\\title.tr4", "\\data\\tut1.tr4"}) {
+    int err = 0;
+    campione.NomiFile.emplace_back(nome);
+    campione.DimensioniFile.push_back(static_cast<std::int32_t>(host::LunghezzaFile(base + nome, &err)));
+  }
+  campione.NumeroFile = static_cast<std::int32_t>(campione.NomiFile.size());
+  // The CD had an older title level: the size the user's backup still has.
+  collection::ElencoFile cd;
+  cd.CartellaBase = "D:\\";
+  cd.NomiFile = {"\\tomb4.exe", "\\data\\title.tr4"};
+  cd.DimensioniFile = {static_cast<std::int32_t>(kDemo_tomb4.size()), 27000};
+  cd.NumeroFile = 2;
+  return collection::ScriviElencoFile(cartellaProgramma + "\\backup_trle.le", campione) &&
+         collection::ScriviElencoFile(cartellaProgramma + "\\trle_cd.le", cd);
 }
 
 }  // namespace cli

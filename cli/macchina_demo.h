@@ -9,4 +9,8 @@ namespace cli {
 // Writes the prefix into the host folder `cartella` (made if missing). False, with the reason, on failure.
 bool CreaMacchinaDemo(const std::string& cartella, std::string* errore);
 
+// The supporter's sample list of a good backup folder (backup_trle.le, of the good copy that the demo
+// machine holds in C:\Supporto) and a list of the original CD (trle_cd.le), in `cartellaProgramma`.
+bool CreaElenchiDemo(const std::string& cartellaProgramma);
+
 }  // namespace cli

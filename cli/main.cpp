@@ -25,7 +25,9 @@ int Uso(const std::string& motivo) {
       "  sample FOLDER             write backup_trle.le of the folder into the program folder\n"
       "  check [TRLE ORDL]         find both installations (or take these), run the check, write the "
       "snapshot\n"
-      "  demo DIR                  make a sample machine in DIR and run the check on it\n"
+      "  report SNAPSHOT [ITEM...] open a snapshot and print the report area after the items\n"
+      "                            (header pref archive ordl trle dirarc ordeio script backup)\n"
+      "  demo DIR                  make a sample machine in DIR, run the check and every report on it\n"
       "Paths are Windows paths (C:\\Giochi\\Trle) or absolute host paths.\n",
       stderr);
   return 2;
@@ -48,10 +50,10 @@ int main(int argc, char** argv) {
     const char* nome;
     int (*esegui)(const cli::Argomenti&, cli::MessaggiConsole&);
   };
-  static constexpr Verbo kVerbi[] = {{"pack", cli::VerboPack},         {"unpack", cli::VerboUnpack},
-                                     {"version", cli::VerboVersion},   {"find-exe", cli::VerboFindExe},
-                                     {"discover", cli::VerboDiscover}, {"sample", cli::VerboSample},
-                                     {"check", cli::VerboCheck},       {"demo", cli::VerboDemo}};
+  static constexpr Verbo kVerbi[] = {
+      {"pack", cli::VerboPack},        {"unpack", cli::VerboUnpack},     {"version", cli::VerboVersion},
+      {"find-exe", cli::VerboFindExe}, {"discover", cli::VerboDiscover}, {"sample", cli::VerboSample},
+      {"check", cli::VerboCheck},      {"demo", cli::VerboDemo},         {"report", cli::VerboReport}};
   for (const auto& v : kVerbi)
     if (verbo == v.nome) return v.esegui(args, msg);
   return cli::Uso("unknown verb: " + verbo);

@@ -58,16 +58,12 @@ int VerboDemo(const Argomenti& args, MessaggiConsole& msg) {
   }
   const int esito = Controlla({}, {}, msg);
   if (esito != 0) return esito;
-  // What the supporter will see of it: the snapshot unpacked, its table.
-  support::CreaCartella("C:\\Dati");
-  collection::ContenutoSnapshot contenuto;
-  if (!collection::EstraiSnapshot(collection::kNomeSnapshot, "C:\\Dati", contenuto)) {
-    msg.Critico("Errrore estraendo file");
+  // The supporter's side on the same machine: the sample lists, then every report of the snapshot.
+  if (!CreaElenchiDemo(host::CartellaProgramma())) {
+    msg.Critico("cannot write the sample lists into " + host::CartellaProgramma());
     return 1;
   }
-  for (std::int32_t i = 0; i < contenuto.Numero; ++i)
-    ScriviByte(contenuto.Nomi[i] + "\t" + std::to_string(contenuto.Dimensioni[i]) + "\n");
-  return 0;
+  return Prospetti(collection::kNomeSnapshot, TutteLeVoci(), true, msg);
 }
 
 }  // namespace cli

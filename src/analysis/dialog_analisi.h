@@ -66,13 +66,13 @@ struct Dialog_Analisi {
   std::string CartellaProgramma = host::CartellaProgramma();
 
   // What ImpostaValori leaves.
-  collection::ContenutoSnapshot Contenuto;
-  std::string CartellaDati;
+  collection::ContenutoSnapshot Contenuto{};
+  std::string CartellaDati{};
   std::array<std::int32_t, 9> FlagBit{};
-  std::array<std::string, 9> FlagTesti;
+  std::array<std::string, 9> FlagTesti{};
   std::int32_t NumeroFlag = 0;
   // The full paths of the sample files after a backup analysis.
-  std::vector<std::string> FileTrovati;
+  std::vector<std::string> FileTrovati{};
   std::int32_t NumeroFileTrovati = 0;
 };
 

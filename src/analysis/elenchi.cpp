@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <string_view>
 #include <vector>
 
 #include "analysis/testo.h"
@@ -21,11 +22,36 @@ constexpr const char* kAccessoNegato = "Path/File access error";
 constexpr const char* kIndiceFuoriIntervallo = "Subscript out of range";
 constexpr const char* kMemoriaEsaurita = "Out of memory";
 
-// A size read past the end of the file leaves 0 behind, as a cut-off list must end in sizes of 0.
-std::int32_t LeggiIntero(host::File& f) {
-  std::int32_t v = 0;
-  return collection::LeggiIntero(f, &v) ? v : 0;
-}
+// The list read from memory, with the file's rules: past the end an integer reads as 0 and a name as "";
+// a name's length outside its bounds gives "" and the read goes on behind the length field.
+class Cursore {
+ public:
+  explicit Cursore(std::string_view byte) : byte_(byte) {}
+  std::int32_t Intero() {
+    if (byte_.size() - pos_ < 4) {
+      pos_ = byte_.size();
+      return 0;
+    }
+    std::uint32_t v = 0;
+    for (int i = 3; i >= 0; --i)
+      v = v << 8 | static_cast<unsigned char>(byte_[pos_ + static_cast<std::size_t>(i)]);
+    pos_ += 4;
+    return static_cast<std::int32_t>(v);
+  }
+  std::string Stringa() {
+    const std::int32_t n = Intero();
+    if (n < 1 || n > collection::kLunghezzaMassimaNome) return {};
+    const std::size_t k = std::min(static_cast<std::size_t>(n), byte_.size() - pos_);
+    std::string s(byte_.substr(pos_, k));
+    pos_ += k;
+    return s;
+  }
+  std::size_t Posizione() const { return pos_; }
+
+ private:
+  std::string_view byte_;
+  std::size_t pos_ = 0;
+};
 
 // Pieces between backslashes; an empty text has none at all, so the first entry of a list (whose
 // predecessor is "") always counts as having nothing to compare with.
@@ -61,25 +87,31 @@ bool CaricaElencoFile(const std::string& NomeFile, collection::ElencoFile& elenc
   if (err || !in.Aperto()) return fallisci(kAccessoNegato, 0);
   const std::int64_t totale = in.Lunghezza();
   if (totale < 0) return fallisci(kAccessoNegato, 0);
+  // One read of the whole file: a list is read entry by entry in small pieces, and the file is what it holds.
+  std::string byte(static_cast<std::size_t>(totale), '\0');
+  byte.resize(in.Leggi(byte.data(), byte.size()));
+  in.Chiudi();
+  Cursore c(byte);
   auto avanza = [&] {
-    support::AggiornaProgresso(barra, static_cast<double>(totale), static_cast<double>(in.Posizione()));
+    support::AggiornaProgresso(barra, static_cast<double>(totale), static_cast<double>(c.Posizione()));
   };
 
-  const std::int32_t numero = LeggiIntero(in);
-  elenco.CartellaBase = collection::LeggiStringaLunga(in);
+  const std::int32_t numero = c.Intero();
+  elenco.CartellaBase = c.Stringa();
   if (numero < 0) return fallisci(kIndiceFuoriIntervallo, 0);
-  if (numero > kMassimoVociElenco) return fallisci(kMemoriaEsaurita, 0);
+  // Room is made only for what the file could hold, so a few bytes never ask for gigabytes.
+  if (numero > totale) return fallisci(kMemoriaEsaurita, 0);
   elenco.NumeroFile = numero;
   const auto n = static_cast<std::size_t>(numero);
   elenco.NomiFile.resize(n);
   elenco.DimensioniFile.assign(n, 0);
   // Past the end of the file the names read as "" and the sizes as 0; that is no failure.
   for (std::size_t i = 0; i < n; ++i) {
-    elenco.NomiFile[i] = collection::LeggiStringaLunga(in);
+    elenco.NomiFile[i] = c.Stringa();
     avanza();
   }
   for (std::size_t i = 0; i < n; ++i) {
-    elenco.DimensioniFile[i] = LeggiIntero(in);
+    elenco.DimensioniFile[i] = c.Intero();
     avanza();
   }
   return true;

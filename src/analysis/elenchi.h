@@ -19,16 +19,14 @@ inline constexpr ProspettoDirectory kDirectoryOrdl{"ordl.el", "DIRECTORY ORDELIO
 inline constexpr ProspettoDirectory kDirectoryTrle{"trle.el", "DIRECTORY LEVEL EDITOR"};
 inline constexpr ProspettoDirectory kDirectoryArchivio{"dirarc.el", "DIRECTORY ARCHIVIO LIVELLi"};
 
-// Above this many entries a list is refused as one that there is no room for: far more files than any
-// editor or archive folder holds, and few enough that a cut-off list padded with empty entries stays small.
-inline constexpr std::int32_t kMassimoVociElenco = 1 << 20;
-
 // The lenient reader that the reports use. Unlike the strict reader of the scan it takes a list as far as it
-// goes: a cut-off list keeps its count and ends in empty names of size 0. A failure (missing or unopenable
-// file, a count below 0 or above kMassimoVociElenco) shows the plain message "Errore in CaricaElencoFile(): "
-// and the failure's description, keeps the entries read so far, and still gives true. `barra` follows the
-// bytes read over names and sizes together and is not reset. False only for a failure that is still
-// pending at the end, which this reader never leaves.
+// goes: a cut-off list keeps its count and ends in empty names of size 0. A failure shows the plain message
+// "Errore in CaricaElencoFile(): " and the failure's description, keeps the entries read so far, and still
+// gives true. Failures: a missing or unopenable file, a count below 0, and a count above the file's length
+// in bytes (each entry of a list takes at least eight, so no merely cut-off list has one, and room is never
+// made for more entries than the file has bytes). `barra` follows the bytes read over names and sizes
+// together and is not reset. False only for a failure that is still pending at the end, which this reader
+// never leaves.
 bool CaricaElencoFile(const std::string& NomeFile, collection::ElencoFile& elenco,
                       support::BarraProgresso& barra, support::Messaggi& messaggi);
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 
 namespace support {
 
@@ -112,6 +113,50 @@ class BarraMuta : public BarraProgresso {
 
  private:
   double valore_ = 0;
+};
+
+// The report area held in memory.
+class AreaTestoInMemoria : public AreaTesto {
+ public:
+  explicit AreaTestoInMemoria(std::string testo = {}) : testo_(std::move(testo)) {}
+  std::string Testo() const override { return testo_; }
+  void ImpostaTesto(const std::string& testo) override {
+    testo_ = testo;
+    inizio_ = lunghezza_ = 0;
+  }
+  long SelStart() const override { return inizio_; }
+  long SelLength() const override { return lunghezza_; }
+  void Seleziona(long inizio, long lunghezza) override {
+    const long n = static_cast<long>(testo_.size());
+    inizio_ = inizio < 0 ? 0 : (inizio > n ? n : inizio);
+    lunghezza_ = lunghezza < 0 ? 0 : (lunghezza > n - inizio_ ? n - inizio_ : lunghezza);
+  }
+  std::string SelText() const override {
+    return testo_.substr(static_cast<std::size_t>(inizio_), static_cast<std::size_t>(lunghezza_));
+  }
+
+ private:
+  std::string testo_;
+  long inizio_ = 0;
+  long lunghezza_ = 0;
+};
+
+// A file dialog that is always cancelled, and a clipboard that keeps nothing, for callers without a window.
+class DialogoFileMuto : public DialogoFile {
+ public:
+  void ImpostaTitolo(const std::string&) override {}
+  void ImpostaCartellaIniziale(const std::string&) override {}
+  void ImpostaFiltro(const std::string&) override {}
+  void ImpostaNomeFile(const std::string&) override {}
+  bool MostraApri() override { return false; }
+  bool MostraSalva() override { return false; }
+  std::string NomeFile() const override { return {}; }
+};
+
+class AppuntiMuti : public Appunti {
+ public:
+  void Svuota() override {}
+  void ImpostaTesto(const std::string&) override {}
 };
 
 }  // namespace support

@@ -1,0 +1,67 @@
+// The supporter's side from the command line: a snapshot opened as "Leggi Dati" opens it, and its reports.
+#include <iterator>
+#include <optional>
+
+#include "analysis/dialog_analisi.h"
+#include "formats/info_header.h"
+#include "verbi.h"
+
+namespace cli {
+namespace {
+
+struct NomeVoce {
+  const char* nome;
+  analysis::Voce voce;
+};
+constexpr NomeVoce kVoci[] = {
+    {"header", analysis::Voce::mnu_ShowInfoHeader},   {"pref", analysis::Voce::mnu_ShowPref},
+    {"archive", analysis::Voce::mnu_ShowArchivioQlv}, {"ordl", analysis::Voce::mnu_ShowORDL_Dir},
+    {"trle", analysis::Voce::mnu_ShowTRLE_Dir},       {"dirarc", analysis::Voce::mnu_ShowArchivioDir},
+    {"ordeio", analysis::Voce::mnu_ShowOrdelioTxt},   {"script", analysis::Voce::mnu_ShowScriptDat},
+    {"backup", analysis::Voce::mnu_AnalisiBackup}};
+
+std::optional<analysis::Voce> VoceDaNome(const std::string& nome) {
+  for (const auto& v : kVoci)
+    if (nome == v.nome) return v.voce;
+  return std::nullopt;
+}
+
+}  // namespace
+
+int Prospetti(const std::string& snapshot, const std::vector<std::string>& voci, bool ognuno,
+              MessaggiConsole& msg) {
+  std::vector<analysis::Voce> scelte;
+  for (const auto& nome : voci) {
+    const auto v = VoceDaNome(nome);
+    if (!v) return Uso("unknown report item: " + nome);
+    scelte.push_back(*v);
+  }
+  support::AreaTestoInMemoria area(analysis::kTestoIniziale);
+  support::DidascaliaMuta cerca;
+  support::BarraMuta barra;
+  analysis::SegniInMemoria segni;
+  support::DialogoFileMuto dialogo;
+  support::AppuntiMuti appunti;
+  formats::InfoHeader header;
+  analysis::Dialog_Analisi d{area, cerca, barra, segni, msg, dialogo, appunti, header};
+  analysis::ImpostaValori(d, snapshot);
+  for (std::size_t i = 0; i < scelte.size(); ++i) {
+    analysis::EseguiVoce(d, scelte[i]);
+    if (ognuno) ScriviByte("== " + voci[i] + "\n" + area.Testo() + "\n");
+  }
+  if (!ognuno) ScriviByte(area.Testo());
+  return msg.CriticoMostrato() ? 1 : 0;
+}
+
+std::vector<std::string> TutteLeVoci() {
+  std::vector<std::string> tutte;
+  for (const auto& v : kVoci) tutte.emplace_back(v.nome);
+  return tutte;
+}
+
+int VerboReport(const Argomenti& args, MessaggiConsole& msg) {
+  if (args.empty()) return Uso("report needs a snapshot");
+  return Prospetti(ArgomentoPercorso(args[0]), Argomenti(std::next(args.begin()), args.end()), false, msg);
+}
+
+}  // namespace cli

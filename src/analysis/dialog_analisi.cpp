@@ -1,0 +1,232 @@
+#include "analysis/dialog_analisi.h"
+
+#include <vector>
+
+#include "analysis/analisi_backup.h"
+#include "analysis/elenchi.h"
+#include "analysis/prospetto_archivio.h"
+#include "analysis/prospetto_header.h"
+#include "analysis/prospetto_preferenze.h"
+#include "analysis/testi.h"
+#include "host/nomi.h"
+#include "support/files.h"
+
+namespace analysis {
+namespace {
+
+void Segna(Dialog_Analisi& d, Voce v) {
+  DeselezionaProspetti(d);
+  d.Menu.SetChecked(v, true);
+}
+
+void Mostra(Dialog_Analisi& d, const std::optional<std::string>& testo) {
+  if (testo) d.Text_Out.ImpostaTesto(*testo);
+}
+
+void Directory(Dialog_Analisi& d, Voce v, const ProspettoDirectory& quale) {
+  Segna(d, v);
+  Mostra(d, MostraDirectory(d.CartellaDati, quale, d.ProgressBar1, d.Messaggi));
+}
+
+// The two reports that test for their file before they touch the marks.
+void TestoSalvato(Dialog_Analisi& d, Voce v, const std::optional<std::string>& testo) {
+  if (!testo) return;
+  Segna(d, v);
+  Mostra(d, testo);
+}
+
+std::string Maiuscole(std::string s) {
+  for (char& c : s) c = host::Maiuscola(c);
+  return s;
+}
+
+bool FineParola(char c) {
+  return c == ' ' || c == '\r' || c == ':';
+}
+
+}  // namespace
+
+bool ScegliSnapshot(support::DialogoFile& dialogo, std::string& nome) {
+  dialogo.ImpostaTitolo("Carica file info_ordl.bin");
+  dialogo.ImpostaNomeFile("");
+  dialogo.ImpostaCartellaIniziale("c:\\");
+  dialogo.ImpostaFiltro("File Info_Ordl.bin|info_ordl.bin");
+  if (!dialogo.MostraApri()) return false;
+  nome = dialogo.NomeFile();
+  return true;
+}
+
+void ImpostaValori(Dialog_Analisi& d, const std::string& NomeInfoOrdl) {
+  d.CartellaDati = d.CartellaProgramma + "\\Dati";
+  // Neither outcome is looked at: a folder that could not be made shows up as the header report's message.
+  if (support::DirExists(d.CartellaDati))
+    support::SvuotaCartella(d.CartellaDati, "*");
+  else
+    support::CreaCartella(d.CartellaDati);
+  if (!collection::EstraiSnapshot(NomeInfoOrdl, d.CartellaDati, d.Contenuto)) {
+    d.Messaggi.Semplice("Errrore estraendo file");
+    return;
+  }
+  for (std::size_t i = 0; i < formats::kTestiFlagErrori.size(); ++i) {
+    d.FlagBit[i] = formats::kTestiFlagErrori[i].bit;
+    d.FlagTesti[i] = std::string(formats::kTestiFlagErrori[i].testo);
+  }
+  d.NumeroFlag = static_cast<std::int32_t>(formats::kTestiFlagErrori.size());
+  mnu_ShowInfoHeader_Click(d);
+}
+
+void DeselezionaProspetti(Dialog_Analisi& d) {
+  for (Voce v :
+       {Voce::mnu_ShowArchivioDir, Voce::mnu_ShowArchivioQlv, Voce::mnu_ShowInfoHeader, Voce::mnu_ShowPref,
+        Voce::mnu_ShowTRLE_Dir, Voce::mnu_ShowORDL_Dir, Voce::mnu_ShowOrdelioTxt, Voce::mnu_ShowScriptDat})
+    d.Menu.SetChecked(v, false);
+}
+
+void mnu_ShowInfoHeader_Click(Dialog_Analisi& d) {
+  Segna(d, Voce::mnu_ShowInfoHeader);
+  std::vector<formats::TestoFlag> tabella;
+  for (std::int32_t i = 0; i < d.NumeroFlag && i < static_cast<std::int32_t>(d.FlagBit.size()); ++i) {
+    const auto j = static_cast<std::size_t>(i);
+    tabella.push_back({d.FlagBit[j], d.FlagTesti[j]});
+  }
+  Mostra(d, ProspettoHeader(d.CartellaDati, tabella, d.InfoHeader, d.Messaggi));
+}
+
+void mnu_ShowPref_Click(Dialog_Analisi& d) {
+  Segna(d, Voce::mnu_ShowPref);
+  Mostra(d, ProspettoPreferenze(d.CartellaDati, d.Messaggi));
+}
+
+void mnu_ShowArchivioQlv_Click(Dialog_Analisi& d) {
+  // With no archive among the members nothing changes, the marks included.
+  if (!TrovaArchivio(d.Contenuto, d.CartellaDati).empty()) Segna(d, Voce::mnu_ShowArchivioQlv);
+  Mostra(d, ProspettoArchivio(d.Contenuto, d.CartellaDati, d.Messaggi).testo);
+}
+
+void mnu_ShowORDL_Dir_Click(Dialog_Analisi& d) {
+  Directory(d, Voce::mnu_ShowORDL_Dir, kDirectoryOrdl);
+}
+void mnu_ShowTRLE_Dir_Click(Dialog_Analisi& d) {
+  Directory(d, Voce::mnu_ShowTRLE_Dir, kDirectoryTrle);
+}
+void mnu_ShowArchivioDir_Click(Dialog_Analisi& d) {
+  Directory(d, Voce::mnu_ShowArchivioDir, kDirectoryArchivio);
+}
+
+void mnu_ShowOrdelioTxt_Click(Dialog_Analisi& d) {
+  TestoSalvato(d, Voce::mnu_ShowOrdelioTxt, MostraOrdelioTxt(d.CartellaDati, d.Messaggi));
+}
+void mnu_ShowScriptDat_Click(Dialog_Analisi& d) {
+  TestoSalvato(d, Voce::mnu_ShowScriptDat, MostraScriptDat(d.CartellaDati, d.Messaggi));
+}
+
+void mnu_AnalisiBackup_Click(Dialog_Analisi& d) {
+  const auto testo =
+      AnalisiBackup(d.CartellaProgramma, d.CartellaDati, d.FileTrovati, d.ProgressBar1, d.Messaggi);
+  if (!testo) return;
+  d.NumeroFileTrovati = static_cast<std::int32_t>(d.FileTrovati.size());
+  Mostra(d, testo);
+  DeselezionaProspetti(d);
+}
+
+void EseguiVoce(Dialog_Analisi& d, Voce v) {
+  switch (v) {
+    case Voce::mnu_ShowInfoHeader:
+      return mnu_ShowInfoHeader_Click(d);
+    case Voce::mnu_ShowPref:
+      return mnu_ShowPref_Click(d);
+    case Voce::mnu_ShowArchivioQlv:
+      return mnu_ShowArchivioQlv_Click(d);
+    case Voce::mnu_ShowORDL_Dir:
+      return mnu_ShowORDL_Dir_Click(d);
+    case Voce::mnu_ShowTRLE_Dir:
+      return mnu_ShowTRLE_Dir_Click(d);
+    case Voce::mnu_ShowArchivioDir:
+      return mnu_ShowArchivioDir_Click(d);
+    case Voce::mnu_ShowOrdelioTxt:
+      return mnu_ShowOrdelioTxt_Click(d);
+    case Voce::mnu_ShowScriptDat:
+      return mnu_ShowScriptDat_Click(d);
+    case Voce::mnu_AnalisiBackup:
+      return mnu_AnalisiBackup_Click(d);
+  }
+}
+
+void TrovaTesto(Dialog_Analisi& d, bool Avanti, bool DallInizio, bool& Trovato) {
+  Trovato = false;
+  const std::string testo = d.Text_Out.Testo();
+  const std::string cerca = d.Text_Cerca.Testo();
+  // Positions from here on are those of the string, counted from 1.
+  const long l = static_cast<long>(testo.size());
+  const long posizione = DallInizio ? 0 : d.Text_Out.SelStart() + 1;
+  if (Avanti ? posizione >= l : posizione <= 1) return;
+
+  const std::string mt = Maiuscole(testo);
+  const std::string mc = Maiuscole(cerca);
+  const long lc = static_cast<long>(mc.size());
+  long inizio = 0;
+  if (Avanti) {
+    // The first occurrence at position `posizione` + 1 or later; an empty text is found there at once.
+    const std::size_t a = mt.find(mc, static_cast<std::size_t>(posizione));
+    if (a == std::string::npos) return;
+    inizio = static_cast<long>(a) + 1;
+  } else {
+    // The last occurrence that ends at position `posizione` - 1 or earlier; an empty text is found there.
+    const long ultimoInizio = lc == 0 ? posizione - 2 : posizione - 1 - lc;  // as an index from 0
+    if (ultimoInizio < 0) return;
+    const std::size_t a = mt.rfind(mc, static_cast<std::size_t>(ultimoInizio));
+    if (a == std::string::npos) return;
+    inizio = static_cast<long>(a) + 1;
+  }
+  // The selection runs from the occurrence to the end of its word, whatever the search text's length.
+  long fine = inizio;
+  while (fine <= l && !FineParola(testo[static_cast<std::size_t>(fine - 1)])) ++fine;
+  d.Text_Out.Seleziona(inizio - 1, fine - inizio);
+  Trovato = true;
+}
+
+namespace {
+void Cerca(Dialog_Analisi& d, bool avanti, bool dallInizio) {
+  bool trovato = false;
+  TrovaTesto(d, avanti, dallInizio, trovato);
+  if (!trovato) d.Messaggi.Semplice("Non trovato");
+}
+}  // namespace
+
+void Pul_Trova_Click(Dialog_Analisi& d) {
+  Cerca(d, true, true);
+}
+void Pul_Dopo_Click(Dialog_Analisi& d) {
+  Cerca(d, true, false);
+}
+void Pul_Prima_Click(Dialog_Analisi& d) {
+  Cerca(d, false, false);
+}
+
+void mnu_Copia_Click(Dialog_Analisi& d) {
+  const std::string scelto = d.Text_Out.SelText();
+  if (scelto.empty()) {
+    d.Messaggi.Critico("Nessun testo selezionato");
+    return;
+  }
+  d.Clipboard.Svuota();
+  d.Clipboard.ImpostaTesto(scelto);
+}
+
+void mnu_CaricaFile_Click(Dialog_Analisi& d) {
+  d.CommonDialog1.ImpostaTitolo("Carica prospetto");
+  d.CommonDialog1.ImpostaNomeFile("");
+  d.CommonDialog1.ImpostaFiltro("File di testo (*.txt)|*.txt");
+  if (!d.CommonDialog1.MostraApri()) return;
+  d.Text_Out.ImpostaTesto(support::LeggiFile(d.CommonDialog1.NomeFile()));
+}
+
+void mnu_SalvaFile_Click(Dialog_Analisi& d) {
+  d.CommonDialog1.ImpostaTitolo("Salva prospetto");
+  d.CommonDialog1.ImpostaNomeFile("");
+  d.CommonDialog1.ImpostaFiltro("File di testo (*.txt)|*.txt");
+  if (!d.CommonDialog1.MostraSalva()) return;
+  support::ScriviFileTesto(d.CommonDialog1.NomeFile(), d.Text_Out.Testo());
+}
+
+}  // namespace analysis

@@ -1,0 +1,206 @@
+#include "gui/controlli_qt.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QFileDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QProgressBar>
+#include <QTextCursor>
+#include <algorithm>
+
+#include "gui/testo_qt.h"
+
+namespace gui {
+namespace {
+
+QWidget* Sopra() {
+  if (QWidget* w = QApplication::activeModalWidget()) return w;
+  return QApplication::activeWindow();
+}
+
+void Mostra(QMessageBox::Icon icona, const std::string& testo) {
+  QString t = DaByte(testo);
+  t.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+  QMessageBox box(icona, QString::fromLatin1(kTitoloProgramma), t, QMessageBox::Ok, Sopra());
+  box.exec();
+}
+
+// A mask whose letters match either case: "*.txt" -> "*.[tT][xX][tT]".
+QString MascheraSenzaCaso(const QString& maschera) {
+  QString out;
+  for (const QChar c : maschera) {
+    if (c.toLower() != c.toUpper())
+      out += QLatin1Char('[') + c.toLower() + c.toUpper() + QLatin1Char(']');
+    else
+      out += c;
+  }
+  return out;
+}
+
+}  // namespace
+
+void DidascaliaEtichetta::ImpostaTesto(const std::string& testo) {
+  testo_ = testo;
+  etichetta_->setText(DaByte(testo));
+}
+
+void DidascaliaEtichetta::Ridisegna() {
+  etichetta_->repaint();
+}
+
+void DidascaliaRiga::ImpostaTesto(const std::string& testo) {
+  riga_->setText(DaByte(testo));
+}
+
+std::string DidascaliaRiga::Testo() const {
+  return VersoByte(riga_->text());
+}
+
+void DidascaliaRiga::Ridisegna() {
+  riga_->repaint();
+}
+
+void BarraQt::SetValue(double v) {
+  valore_ = v;
+  barra_->setValue(static_cast<int>(std::clamp(v, 0.0, 100.0)));
+}
+
+void BarraQt::Refresh() {
+  barra_->repaint();
+}
+
+void CicloQt::UnTurno() {
+  QApplication::processEvents();
+}
+
+void MessaggiQt::Semplice(const std::string& testo) {
+  Mostra(QMessageBox::NoIcon, testo);
+}
+
+void MessaggiQt::Critico(const std::string& testo) {
+  Mostra(QMessageBox::Critical, testo);
+}
+
+void AppuntiQt::Svuota() {
+  QApplication::clipboard()->clear();
+}
+
+void AppuntiQt::ImpostaTesto(const std::string& testo) {
+  QApplication::clipboard()->setText(DaByte(testo));
+}
+
+QStringList FiltriQt(const std::string& filtro) {
+  const QStringList parti = DaByte(filtro).split(QLatin1Char('|'));
+  QStringList filtri;
+  for (qsizetype i = 0; i + 1 < parti.size(); i += 2) {
+    QStringList maschere = parti[i + 1].split(QLatin1Char(';'), Qt::SkipEmptyParts);
+    for (QString& m : maschere) m = MascheraSenzaCaso(m.trimmed());
+    filtri << parti[i] + QStringLiteral(" (") + maschere.join(QLatin1Char(' ')) + QLatin1Char(')');
+  }
+  return filtri;
+}
+
+bool DialogoFileQt::Mostra(bool salva) {
+  QFileDialog dialogo(Sopra(), DaByte(titolo_));
+  dialogo.setAcceptMode(salva ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+  // The platform's dialog did not insist that a typed name exists, nor ask before replacing a file.
+  dialogo.setFileMode(QFileDialog::AnyFile);
+  dialogo.setOption(QFileDialog::DontConfirmOverwrite);
+  // The masks are spelt for both cases; the description alone is what the user needs to read.
+  dialogo.setOption(QFileDialog::HideNameFilterDetails);
+  if (!cartella_.empty()) dialogo.setDirectory(PercorsoHost(cartella_));
+  const QStringList filtri = FiltriQt(filtro_);
+  if (!filtri.isEmpty()) dialogo.setNameFilters(filtri);
+  dialogo.selectFile(DaByte(nome_));
+  if (dialogo.exec() != QDialog::Accepted || dialogo.selectedFiles().isEmpty()) return false;
+  const QString scelto = dialogo.selectedFiles().constFirst();
+  nome_ = PercorsoWindows(scelto);
+  // Like the platform's dialog, the next showing opens where this one ended.
+  cartella_ = PercorsoWindows(dialogo.directory().absolutePath());
+  return !nome_.empty();
+}
+
+QString TestoVisibile(const std::string& testo) {
+  QString visibile;
+  visibile.reserve(static_cast<qsizetype>(testo.size()));
+  const QString q = DaByte(testo);
+  for (qsizetype i = 0; i < q.size(); ++i) {
+    const char16_t c = q[i].unicode();
+    if (c == u'\r') {
+      visibile += QLatin1Char('\n');
+      if (i + 1 < q.size() && q[i + 1] == QLatin1Char('\n')) ++i;
+    } else if (c == u'\n' || c == u'\t') {
+      visibile += QChar(c);
+    } else if (c < 0x20) {
+      visibile += QChar(static_cast<char16_t>(0x2400 + c));
+    } else {
+      visibile += QChar(c);
+    }
+  }
+  return visibile;
+}
+
+void AreaTestoQt::ImpostaTesto(const std::string& testo) {
+  testo_ = testo;
+  coppie_.clear();
+  for (std::size_t i = 0; i + 1 < testo.size(); ++i)
+    if (testo[i] == '\r' && testo[i + 1] == '\n') coppie_.push_back(static_cast<long>(i++));
+  area_->setPlainText(TestoVisibile(testo));
+  Seleziona(0, 0);
+}
+
+int AreaTestoQt::VersoWidget(long posizione) const {
+  const auto prima = std::lower_bound(coppie_.begin(), coppie_.end(), posizione) - coppie_.begin();
+  return static_cast<int>(posizione - prima);
+}
+
+long AreaTestoQt::DaWidget(int posizione) const {
+  // The k-th pair is one line break at widget position coppie_[k] - k; those before `posizione` each hid
+  // one character.
+  long basso = 0, alto = static_cast<long>(coppie_.size());
+  while (basso < alto) {
+    const long k = (basso + alto) / 2;
+    if (coppie_[static_cast<std::size_t>(k)] - k < posizione)
+      basso = k + 1;
+    else
+      alto = k;
+  }
+  return posizione + basso;
+}
+
+long AreaTestoQt::SelStart() const {
+  const QTextCursor c = area_->textCursor();
+  if (c.anchor() == ancora_ && c.position() == cursore_) return selInizio_;
+  return DaWidget(c.selectionStart());
+}
+
+long AreaTestoQt::SelLength() const {
+  const QTextCursor c = area_->textCursor();
+  if (c.anchor() == ancora_ && c.position() == cursore_) return selLunghezza_;
+  return DaWidget(c.selectionEnd()) - DaWidget(c.selectionStart());
+}
+
+void AreaTestoQt::Seleziona(long inizio, long lunghezza) {
+  const long l = static_cast<long>(testo_.size());
+  inizio = std::clamp(inizio, 0L, l);
+  lunghezza = std::clamp(lunghezza, 0L, l - inizio);
+  QTextCursor c = area_->textCursor();
+  c.setPosition(VersoWidget(inizio));
+  c.setPosition(VersoWidget(inizio + lunghezza), QTextCursor::KeepAnchor);
+  area_->setTextCursor(c);
+  area_->ensureCursorVisible();
+  selInizio_ = inizio;
+  selLunghezza_ = lunghezza;
+  ancora_ = c.anchor();
+  cursore_ = c.position();
+}
+
+std::string AreaTestoQt::SelText() const {
+  const long inizio = std::min(SelStart(), static_cast<long>(testo_.size()));
+  return testo_.substr(static_cast<std::size_t>(inizio), static_cast<std::size_t>(SelLength()));
+}
+
+}  // namespace gui

@@ -1,0 +1,124 @@
+// The window interfaces of the operations, each over one Qt control or service.
+#pragma once
+
+#include <QString>
+#include <string>
+#include <vector>
+
+#include "support/interfacce.h"
+
+class QLabel;
+class QLineEdit;
+class QPlainTextEdit;
+class QProgressBar;
+class QWidget;
+
+namespace gui {
+
+class DidascaliaEtichetta : public support::Didascalia {
+ public:
+  explicit DidascaliaEtichetta(QLabel* etichetta) : etichetta_(etichetta) {}
+  void ImpostaTesto(const std::string& testo) override;
+  std::string Testo() const override { return testo_; }
+  void Ridisegna() override;
+
+ private:
+  QLabel* etichetta_;
+  // The folder labels hold the folders themselves: the bytes, not what the widget made of them.
+  std::string testo_;
+};
+
+class DidascaliaRiga : public support::Didascalia {
+ public:
+  explicit DidascaliaRiga(QLineEdit* riga) : riga_(riga) {}
+  void ImpostaTesto(const std::string& testo) override;
+  std::string Testo() const override;
+  void Ridisegna() override;
+
+ private:
+  QLineEdit* riga_;
+};
+
+class BarraQt : public support::BarraProgresso {
+ public:
+  explicit BarraQt(QProgressBar* barra) : barra_(barra) {}
+  double Value() const override { return valore_; }
+  void SetValue(double v) override;
+  void Refresh() override;
+
+ private:
+  QProgressBar* barra_;
+  double valore_ = 0;
+};
+
+class CicloQt : public support::CicloEventi {
+ public:
+  void UnTurno() override;
+};
+
+// Boxes with the program's title and one OK button, over whatever window is active.
+class MessaggiQt : public support::Messaggi {
+ public:
+  void Semplice(const std::string& testo) override;
+  void Critico(const std::string& testo) override;
+};
+
+class AppuntiQt : public support::Appunti {
+ public:
+  void Svuota() override;
+  void ImpostaTesto(const std::string& testo) override;
+};
+
+// One file dialog for the whole program: its settings last from one showing to the next.
+class DialogoFileQt : public support::DialogoFile {
+ public:
+  void ImpostaTitolo(const std::string& titolo) override { titolo_ = titolo; }
+  void ImpostaCartellaIniziale(const std::string& cartella) override { cartella_ = cartella; }
+  void ImpostaFiltro(const std::string& filtro) override { filtro_ = filtro; }
+  void ImpostaNomeFile(const std::string& nome) override { nome_ = nome; }
+  bool MostraApri() override { return Mostra(false); }
+  bool MostraSalva() override { return Mostra(true); }
+  std::string NomeFile() const override { return nome_; }
+
+ private:
+  bool Mostra(bool salva);
+  std::string titolo_, cartella_, filtro_, nome_;
+};
+
+// "Description|mask|Description|mask" as Qt's name filters. Masks match without regard to case, as they
+// do on the platform the program was made for, also on a case-sensitive file system.
+QStringList FiltriQt(const std::string& filtro);
+
+// The report area. The widget shows a CR LF as one line break, so it counts one character fewer per line
+// than the string; the string itself is kept here, and positions are mapped between the two. The user can
+// select but not type, so the string is always what the widget shows.
+class AreaTestoQt : public support::AreaTesto {
+ public:
+  explicit AreaTestoQt(QPlainTextEdit* area) : area_(area) {}
+  std::string Testo() const override { return testo_; }
+  void ImpostaTesto(const std::string& testo) override;
+  long SelStart() const override;
+  long SelLength() const override;
+  void Seleziona(long inizio, long lunghezza) override;
+  std::string SelText() const override;
+
+  // String position <-> widget position.
+  int VersoWidget(long posizione) const;
+  long DaWidget(int posizione) const;
+
+ private:
+  QPlainTextEdit* area_;
+  std::string testo_;
+  // Where each CR LF pair starts in the string.
+  std::vector<long> coppie_;
+  // The last selection set in string positions, and where it put the widget's cursor: as long as the
+  // cursor stays there, the string positions are given back exactly (a selection may start inside a pair).
+  long selInizio_ = 0, selLunghezza_ = 0;
+  int ancora_ = 0, cursore_ = 0;
+};
+
+// The text the widget shows for a report string: CR LF, a lone CR and a lone LF each one line break, other
+// control characters their visible pictures, so that every byte but the LF of a pair is one character.
+QString TestoVisibile(const std::string& testo);
+
+}  // namespace gui

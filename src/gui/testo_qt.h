@@ -1,0 +1,26 @@
+// Windows-1252 byte strings at the toolkit's edge. Every byte becomes one UTF-16 unit and back, so that a
+// position in a string and a position in the widget that shows it differ only where line ends are joined.
+#pragma once
+
+#include <QString>
+#include <string>
+
+namespace gui {
+
+QString DaByte(const std::string& cp1252);
+// A character that Windows-1252 cannot hold becomes '?'.
+std::string VersoByte(const QString& testo);
+
+// A Windows path as the host file system names it, and back.
+QString PercorsoHost(const std::string& winPath);
+std::string PercorsoWindows(const QString& hostPath);
+
+// Geometry given in twips, in layout units: 15 twips to one.
+constexpr int Tw(int twips) {
+  return (twips + 7) / 15;
+}
+
+// The title of every message box, since no call gives its own.
+inline constexpr const char* kTitoloProgramma = "CheckORDL";
+
+}  // namespace gui

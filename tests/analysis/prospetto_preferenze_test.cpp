@@ -1,0 +1,136 @@
+// The preferences report and the date form it uses, under the C locale and an Italian one.
+#include "analysis/prospetto_preferenze.h"
+
+#include <gtest/gtest.h>
+
+#include <clocale>
+#include <cmath>
+#include <filesystem>
+#include <string>
+
+#include "finestra_prova.h"
+#include "macchina_prova.h"
+#include "support/data.h"
+
+namespace {
+
+class LocaleOra {
+ public:
+  explicit LocaleOra(const char* nome) : prima_(std::setlocale(LC_TIME, nullptr)) {
+    attivo_ = std::setlocale(LC_TIME, nome) != nullptr;
+  }
+  ~LocaleOra() { std::setlocale(LC_TIME, prima_.c_str()); }
+  bool Attivo() const { return attivo_; }
+
+ private:
+  std::string prima_;
+  bool attivo_ = false;
+};
+
+TEST(DataGenerale, DueLocali) {
+  struct Caso {
+    double data;
+    const char* c;
+    const char* italiano;
+  };
+  const Caso casi[] = {
+      {45000.5, "2023-03-15 12:00:00", "15/03/2023 12:00:00"},
+      {45000, "2023-03-15", "15/03/2023"},
+      {0, "00:00:00", "00:00:00"},  // no date part: the time alone, midnight included
+      {0.75, "18:00:00", "18:00:00"},
+      {-1.25, "1899-12-29 06:00:00", "29/12/1899 06:00:00"},  // the fraction counts forward from the day
+      {45000.9999999, "2023-03-16", "16/03/2023"},            // rounded to the second
+      {2958465.5, "9999-12-31 12:00:00", "31/12/9999 12:00:00"},
+      {2958466, "2958466", "2958466"},  // beyond the years a date may hold
+      {-700000, "-700000", "-700000"},
+  };
+  for (const char* nome : {"C", "it_IT.UTF-8"}) {
+    LocaleOra locale(nome);
+    if (!locale.Attivo()) {
+      ADD_FAILURE() << nome << " is not installed (scripts/dipendenze.sh makes it)";
+      continue;
+    }
+    for (const Caso& c : casi)
+      EXPECT_EQ(support::DataGenerale(c.data), nome[0] == 'C' ? c.c : c.italiano) << nome << " " << c.data;
+  }
+  EXPECT_EQ(support::DataGenerale(std::nan("")).empty(), false);
+}
+
+TEST(ProspettoPreferenze, TrentaDueRigheComeNelRecord) {
+  formats::PrefRecord p;
+  p.DateLastUpdating = 45000.5;
+  p.DefaultLoadDir.Assegna("  c:\\");
+  p.Flags = -1;
+  p.FolderSavegameExt.Assegna(" sav ");
+  p.LinguaAttuale.Assegna(std::string("It\0al", 5));  // trimmed only: the NUL stays
+  p.NameTomb4.Assegna("tomb4.exe");
+  p.NameTom2Pc.Assegna("tom2pc.exe");
+  p.Joy_GamePort = -3;
+  p.Joy_ShowDaSolo = true;
+  p.NumeroArcSavegame = 5;
+  p.VersioneSubBumber = 7;
+  // PathTRLE stays all NULs: cleaned to nothing.
+  const std::string atteso =
+      "DateLastUpdating: 2023-03-15 12:00:00\r\n"
+      "DefaultLoadDir: c:\\\r\n"
+      "Flags: 0xFFFFFFFF\r\n"
+      "FolderSavegameExt: sav\r\n"
+      "FolderScriptEx: " +
+      std::string(256, '\0') +
+      "\r\n"
+      "Joy_ChiudiTrle: 0\r\n"
+      "Joy_ChiudiTrleDaSolo: False\r\n"
+      "Joy_GamePort: -3\r\n"
+      "Joy_ScreenShot: 0\r\n"
+      "Joy_ShowDaSolo: True\r\n"
+      "LinguaAttuale: It" +
+      std::string(1, '\0') +
+      "al\r\n"
+      "LinguaDatDefault: " +
+      std::string(32, '\0') +
+      "\r\n"
+      "MinutiSaveGameScreenShot: 0\r\n"
+      "NameTom2Pc: tom2pc.exe\r\n"
+      "NameTomb4: tomb4.exe" +
+      std::string(247, ' ') +
+      "\r\n"
+      "NumeroArcSavegame: 5\r\n"
+      "PathArchivio: \r\n"
+      "PathEditorGrafico: \r\n"
+      "PathTRLE: \r\n"
+      "TestArchiviaSavegame: False\r\n"
+      "TestAttivaJoystick: False\r\n"
+      "TestAutoSave: False\r\n"
+      "TestChiediDopoCattura: False\r\n"
+      "TestConfrontaUguali: False\r\n"
+      "TestFullBackup: False\r\n"
+      "TestLogFile: False\r\n"
+      "TestNoAutoCompile: False\r\n"
+      "TestNonDecomprimere: False\r\n"
+      "TestShowScreenShot: False\r\n"
+      "TestVerifyImpage: False\r\n"
+      "TimerDecimi: 0\r\n"
+      "VersioneSubBumber: 7\r\n";
+  LocaleOra locale("C");
+  EXPECT_EQ(analysis::TestoPreferenze(p), atteso);
+}
+
+// A short file is shown as read, without the defaults that loading the settings would put back.
+TEST(ProspettoPreferenze, FileCortoEFileMancante) {
+  MacchinaProva m;
+  std::filesystem::create_directories(m.C("Dati"));
+  formats::PrefRecord p;
+  p.TestLogFile = true;
+  MacchinaProva::ScriviHost(m.C("Dati/ordelio.prf"), formats::CodificaPreferenze(p).substr(0, 1300));
+  MessaggiProva messaggi;
+  const auto testo = analysis::ProspettoPreferenze("C:\\Dati", messaggi);
+  ASSERT_TRUE(testo);
+  EXPECT_NE(testo->find("Flags: 0x0\r\n"), std::string::npos);
+  EXPECT_NE(testo->find("NumeroArcSavegame: 0\r\n"), std::string::npos);
+  EXPECT_NE(testo->find("TestLogFile: True\r\n"), std::string::npos);
+
+  EXPECT_FALSE(analysis::ProspettoPreferenze("C:\\Altro", messaggi));
+  EXPECT_EQ(messaggi.tutti, std::vector<std::string>{"critical: Non trovo file: C:\\Altro\\ordelio.prf"});
+}
+
+}  // namespace
