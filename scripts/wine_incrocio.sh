@@ -1,0 +1,167 @@
+#!/usr/bin/env bash
+# One Wine prefix, read twice: by the headless tool built for this system (the Wine prefix back end) and by
+# its Windows build running under Wine (Wine's own Win32 calls). Every answer must be the same byte for
+# byte; where the two machines differ for a reason of their own, the comparison says so below.
+# usage: scripts/wine_incrocio.sh [NATIVE_BUILD [WINDOWS_BUILD]]   (default build/test and build/mingw)
+set -euo pipefail
+cd "$(dirname "$0")/.."
+. scripts/wine.sh
+nativo=$(realpath "${1:-build/test}")
+windows=$(realpath "${2:-build/mingw}")
+# The report items; each one is compared on the snapshot of the check run.
+voci_report="header pref archive ordl trle dirarc ordeio script backup"
+
+t=$(mktemp -d)
+wine_ambiente
+fine() {
+  WINEPREFIX=$t/prefix wineserver -k 2>/dev/null || true
+  rm -rf "$t"
+}
+trap fine EXIT
+wine_prefisso "$t/prefix"
+p=$WINEPREFIX
+# Host names are UTF-8 to Wine only in a UTF-8 locale; the C one keeps the forms of numbers and dates plain.
+export LC_ALL=C.UTF-8
+wine_regionale
+c=$p/drive_c
+
+# Both tools from one folder on C:, so that the program folder is the same Windows path for both.
+mkdir -p "$c/Strumenti"
+cp "$nativo/cli/checkordl-cli" "$windows/cli/checkordl-cli.exe" "$c/Strumenti/"
+cp "$nativo/tests/checkordl_sonda" "$windows/tests/checkordl_sonda.exe" "$c/Strumenti/"
+nat=$c/Strumenti/checkordl-cli
+win=$c/Strumenti/checkordl-cli.exe
+
+differenze=0
+casi=0
+# Wine's own lines on stderr are the emulator's, not the program's.
+senza_wine() { grep -v '^wine: ' || true; }
+esegui_nativo() { (cd "$t" && "$nat" "$@" >"$t/n.out" 2>"$t/n.err" && echo 0 >"$t/n.rc" || echo $? >"$t/n.rc"); }
+esegui_wine() {
+  (cd "$t" && wine_esegui "$win" "$@" >"$t/w.out" 2>"$t/w.raw" && echo 0 >"$t/w.rc" || echo $? >"$t/w.rc")
+  senza_wine <"$t/w.raw" >"$t/w.err"
+}
+segnala() {
+  differenze=$((differenze + 1))
+  echo "DIFFERENT: $1"
+  shift
+  for f in "$@"; do
+    diff <(od -An -c "$t/n.$f") <(od -An -c "$t/w.$f") | head -20 || true
+  done
+}
+# confronta NAME VERB ARGS...: the same call on both sides; output, messages and exit status.
+confronta() {
+  local nome=$1
+  shift
+  casi=$((casi + 1))
+  esegui_nativo "$@"
+  esegui_wine "$@"
+  cmp -s "$t/n.out" "$t/w.out" && cmp -s "$t/n.err" "$t/w.err" && cmp -s "$t/n.rc" "$t/w.rc" ||
+    segnala "$nome" out err rc
+  # WINE_INCROCIO_MOSTRA=1 shows what was compared.
+  [ -z "${WINE_INCROCIO_MOSTRA:-}" ] || echo "$nome: $(head -c 100 "$t/n.out" | tr '\r\n\0' '  .')"
+}
+
+# ---- The registry and the files, written the way Wine writes them ----
+reg() { wine_esegui reg add "$@" /f >/dev/null; }
+ap='HKLM\Software\Microsoft\Windows\CurrentVersion\App Paths'
+mkdir -p "$c/Ordelio" "$c/Program Files/Con Spazi" "$c/Perché" "$c/Tools.exe/Ordelio"
+for f in Ordelio/ordl2009.exe Ordelio/solopath.exe Ordelio/cartella.exe Ordelio/barra.exe Ordelio/MAIUSC.EXE \
+  Ordelio/doppio.exe "Program Files/tool.exe" "Program Files/Con Spazi/spazi.exe" "Program Files/vuoto.exe" \
+  "Program Files/libero.exe" "Program Files/sparito.exe" "Program Files/espanso.exe" "Perché/ordl2009.exe" \
+  Tools.exe/Ordelio/x.exe; do
+  printf 'MZ' >"$c/$f"
+done
+reg "$ap\\ordl2009.exe" /ve /d 'C:\Ordelio\ordl2009.exe'
+reg "$ap\\solopath.exe" /v Path /d 'C:\Ordelio'
+reg "$ap\\cartella.exe" /ve /d 'C:\Ordelio'
+reg "$ap\\barra.exe" /ve /d 'C:\Ordelio\'
+reg "$ap\\MAIUSC.EXE" /ve /d 'C:\Ordelio\MAIUSC.EXE'
+reg "$ap\\doppio.exe" /ve /d 'C:\Ordelio\doppio.exe'
+reg "$ap\\doppio.exe" /v Path /d 'C:\Altrove'
+reg "$ap\\tool.exe" /ve /d '"C:\Program Files\tool.exe" "%1"'
+reg "$ap\\spazi.exe" /ve /d '"C:\Program Files\Con Spazi\spazi.exe"'
+reg "$ap\\numero.exe" /ve /t REG_DWORD /d 2009
+reg "$ap\\vuoto.exe" /ve /d ''
+reg "$ap\\sparito.exe" /ve /d 'C:\Vecchio\sparito.exe'
+reg "$ap\\perché.exe" /ve /d 'C:\Perché\ordl2009.exe'
+reg "$ap\\espanso.exe" /ve /t REG_EXPAND_SZ /d '%ProgramFiles%\espanso.exe'
+reg "$ap\\x.exe" /ve /d 'C:\Tools.exe\Ordelio'
+
+# The executables whose versions are read: PE32+ and PE32 files that Wine and Debian ship, most of them
+# with a version block (its key in UTF-16), a few without.
+mkdir -p "$c/Versioni"
+con_blocco() { grep -l -a -P 'V\x00S\x00_\x00V\x00E\x00R' "$@" 2>/dev/null || true; }
+for d in /usr/lib/x86_64-linux-gnu/wine/x86_64-windows /usr/lib/x86_64-linux-gnu/wine/i386-windows \
+  /usr/lib/wine/x86_64-windows /usr/lib/wine/i386-windows; do
+  [ -d "$d" ] || continue
+  pre=$(basename "$d" | cut -d- -f1)
+  ( cd "$d" && con_blocco *.exe *.dll | awk 'NR % 7 == 1' | head -24
+    ls *.exe *.dll 2>/dev/null | awk 'NR % 101 == 3' | head -4 || true) | while read -r f; do
+    cp "$d/$f" "$c/Versioni/${pre}_$f"
+  done
+done
+[ ! -f /usr/share/win32/win32-loader.exe ] || cp /usr/share/win32/win32-loader.exe "$c/Versioni/"
+printf 'not an executable' >"$c/Versioni/testo.exe"
+
+# The demo machine's installations, registered in Wine's registry.
+"$nat" demo "$t/demo" >/dev/null 2>&1 || true
+cp -r "$t/demo/drive_c/Giochi" "$t/demo/drive_c/Ordelio" "$c/"
+reg "$ap\\tomb4.exe" /ve /d 'C:\Giochi\Trle\tomb4.exe'
+# The prefix's registry files are written when its server ends.
+timeout 120 wineserver -w
+# From here on one server serves every Windows run.
+wineserver -p 60
+
+# ---- version ----
+for f in $(ls "$c/Versioni"); do
+  confronta "version $f" version "C:\\Versioni\\$f"
+done
+confronta "version of a missing file" version 'C:\Versioni\manca.exe'
+confronta "version of the demo editor" version 'C:\Giochi\Trle\tomb4.exe'
+confronta "version of the demo archive manager" version 'C:\Ordelio\ordl2009.exe'
+
+# ---- find-exe: every form of App Paths entry, the program-files folder, nothing ----
+for n in ordl2009.exe solopath.exe cartella.exe barra.exe maiusc.exe MAIUSC.EXE doppio.exe tool.exe spazi.exe \
+  numero.exe vuoto.exe sparito.exe perché.exe espanso.exe x.exe libero.exe manca.exe 'C:\Altrove\ordl2009.exe'; do
+  confronta "find-exe $n" find-exe "$n"
+done
+
+# ---- discover ----
+confronta discover discover
+
+# ---- check on the demo machine, and the snapshot member by member ----
+esegui_nativo check
+cp "$c/INFO_ORDL.BIN" "$t/n.bin"
+esegui_wine check
+cp "$c/INFO_ORDL.BIN" "$t/w.bin"
+casi=$((casi + 1))
+cmp -s "$t/n.rc" "$t/w.rc" && cmp -s "$t/n.err" "$t/w.err" || segnala "check" err rc
+mkdir -p "$t/n.membri" "$t/w.membri"
+"$nat" unpack "$t/n.bin" "$t/n.membri" >"$t/n.tabella"
+"$nat" unpack "$t/w.bin" "$t/w.membri" >"$t/w.tabella"
+casi=$((casi + 1))
+cmp -s "$t/n.tabella" "$t/w.tabella" || segnala "snapshot table" tabella
+# The header's disk figures (the free space of C: and of the largest drive, and its letter) move with every
+# file written anywhere on the host while the two runs go; the rest of the header must not differ.
+maschera() { python3 -c 'import sys; b = bytearray(open(sys.argv[1], "rb").read()); b[774:791] = bytes(17); sys.stdout.buffer.write(b)' "$1"; }
+for m in $(ls "$t/n.membri"); do
+  casi=$((casi + 1))
+  if [ "$m" = Infofile.bin ]; then
+    maschera "$t/n.membri/$m" >"$t/n.membro"
+    maschera "$t/w.membri/$m" >"$t/w.membro"
+  else
+    cp "$t/n.membri/$m" "$t/n.membro"
+    cp "$t/w.membri/$m" "$t/w.membro" 2>/dev/null || : >"$t/w.membro"
+  fi
+  cmp -s "$t/n.membro" "$t/w.membro" || segnala "snapshot member $m" membro
+done
+
+# ---- report: each item of the native snapshot, read by both ----
+cp "$t/n.bin" "$c/Istantanea.bin"
+for v in $voci_report; do
+  confronta "report $v" report 'C:\Istantanea.bin' "$v"
+done
+
+echo "wine cross-check: $casi cases, $differenze different"
+[ "$differenze" = 0 ]
