@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <vector>
 
+#include "host/dischi.h"
 #include "host/machine.h"
 #include "macchina_prova.h"
 
@@ -76,16 +77,21 @@ TEST(PrefissoWine, NomiHostInWindows1252) {
 
 TEST(PrefissoWine, AttributiComeLiDaWine) {
   MacchinaProva m;
-  for (const char* f : {"a/file.txt", "a/sola.txt", "a/.nascosto", "a/sistema.sys"})
+  for (const char* f : {"a/file.txt", "a/sola.txt", "a/.nascosto", "a/sistema.sys", "a/.zero", "a/punto."})
     MacchinaProva::ScriviHost(m.C(f), "x");
   ::chmod(m.C("a/sola.txt").c_str(), 0444);
-  const bool xattr = ::setxattr(m.C("a/sistema.sys").c_str(), "user.DOSATTRIB", "0x6", 3, 0) == 0;
+  const bool xattr = ::setxattr(m.C("a/sistema.sys").c_str(), "user.DOSATTRIB", "0x6", 3, 0) == 0 &&
+                     ::setxattr(m.C("a/.zero").c_str(), "user.DOSATTRIB", "0x0", 3, 0) == 0;
   using Caso = std::tuple<const char*, int, int>;  // path, attributes, error
   const Caso casi[] = {{"C:\\A\\", 16, 0},
                        {"C:\\a\\FILE.txt", 32, 0},
                        {"C:\\a\\sola.txt", 33, 0},
                        {"C:\\a\\.nascosto", 34, 0},
                        {"C:\\a\\sistema.sys", xattr ? 38 : 32, 0},
+                       // Stored attributes do not make a dot file visible.
+                       {"C:\\a\\.zero", 34, 0},
+                       // A host name with a closing dot is listed but cannot be reached by any path.
+                       {"C:\\a\\punto.", -1, host::kErrFileNotFound},
                        {"C:\\a\\manca", -1, host::kErrFileNotFound},
                        {"C:\\manca\\manca", -1, host::kErrPathNotFound},
                        {"C:\\a\\*.txt", -1, host::kErrBadFileName}};
@@ -122,6 +128,10 @@ TEST(PrefissoWine, EnumerazioneConMaschere) {
   EXPECT_EQ(Elenca("C:\\d\\", 0), (V{"Due.TXT", "tre.dat", "uno.txt"}));
   EXPECT_EQ(Elenca("C:\\D\\", 16), (V{".", "..", "Due.TXT", "sotto", "tre.dat", "uno.txt"}));
   EXPECT_EQ(Elenca("C:\\d\\*.txt", 7), (V{"Due.TXT", "uno.txt"}));
+  // A link whose target is gone is no entry; a link to a file is the file.
+  fs::create_symlink("manca.txt", m.C("d/rotto.txt"));
+  fs::create_symlink("uno.txt", m.C("d/collegato.txt"));
+  EXPECT_EQ(Elenca("C:\\d\\*.txt", 7), (V{"Due.TXT", "collegato.txt", "uno.txt"}));
   EXPECT_EQ(Elenca("c:\\D\\UNO.TXT", 7), (V{"uno.txt"}));
   EXPECT_EQ(Elenca("C:\\manca\\*", 16), V{});
   // No "." and ".." at a drive root.
@@ -134,6 +144,15 @@ TEST(PrefissoWine, EnumerazioneConMaschere) {
   EXPECT_EQ(host::DirProssimo(&err), "");
   host::DirPrimo("D:\\*", 7, &err);
   EXPECT_EQ(err, host::kErrDeviceUnavailable);
+}
+
+TEST(PrefissoWine, SpazioLiberoComeLoDaWine) {
+  MacchinaProva m;
+  host::MisureVolume v;
+  ASSERT_TRUE(host::MisuraPiattaforma("C:\\", &v));
+  // The blocks kept for root are not free to anyone.
+  EXPECT_EQ(v.liberi, v.disponibili);
+  EXPECT_GE(v.totali, v.disponibili);
 }
 
 TEST(PrefissoWine, FileComeSulSistema) {
