@@ -144,7 +144,11 @@ casi=$((casi + 1))
 cmp -s "$t/n.tabella" "$t/w.tabella" || segnala "snapshot table" tabella
 # The header's disk figures (the free space of C: and of the largest drive, and its letter) move with every
 # file written anywhere on the host while the two runs go; the rest of the header must not differ.
-maschera() { python3 -c 'import sys; b = bytearray(open(sys.argv[1], "rb").read()); b[774:791] = bytes(17); sys.stdout.buffer.write(b)' "$1"; }
+maschera() {
+  head -c 774 "$1"
+  head -c 17 /dev/zero
+  tail -c +792 "$1"
+}
 for m in $(ls "$t/n.membri"); do
   casi=$((casi + 1))
   if [ "$m" = Infofile.bin ]; then
