@@ -104,6 +104,23 @@ done
 [ ! -f /usr/share/win32/win32-loader.exe ] || cp /usr/share/win32/win32-loader.exe "$c/Versioni/"
 printf 'not an executable' >"$c/Versioni/testo.exe"
 
+# Names as a host may hold them, for the machine layer's own answers.
+s=$c/Sonda
+mkdir -p "$s/Sub" "$s/Cart " "$s/.cartella"
+for f in normale.txt Maiusc.TXT MIXED.txt mixed.TXT2 _sotto.txt .punto 'punto.' 'spazio ' con nul.txt \
+  Perché.txt Sub/dentro.txt; do
+  printf 'x' >"$s/$f"
+done
+printf 'ro' >"$s/ro.txt"
+chmod 444 "$s/ro.txt"
+ln -s normale.txt "$s/link.txt"
+ln -s manca.txt "$s/rotto.txt"
+for v in zeta Alfa _sotto a 'a b' ab Z '[x' Àccento; do
+  reg 'HKLM\Software\Sonda' /v "$v" /d "$v"
+done
+reg 'HKLM\Software\Sonda' /ve /d predefinito
+reg 'HKLM\Software\Sonda' /v numero /t REG_DWORD /d 7
+
 # The demo machine's installations, registered in Wine's registry.
 "$nat" demo "$t/demo" >/dev/null 2>&1 || true
 cp -r "$t/demo/drive_c/Giochi" "$t/demo/drive_c/Ordelio" "$c/"
@@ -112,6 +129,58 @@ reg "$ap\\tomb4.exe" /ve /d 'C:\Giochi\Trle\tomb4.exe'
 timeout 120 wineserver -w
 # From here on one server serves every Windows run.
 wineserver -p 60
+
+# ---- the machine layer itself, one request a line (tests/sonda_macchina.cpp) ----
+cat >"$t/richieste" <<'FINE'
+dir	C:\Sonda\*	0
+dir	C:\Sonda\	22
+dir	C:\SONDA\m*	6
+dir	C:\Sonda\*.	6
+dir	C:\Sonda\punto.	6
+dir	C:\Sonda\normale.txt .	6
+dir	C:\Sonda\NUL.bin	6
+dir	C:\	16
+attr	C:\Sonda\NORMALE.TXT
+attr	C:\Sonda\normale.txt. .
+attr	C:\Sonda\punto.
+attr	C:\Sonda\spazio
+attr	C:\Sonda\Cart \
+attr	C:\Sonda\Cart \x
+attr	C:\Sonda\Sub.\dentro.txt
+attr	C:\Sonda\normale.txt\x
+attr	C:\Sonda\ro.txt
+attr	C:\Sonda\.cartella
+attr	C:\Sonda\rotto.txt
+attr	C:\Sonda\Perché.txt
+attr	C:\Sonda\com1.log
+attr	C:\Manca\nul
+attr	Q:\x
+len	C:\Sonda\con
+len	C:\Sonda\Sub
+read	C:\Sonda\normale.txt
+read	C:\Sonda\nul.txt
+read	C:\Sonda\con.txt
+read	C:\Sonda\normale.txt\
+read	C:\Sonda\Sub
+reg	Software\Sonda
+reg	SOFTWARE\\sonda\
+regname	Software\Sonda	ALFA
+reg	Software\Manca
+drive	C:\
+drive	Z:\
+drive	Q:\
+special	38
+os
+FINE
+casi=$((casi + 1))
+(cd "$t" && "$c/Strumenti/checkordl_sonda" <"$t/richieste" >"$t/n.sonda")
+(cd "$t" && wine_esegui "$c/Strumenti/checkordl_sonda.exe" <"$t/richieste" 2>/dev/null >"$t/w.sonda")
+[ -z "${WINE_INCROCIO_MOSTRA:-}" ] || cat "$t/n.sonda"
+cmp -s "$t/n.sonda" "$t/w.sonda" || {
+  differenze=$((differenze + 1))
+  echo "DIFFERENT: machine probe"
+  diff "$t/n.sonda" "$t/w.sonda" || true
+}
 
 # ---- version ----
 for f in $(ls "$c/Versioni"); do
