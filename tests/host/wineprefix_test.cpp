@@ -10,6 +10,7 @@
 
 #include "host/dischi.h"
 #include "host/machine.h"
+#include "host/versione.h"
 #include "macchina_prova.h"
 
 namespace {
@@ -178,6 +179,48 @@ TEST(PrefissoWine, FileComeSulSistema) {
   EXPECT_EQ(err, host::kErrPathNotFound);
   EXPECT_FALSE(host::CreaUnaCartella("C:\\x\\y", &err));
   EXPECT_EQ(err, host::kErrPathNotFound);
+}
+
+}  // namespace
+
+namespace {
+
+TEST(PrefissoWine, VersioneDelSistemaComeLaDecideWine) {
+  struct Caso {
+    const char* versione;  // the prefix's setting in user.reg
+    const char* registro;  // values of the running system in system.reg
+    std::uint32_t major, minor, build;
+    const char* csd;
+  };
+  const Caso casi[] = {
+      {"", "", 6, 1, 7601, "Service Pack 1"},  // nothing said: Wine's own default
+      {"",
+       "\"CurrentVersion\"=\"5.2\"\n\"CurrentBuild\"=\"9\"\n\"CurrentBuildNumber\"=\"3790\"\n"
+       "\"CSDVersion\"=\"Service Pack 2\"\n",
+       5, 2, 3790, "Service Pack 2"},
+      {"WinXP", "\"CurrentVersion\"=\"5.2\"\n", 5, 1, 2600, "Service Pack 3"},
+      // Newer than Windows 8, to a program without a manifest that says it knows them.
+      {"win10", "", 6, 2, 9200, ""},
+      {"", "\"CurrentVersion\"=\"10.0\"\n\"CurrentBuildNumber\"=\"19045\"\n", 6, 2, 9200, ""},
+      {"nessuno", "\"CurrentVersion\"=\"x\"\n", 6, 1, 7601, "Service Pack 1"},  // neither usable
+  };
+  for (const auto& c : casi) {
+    SCOPED_TRACE(std::string(c.versione) + " | " + c.registro);
+    MacchinaProva m;
+    MacchinaProva::ScriviHost(m.Prefisso() + "/user.reg",
+                              std::string("WINE REGISTRY Version 2\n[Software\\\\Wine]\n") +
+                                  "\"Version\"=\"" + c.versione + "\"\n");
+    m.Registro(
+        std::string("WINE REGISTRY Version 2\n[Software\\\\Microsoft\\\\Windows NT\\\\CurrentVersion]\n") +
+        c.registro);
+    host::VersioneOs v;
+    ASSERT_TRUE(host::LeggiVersioneOs(&v));
+    EXPECT_EQ(v.dwMajorVersion, c.major);
+    EXPECT_EQ(v.dwMinorVersion, c.minor);
+    EXPECT_EQ(v.dwBuildNumber, c.build);
+    EXPECT_EQ(v.dwPlatformId, 2u);
+    EXPECT_EQ(v.szCSDVersion, c.csd);
+  }
 }
 
 }  // namespace
