@@ -18,18 +18,12 @@ namespace {
 constexpr std::string_view kBackup = "\\backup_trle";
 constexpr std::size_t kColonnaEsito = 51;
 
-std::string Maiuscole(std::string_view s) {
-  std::string m(s);
-  for (char& c : m) c = host::Maiuscola(c);
-  return m;
-}
-
 // Every occurrence of `cerca` in `s`, found without regard to case, replaced by `con`; an empty `cerca`
 // changes nothing.
 std::string SostituisciSenzaCaso(const std::string& s, std::string_view cerca, std::string_view con) {
   if (cerca.empty()) return s;
-  const std::string ms = Maiuscole(s);
-  const std::string mc = Maiuscole(cerca);
+  const std::string ms = host::Maiuscolo(s);
+  const std::string mc = host::Maiuscolo(cerca);
   std::string r;
   std::size_t da = 0;
   for (std::size_t a; (a = ms.find(mc, da)) != std::string::npos; da = a + mc.size()) {
@@ -46,10 +40,10 @@ class Indice {
   explicit Indice(const collection::ElencoFile& e) {
     const std::size_t n = Voci(e);
     mappa_.reserve(n);
-    for (std::size_t i = 0; i < n; ++i) mappa_.try_emplace(Maiuscole(e.NomiFile[i]), i);
+    for (std::size_t i = 0; i < n; ++i) mappa_.try_emplace(host::Maiuscolo(e.NomiFile[i]), i);
   }
   std::optional<std::size_t> Trova(const std::string& nome) const {
-    const auto it = mappa_.find(Maiuscole(nome));
+    const auto it = mappa_.find(host::Maiuscolo(nome));
     if (it == mappa_.end()) return std::nullopt;
     return it->second;
   }
@@ -70,9 +64,9 @@ class MisuraPerCartella {
     const std::size_t barra = percorso.find_last_of('\\');
     if (barra != std::string::npos) {
       const std::string cartella = percorso.substr(0, barra);
-      auto it = cartelle_.find(Maiuscole(cartella));
-      if (it == cartelle_.end()) it = cartelle_.emplace(Maiuscole(cartella), Leggi(cartella)).first;
-      if (const auto f = it->second.find(Maiuscole(percorso.substr(barra + 1))); f != it->second.end())
+      auto it = cartelle_.find(host::Maiuscolo(cartella));
+      if (it == cartelle_.end()) it = cartelle_.emplace(host::Maiuscolo(cartella), Leggi(cartella)).first;
+      if (const auto f = it->second.find(host::Maiuscolo(percorso.substr(barra + 1))); f != it->second.end())
         return f->second;
     }
     // Not in its folder's listing (a folder that cannot be listed, say): asked by its path after all.
@@ -88,7 +82,7 @@ class MisuraPerCartella {
     std::vector<host::VoceCartella> voci;
     if (!host::LeggiCartella(host::ApriCartella(cartella), host::kAttrHidden | host::kAttrSystem, voci))
       return d;
-    for (const auto& v : voci) d.try_emplace(Maiuscole(v.nome), v.dimensione);
+    for (const auto& v : voci) d.try_emplace(host::Maiuscolo(v.nome), v.dimensione);
     return d;
   }
   std::unordered_map<std::string, Dimensioni> cartelle_;
@@ -109,9 +103,9 @@ std::string TestoAnalisiBackup(const ListeBackup& liste, const std::string& elen
   const Indice utente(liste.Utente);
   const Indice cd(liste.Cd);
   std::int64_t numeroBackup = 0;
-  const std::string cercaBackup = Maiuscole(std::string(kBackup) + "\\");
+  const std::string cercaBackup = host::Maiuscolo(std::string(kBackup) + "\\");
   for (std::size_t i = 0; i < Indice::Voci(liste.Utente); ++i)
-    if (Maiuscole(liste.Utente.NomiFile[i]).find(cercaBackup) != std::string::npos) ++numeroBackup;
+    if (host::Maiuscolo(liste.Utente.NomiFile[i]).find(cercaBackup) != std::string::npos) ++numeroBackup;
 
   std::string t;
   AggiungiRiga(t, "Controllo file di backup_trle");

@@ -35,11 +35,6 @@ void TestoSalvato(Dialog_Analisi& d, Voce v, const std::optional<std::string>& t
   Mostra(d, testo);
 }
 
-std::string Maiuscole(std::string s) {
-  for (char& c : s) c = host::Maiuscola(c);
-  return s;
-}
-
 bool FineParola(char c) {
   return c == ' ' || c == '\r' || c == ':';
 }
@@ -161,8 +156,8 @@ void TrovaTesto(Dialog_Analisi& d, bool Avanti, bool DallInizio, bool& Trovato) 
   const long posizione = DallInizio ? 0 : d.Text_Out.SelStart() + 1;
   if (Avanti ? posizione >= l : posizione <= 1) return;
 
-  const std::string mt = Maiuscole(testo);
-  const std::string mc = Maiuscole(cerca);
+  const std::string mt = host::Maiuscolo(testo);
+  const std::string mc = host::Maiuscolo(cerca);
   const long lc = static_cast<long>(mc.size());
   long inizio = 0;
   if (Avanti) {

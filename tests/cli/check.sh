@@ -15,6 +15,14 @@ export WINEPREFIX=$t/p
 grep -q '^\\data\\title.tr4  26 Kb (27000 bytes) *ORIGINALE CD' "$t/prospetti" || fail "demo backup analysis"
 grep -q '^plain: Scanning is complete' "$t/err" || fail "closing message"
 [ -z "$(ls "$t" | grep -iE '\.el$|infofile')" ] || fail "working files left: $(ls "$t")"
+# The report area after the last item, byte for byte; an unknown item is a usage error.
+"$cli" report 'C:\INFO_ORDL.BIN' header ordeio > "$t/ordeio" 2>"$t/err" || fail "report: $(cat "$t/err")"
+printf 'Livelli installati da Ordelio\r\nKriegler\r\nEgitto\r\n' | cmp -s - "$t/ordeio" || fail "report ordeio"
+[ "$("$cli" report "$WINEPREFIX/drive_c/INFO_ORDL.BIN")" = "$(sed -n '2,9p' "$t/prospetti")" ] || fail "report with no item"
+set +e
+"$cli" report 'C:\INFO_ORDL.BIN' nessuno 2>/dev/null; rc=$?
+set -e
+[ $rc = 2 ] || fail "unknown item exit $rc"
 
 # Given folders: the Ordelio folder copied elsewhere is taken, a folder that is no editor folder is refused
 # and the discovered one stays.
