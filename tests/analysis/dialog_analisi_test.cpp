@@ -14,7 +14,6 @@
 #include "formats/archivio.h"
 #include "formats/info_header.h"
 #include "formats/preferenze.h"
-#include "host/machine.h"
 #include "macchina_prova.h"
 
 namespace {
@@ -134,12 +133,10 @@ TEST(DialogAnalisi, OgniVoceConESenzaIlSuoFile) {
   }
 
   // Every file there, Ordelio installed and both sample lists beside the program.
-  MacchinaProva::ScriviHost(
-      m.Prefisso() + "/system.reg",
+  m.Registro(
       "WINE REGISTRY Version 2\n\n"
       "[Software\\\\Microsoft\\\\Windows\\\\CurrentVersion\\\\App Paths\\\\ordl2009.exe]\n"
       "@=\"C:\\\\Ordelio\\\\ordl2009.exe\"\n");
-  host::UsaPrefisso(m.Prefisso());
   std::filesystem::create_directories(m.C("Ordelio"));
   MacchinaProva::ScriviHost(m.C("Ordelio/ordl2009.exe"), "MZ");
   const collection::ElencoFile vuoto{0, "C:\\X", {}, {}};

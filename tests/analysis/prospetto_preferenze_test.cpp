@@ -28,6 +28,9 @@ class LocaleOra {
 };
 
 TEST(DataGenerale, DueLocali) {
+#ifdef _WIN32
+  GTEST_SKIP() << "the date form on Windows is the user's regional setting, not the C library's locale";
+#endif
   struct Caso {
     double data;
     const char* c;
