@@ -210,18 +210,12 @@ TEST(DialogAnalisi, TrovaTesto) {
   }
 }
 
-TEST(DialogAnalisi, CopiaSalvaCarica) {
+// Saving and loading the report area; copying is held in the window's own test.
+TEST(DialogAnalisi, SalvaCarica) {
   MacchinaProva m;
   AnalisiProva a;
   const std::string testo = std::string("riga\r\nbare\nnul\0qui\r\n", 21);
   a.area.ImpostaTesto(testo);
-
-  analysis::mnu_Copia_Click(a.d);
-  EXPECT_EQ(a.messaggi.tutti, V{"critical: Nessun testo selezionato"});
-  EXPECT_EQ(a.appunti.testo, "prima");
-  a.area.Seleziona(6, 4);
-  analysis::mnu_Copia_Click(a.d);
-  EXPECT_EQ(a.appunti.testo, "bare");
 
   // The snapshot's dialog set the start folder; the report dialogs leave it.
   std::string nome;
@@ -255,7 +249,7 @@ TEST(DialogAnalisi, CopiaSalvaCarica) {
   analysis::mnu_CaricaFile_Click(a.d);
   EXPECT_EQ(a.area.Testo(), "");
   EXPECT_EQ(a.dialogo.mostrati, (V{"open", "save", "save", "open", "open", "open"}));
-  EXPECT_EQ(a.messaggi.tutti.size(), 1u);
+  EXPECT_TRUE(a.messaggi.tutti.empty());
 }
 
 }  // namespace

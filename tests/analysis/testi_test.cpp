@@ -24,15 +24,6 @@ TEST(Testi, OrdelioTxtComeNelFile) {
   }
 }
 
-TEST(Testi, FileNonSalvati) {
-  MacchinaProva m;
-  MessaggiProva messaggi;
-  EXPECT_FALSE(analysis::MostraOrdelioTxt("C:\\Dati", messaggi));
-  EXPECT_FALSE(analysis::MostraScriptDat("C:\\Dati", messaggi));
-  EXPECT_EQ(messaggi.tutti, (V{"critical: Non e' stato salvato il file Ordeio.txt",
-                               "critical: Non e' stato salvato il file Script.dat"}));
-}
-
 TEST(Testi, TestoLivelliScript) {
   const std::string testa = "Livelli tr4 usati da file script.dat:\r\n\r\n";
   struct Caso {

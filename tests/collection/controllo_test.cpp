@@ -175,31 +175,4 @@ TEST(Controllo, CartellaDelProgrammaOSnapshotNonScrivibili) {
   }
 }
 
-// The scan gives the event loop its turns: clicks delivered then must not start anything.
-class CicloConClic : public support::CicloEventi {
- public:
-  void UnTurno() override {
-    collection::Pul_Start_Click(*p);
-    collection::Pul_CambiaTrle_Click(*p);
-    ++turni;
-  }
-  collection::Principale* p = nullptr;
-  int turni = 0;
-};
-
-TEST(Controllo, ClicDuranteLaScansioneIgnorati) {
-  Installazioni i;
-  CicloConClic eventi;
-  const auto chiudi = [&] { ++i.f.chiusure; };
-  collection::Principale p{i.f.dirOrdl, i.f.nomeTrle, i.f.info, i.f.barra, i.f.messaggi,
-                           i.f.dialogo, eventi,       chiudi,   {}};
-  p.CartellaProgramma = "C:\\Prog";
-  eventi.p = &p;
-  collection::Pul_Start_Click(p);
-  EXPECT_GT(eventi.turni, 0);
-  EXPECT_EQ(i.f.dialogo.mostrato, 0);
-  EXPECT_EQ(i.f.chiusure, 1);
-  EXPECT_EQ(i.f.messaggi.tutti.size(), 1u);
-}
-
 }  // namespace

@@ -12,6 +12,7 @@
 #include "host/dischi.h"
 #include "host/machine.h"
 #include "macchina_prova.h"
+#include "misure_finte.h"
 
 namespace {
 
@@ -34,24 +35,6 @@ std::string Prf(const std::string& pathTrle, bool conNul) {
   return formats::CodificaPreferenze(p);
 }
 
-std::map<char, host::MisureVolume> figure;  // each drive's figures, by letter
-
-bool MisuraFinta(const std::string& radice, host::MisureVolume* m) {
-  const auto it = figure.find(radice.empty() ? '\0' : radice[0]);
-  if (it == figure.end()) return false;
-  *m = it->second;
-  return true;
-}
-
-class ScopertaTest : public testing::Test {
- protected:
-  void SetUp() override {
-    figure.clear();
-    host::SostituisciMisuraVolume(MisuraFinta);
-  }
-  void TearDown() override { host::SostituisciMisuraVolume(nullptr); }
-};
-
 // Gives the machine its registry and runs the discovery into the window.
 void Cerca(const MacchinaProva& m, const std::string& registro, FinestraProva& f) {
   m.Registro("WINE REGISTRY Version 2\n\n" + registro);
@@ -59,7 +42,8 @@ void Cerca(const MacchinaProva& m, const std::string& registro, FinestraProva& f
   collection::CercaInstallazioni(f.principale, pref);
 }
 
-TEST_F(ScopertaTest, CartelleDalRegistroEDaOrdelio) {
+TEST(Scoperta, CartelleDalRegistroEDaOrdelio) {
+  MisureFinte misure;
   enum Ordelio { kNo, kInstallato, kSoloNelRegistro };
   struct Caso {
     const char* nome;
@@ -105,13 +89,14 @@ TEST_F(ScopertaTest, CartelleDalRegistroEDaOrdelio) {
   }
 }
 
-TEST_F(ScopertaTest, FigureDellaMacchina) {
+TEST(Scoperta, FigureDellaMacchina) {
 #ifdef _WIN32
   GTEST_SKIP() << "needs the test prefix's D: link and drive types";
 #endif
   MacchinaProva m;
-  figure['C'] = {0, 0, 5000};
-  figure['D'] = {0, 0, 9000};
+  MisureFinte misure;
+  MisureFinte::Figure()['C'] = {0, 0, 5000};
+  MisureFinte::Figure()['D'] = {0, 0, 9000};
   FinestraProva f;
   Cerca(m, "", f);
   const formats::InfoHeader& h = f.principale.InfoHeader;

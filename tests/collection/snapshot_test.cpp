@@ -38,15 +38,6 @@ TEST(Snapshot, FormatoAlByte) {
   EXPECT_EQ(b.storia, (std::vector<double>{50, 100, 0}));
 }
 
-// Two files of 3 and 5 bytes with paths of 10 and 12 characters: 4 + 18 + 20 + 3 + 5 bytes.
-TEST(Snapshot, CinquantaByte) {
-  MacchinaProva m;
-  MacchinaProva::ScriviHost(m.C("D/aaa.bin"), "abc");
-  MacchinaProva::ScriviHost(m.C("aaaaa.b"), "12345");
-  ASSERT_TRUE(Salva("C:\\s.bin", {"C:\\aaaaa.b", "C:\\D\\aaa.bin"}));
-  EXPECT_EQ(MacchinaProva::LeggiHost(m.C("s.bin")).size(), 50u);
-}
-
 TEST(Snapshot, AndataERitorno) {
   MacchinaProva m;
   std::string grande(3 * 1024 * 1024 + 17, '\0');  // more than one piece of the copy

@@ -153,13 +153,6 @@ TEST(Record, CaricaPreferenzeERegolaDellaLunghezza) {
     EXPECT_EQ(q.LinguaDatDefault.Testo(),
               lunghezza > 2574 ? Riempita("english.dat", 32) : std::string(32, ' '));
   }
-
-  // The raw read takes the file as it is, with no defaults.
-  MacchinaProva::ScriviHost(m.C("Ordl/ordelio.prf"), intero.substr(0, 100));
-  PrefRecord r;
-  ASSERT_TRUE(LeggiPreferenze("C:\\Ordl\\ordelio.prf", &r));
-  EXPECT_EQ(r.Flags, 0);
-  EXPECT_FALSE(LeggiPreferenze("C:\\Ordl\\manca.prf", &r));
 }
 
 TEST(Record, ArchivioAlByte) {

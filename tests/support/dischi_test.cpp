@@ -9,6 +9,7 @@
 #include "host/dischi.h"
 #include "host/machine.h"
 #include "macchina_prova.h"
+#include "misure_finte.h"
 #include "support/dischi.h"
 
 namespace {
@@ -16,19 +17,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::uint64_t kGiB = std::uint64_t{1} << 30;
-
-// Figures by drive letter, handed out in place of the file system's.
-std::map<char, host::MisureVolume>& Figure() {
-  static std::map<char, host::MisureVolume> f;
-  return f;
-}
-
-bool MisuraFinta(const std::string& radice, host::MisureVolume* m) {
-  const auto it = Figure().find(radice.empty() ? '\0' : radice[0]);
-  if (it == Figure().end()) return false;
-  *m = it->second;
-  return true;
-}
 
 // C: and D: come with the test machine (D:'s target is missing); E: floppy, F: CD, G: network, H: a second
 // fixed disk, A: a fixed disk that must never be listed. No z: link, so Z: is the host's root.
@@ -43,8 +31,6 @@ class DischiTest : public testing::Test {
       fs::create_directory_symlink("../disco_" + std::string(1, l), m_.Prefisso() + "/dosdevices/" + l + ":");
     }
     Unita("\"e:\"=\"floppy\"\n\"F:\"=\"CDROM\"\n\"g:\"=\"network\"\n");
-    Figure().clear();
-    host::SostituisciMisuraVolume(MisuraFinta);
   }
   // The drive types of the prefix's registry.
   void Unita(const std::string& valori) {
@@ -52,12 +38,12 @@ class DischiTest : public testing::Test {
                               "WINE REGISTRY Version 2\n[Software\\\\Wine\\\\Drives]\n" + valori);
     host::UsaPrefisso(m_.Prefisso());
   }
-  void TearDown() override { host::SostituisciMisuraVolume(nullptr); }
   static void Figura(char lettera, std::uint64_t liberi, std::uint64_t disponibili = 0,
                      std::uint64_t totali = 0) {
-    Figure()[lettera] = {disponibili, totali, liberi};
+    MisureFinte::Figure()[lettera] = {disponibili, totali, liberi};
   }
   MacchinaProva m_;
+  MisureFinte misure_;
 };
 
 TEST_F(DischiTest, DescrizioneDiUnDrive) {
@@ -121,7 +107,7 @@ TEST_F(DischiTest, DiscoConPiuSpazio) {
       {{{'C', 0}}, "C:", 0},
   };
   for (const auto& [liberi, disco, atteso] : casi) {
-    Figure() = {};
+    MisureFinte::Figure() = {};
     for (const auto& [l, b] : liberi) Figura(l, b);
     double spazio = -1;
     EXPECT_EQ(support::DiscoConPiuSpazio(spazio), disco);

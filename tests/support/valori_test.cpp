@@ -5,6 +5,9 @@
 #include <clocale>
 #include <string>
 
+#include "finestra_prova.h"
+#include "locale_prova.h"
+
 namespace {
 
 using support::FormattaDimensione;
@@ -26,36 +29,26 @@ TEST(FormattaDimensione, SoglieEArrotondamenti) {
   for (const auto& [byte, atteso] : casi) EXPECT_EQ(FormattaDimensione(byte, '.'), atteso) << byte;
   EXPECT_EQ(FormattaDimensione(1610612736, ','), "1,5 Gb");
 
-  const std::string prima = std::setlocale(LC_NUMERIC, nullptr);
 #ifdef _WIN32
   GTEST_SKIP() << "on Windows the separator is the user's regional setting, not the C library's locale";
 #endif
-  if (!std::setlocale(LC_NUMERIC, "it_IT.UTF-8")) GTEST_SKIP() << "no it_IT.UTF-8 locale on this machine";
-  EXPECT_EQ(FormattaDimensione(1610612736), "1,5 Gb");
-  std::setlocale(LC_NUMERIC, "C");
-  EXPECT_EQ(FormattaDimensione(1610612736), "1.5 Gb");
-  std::setlocale(LC_NUMERIC, prima.c_str());
+  for (const auto& [nome, atteso] : {std::pair{"C", "1.5 Gb"}, std::pair{"it_IT.UTF-8", "1,5 Gb"}}) {
+    LocaleProva locale(LC_NUMERIC, nome);
+    if (!locale.Attivo()) GTEST_SKIP() << "no " << nome << " locale on this machine";
+    EXPECT_EQ(FormattaDimensione(1610612736), atteso);
+  }
 }
-
-class BarraContata : public support::BarraProgresso {
- public:
-  double Value() const override { return valore; }
-  void SetValue(double v) override { valore = v; }
-  void Refresh() override { ++ridisegni; }
-  double valore = 0;
-  int ridisegni = 0;
-};
 
 TEST(AggiornaProgresso, PercentualiERidisegni) {
   const double casi[][3] = {{0, 0, 0}, {0, 5, 100}, {200, 199, 99}, {200, 250, 100}, {3, 2, 66}};
   for (const auto& [totale, corrente, percento] : casi) {
-    BarraContata b;
+    BarraProva b;
     b.valore = -1;
     support::AggiornaProgresso(b, totale, corrente);
     EXPECT_EQ(b.valore, percento) << totale << " " << corrente;
   }
   // One redraw for each percent, not one for each step.
-  BarraContata b;
+  BarraProva b;
   for (int i = 1; i <= 10000; ++i) support::AggiornaProgresso(b, 10000, i);
   EXPECT_EQ(b.valore, 100);
   EXPECT_EQ(b.ridisegni, 100);
