@@ -38,7 +38,7 @@ std::string SostituisciSenzaCaso(const std::string& s, std::string_view cerca, s
 class Indice {
  public:
   explicit Indice(const collection::ElencoFile& e) {
-    const std::size_t n = Voci(e);
+    const std::size_t n = VociUsabili(e);
     mappa_.reserve(n);
     for (std::size_t i = 0; i < n; ++i) mappa_.try_emplace(host::Maiuscolo(e.NomiFile[i]), i);
   }
@@ -46,10 +46,6 @@ class Indice {
     const auto it = mappa_.find(host::Maiuscolo(nome));
     if (it == mappa_.end()) return std::nullopt;
     return it->second;
-  }
-  static std::size_t Voci(const collection::ElencoFile& e) {
-    return std::min(
-        {static_cast<std::size_t>(std::max(e.NumeroFile, 0)), e.NomiFile.size(), e.DimensioniFile.size()});
   }
 
  private:
@@ -94,7 +90,7 @@ std::string TestoAnalisiBackup(const ListeBackup& liste, const std::string& elen
                                const MisuraFile& misura, std::vector<std::string>& fileTrovati,
                                support::BarraProgresso& barra, char separatoreDecimale) {
   const collection::ElencoFile& campione = liste.Campione;
-  const std::size_t numeroCampione = Indice::Voci(campione);
+  const std::size_t numeroCampione = VociUsabili(campione);
   fileTrovati.assign(numeroCampione, {});
   for (std::size_t i = 0; i < numeroCampione; ++i)
     fileTrovati[i] = campione.CartellaBase + campione.NomiFile[i];
@@ -104,7 +100,7 @@ std::string TestoAnalisiBackup(const ListeBackup& liste, const std::string& elen
   const Indice cd(liste.Cd);
   std::int64_t numeroBackup = 0;
   const std::string cercaBackup = host::Maiuscolo(std::string(kBackup) + "\\");
-  for (std::size_t i = 0; i < Indice::Voci(liste.Utente); ++i)
+  for (std::size_t i = 0; i < VociUsabili(liste.Utente); ++i)
     if (host::Maiuscolo(liste.Utente.NomiFile[i]).find(cercaBackup) != std::string::npos) ++numeroBackup;
 
   std::string t;

@@ -117,13 +117,17 @@ bool CaricaElencoFile(const std::string& NomeFile, collection::ElencoFile& elenc
   return true;
 }
 
+std::size_t VociUsabili(const collection::ElencoFile& elenco) {
+  return std::min({static_cast<std::size_t>(std::max(elenco.NumeroFile, 0)), elenco.NomiFile.size(),
+                   elenco.DimensioniFile.size()});
+}
+
 std::string TestoElencoFile(const collection::ElencoFile& elenco, const std::string& titolo,
                             support::BarraProgresso& barra, char separatoreDecimale) {
   std::string testo;
   AggiungiRiga(testo, titolo + " (Files = " + std::to_string(elenco.NumeroFile) + ") ");
   AggiungiRiga(testo, elenco.CartellaBase);
-  const std::size_t n = std::min({static_cast<std::size_t>(std::max(elenco.NumeroFile, 0)),
-                                  elenco.NomiFile.size(), elenco.DimensioniFile.size()});
+  const std::size_t n = VociUsabili(elenco);
   std::vector<std::string> precedenti;
   for (std::size_t i = 0; i < n; ++i) {
     support::AggiornaProgresso(barra, static_cast<double>(n), static_cast<double>(i + 1));

@@ -30,6 +30,9 @@ inline constexpr ProspettoDirectory kDirectoryArchivio{"dirarc.el", "DIRECTORY A
 bool CaricaElencoFile(const std::string& NomeFile, collection::ElencoFile& elenco,
                       support::BarraProgresso& barra, support::Messaggi& messaggi);
 
+// How many entries of `elenco` can be used: its count, as far as both columns reach.
+std::size_t VociUsabili(const collection::ElencoFile& elenco);
+
 // The report's text for a loaded list, one line per entry in list order (no sorting). `barra` follows the
 // entries; it is not reset here.
 std::string TestoElencoFile(const collection::ElencoFile& elenco, const std::string& titolo,

@@ -10,6 +10,7 @@
 #include <QStyle>
 #include <QTreeWidget>
 
+#include "gui/forme_qt.h"
 #include "gui/testo_qt.h"
 
 namespace gui {
@@ -17,20 +18,11 @@ namespace {
 
 constexpr int kPercorso = Qt::UserRole;
 
-QPushButton* Pulsante(QWidget* genitore, const char* nome, const char* testo, int l, int t, int w, int h) {
-  auto* p = new QPushButton(QString::fromLatin1(testo), genitore);
-  p->setObjectName(QString::fromLatin1(nome));
-  p->setGeometry(Tw(l), Tw(t), Tw(w), Tw(h));
-  // Neither button is the form's default: Enter presses nothing.
-  p->setAutoDefault(false);
-  return p;
-}
-
 // The folder colours of the path box: bright green on dark green.
 void Verde(QWidget* w) {
   QPalette p = w->palette();
-  p.setColor(QPalette::Base, QColor(0, 64, 0));
-  p.setColor(QPalette::Text, QColor(0, 255, 0));
+  p.setColor(QPalette::Base, kVerdeScuro);
+  p.setColor(QPalette::Text, kVerdeChiaro);
   w->setPalette(p);
 }
 

@@ -11,17 +11,11 @@
 #include "collection/selezione.h"
 #include "gui/finestra_analisi.h"
 #include "gui/finestra_getdir.h"
+#include "gui/forme_qt.h"
 #include "gui/testo_qt.h"
 
 namespace gui {
 namespace {
-
-QPushButton* Pulsante(QWidget* genitore, const char* nome, const char* testo, int l, int t, int w, int h) {
-  auto* p = new QPushButton(QString::fromLatin1(testo), genitore);
-  p->setObjectName(QString::fromLatin1(nome));
-  p->setGeometry(Tw(l), Tw(t), Tw(w), Tw(h));
-  return p;
-}
 
 QLabel* Etichetta(QWidget* genitore, const char* nome, const char* testo, int l, int t, int w, int h) {
   auto* e = new QLabel(QString::fromLatin1(testo), genitore);
@@ -36,8 +30,8 @@ QLabel* Cartella(QWidget* genitore, const char* nome, int l, int t, int w, int h
   QLabel* e = Etichetta(genitore, nome, "", l, t, w, h);
   e->setAutoFillBackground(true);
   QPalette p = e->palette();
-  p.setColor(QPalette::Window, QColor(0, 64, 0));
-  p.setColor(QPalette::WindowText, QColor(0, 255, 0));
+  p.setColor(QPalette::Window, kVerdeScuro);
+  p.setColor(QPalette::WindowText, kVerdeChiaro);
   e->setPalette(p);
   e->setContentsMargins(Tw(60), 0, Tw(60), 0);
   return e;
