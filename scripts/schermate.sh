@@ -14,7 +14,7 @@ cmake --build "$build" -j 2 --target checkordl-cli checkordl_schermate >/dev/nul
 dir=$(mktemp -d)
 trap 'rm -rf "$dir"' EXIT
 # Both tools keep their working files beside themselves: give them a folder of their own.
-cp "$build/cli/checkordl-cli" "$build/tests/gui/checkordl_schermate" "$dir/"
+cp "$build/cli/checkordl-cli" "$build/tools/checkordl_schermate" "$dir/"
 export WINEPREFIX=$dir/prefix
 # The demo runs the check, whose closing message goes to standard error.
 "$dir/checkordl-cli" demo "$WINEPREFIX" >/dev/null 2>&1

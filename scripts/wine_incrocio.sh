@@ -28,7 +28,7 @@ c=$p/drive_c
 # Both tools from one folder on C:, so that the program folder is the same Windows path for both.
 mkdir -p "$c/Strumenti"
 cp "$nativo/cli/checkordl-cli" "$windows/cli/checkordl-cli.exe" "$c/Strumenti/"
-cp "$nativo/tests/checkordl_sonda" "$windows/tests/checkordl_sonda.exe" "$c/Strumenti/"
+cp "$nativo/tools/checkordl_sonda" "$windows/tools/checkordl_sonda.exe" "$c/Strumenti/"
 nat=$c/Strumenti/checkordl-cli
 win=$c/Strumenti/checkordl-cli.exe
 
@@ -130,7 +130,7 @@ timeout 120 wineserver -w
 # From here on one server serves every Windows run.
 wineserver -p 60
 
-# ---- the machine layer itself, one request a line (tests/sonda_macchina.cpp) ----
+# ---- the machine layer itself, one request a line (tools/sonda_macchina.cpp) ----
 cat >"$t/richieste" <<'FINE'
 dir	C:\Sonda\*	0
 dir	C:\Sonda\	22

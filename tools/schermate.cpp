@@ -11,9 +11,15 @@
 #include "gui/finestra_analisi.h"
 #include "gui/finestra_getdir.h"
 #include "gui/finestra_principale.h"
-#include "servizi_prova.h"
+#include "support/interfacce.h"
 
 namespace {
+
+// The pictures need no answers: messages are printed, dialogs and the clipboard do nothing.
+struct MessaggiStampati : support::Messaggi {
+  void Semplice(const std::string& t) override { std::fprintf(stderr, "plain: %s\n", t.c_str()); }
+  void Critico(const std::string& t) override { std::fprintf(stderr, "critical: %s\n", t.c_str()); }
+};
 
 bool Salva(QWidget& w, const QString& file) {
   w.show();
@@ -32,13 +38,16 @@ int main(int argc, char** argv) {
     return 2;
   }
   const QDir cartella(QString::fromLocal8Bit(argv[1]));
-  Banco banco;
+  MessaggiStampati messaggi;
+  support::DialogoFileMuto file;
+  support::AppuntiMuti appunti;
+  const gui::Servizi servizi{messaggi, file, appunti, [](gui::FinestraGetDir&) {}, [](gui::FinestraAnalisi&) {}};
   bool ok = true;
 
-  gui::FinestraPrincipale principale(banco.Servizi());
+  gui::FinestraPrincipale principale(servizi);
   ok = Salva(principale, cartella.filePath(QStringLiteral("principale.png"))) && ok;
 
-  gui::FinestraAnalisi analisi(&principale, banco.messaggi, banco.file, banco.appunti,
+  gui::FinestraAnalisi analisi(&principale, messaggi, file, appunti,
                                principale.Modello().InfoHeader);
   analysis::ImpostaValori(analisi.Modello(), collection::kNomeSnapshot);
   analysis::EseguiVoce(analisi.Modello(), analysis::Voce::mnu_ShowTRLE_Dir);
@@ -47,7 +56,6 @@ int main(int argc, char** argv) {
   ok = Salva(analisi, cartella.filePath(QStringLiteral("analisi.png"))) && ok;
   analisi.hide();
 
-  MessaggiRegistro messaggi;
   picker::Dialog_GetDir modello{messaggi};
   modello.Caption = "Select TRLE folder";
   picker::Carica(modello);
@@ -55,6 +63,5 @@ int main(int argc, char** argv) {
   gui::FinestraGetDir getDir(&principale, modello);
   ok = Salva(getDir, cartella.filePath(QStringLiteral("getdir.png"))) && ok;
 
-  for (const auto& m : banco.messaggi.tutti) std::fprintf(stderr, "%s\n", m.c_str());
   return ok ? 0 : 1;
 }
