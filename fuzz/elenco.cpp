@@ -11,6 +11,7 @@
 #include "analysis/elenchi.h"
 #include "collection/scansione.h"
 #include "host/machine.h"
+#include "prefisso_fuzz.h"
 
 namespace {
 
@@ -20,26 +21,11 @@ class MessaggiMuti : public support::Messaggi {
   void Critico(const std::string&) override {}
 };
 
-// One prefix for the whole run; each input becomes its C:\l.el.
-const std::string& Prefisso() {
-  static const std::string p = [] {
-    std::string modello = "/tmp/checkordl-fuzz-XXXXXX";
-    if (!::mkdtemp(modello.data())) std::abort();
-    const std::string drive = modello + "/drive_c";
-    if (::mkdir((modello + "/dosdevices").c_str(), 0700) || ::mkdir(drive.c_str(), 0700) ||
-        ::symlink("../drive_c", (modello + "/dosdevices/c:").c_str()))
-      std::abort();
-    host::UsaPrefisso(modello);
-    return modello;
-  }();
-  return p;
-}
-
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* dati, std::size_t n) {
   {
-    std::ofstream f(Prefisso() + "/drive_c/l.el", std::ios::binary | std::ios::trunc);
+    std::ofstream f(PrefissoFuzz() + "/drive_c/l.el", std::ios::binary | std::ios::trunc);
     f.write(reinterpret_cast<const char*>(dati), static_cast<std::streamsize>(n));
   }
   support::BarraMuta barra;

@@ -10,21 +10,7 @@
 #include "host/machine.h"
 #include "host/registro.h"
 #include "host/registro_file.h"
-
-namespace {
-
-// One prefix for the whole run; each input becomes its system.reg.
-const std::string& Prefisso() {
-  static const std::string p = [] {
-    std::string modello = "/tmp/checkordl-fuzz-XXXXXX";
-    if (!::mkdtemp(modello.data())) std::abort();
-    host::UsaPrefisso(modello);
-    return modello;
-  }();
-  return p;
-}
-
-}  // namespace
+#include "prefisso_fuzz.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* dati, std::size_t n) {
   const std::string_view testo(reinterpret_cast<const char*>(dati), n);
@@ -45,7 +31,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* dati, std::size_t n) {
   if (totale > 2 * n + 16) std::abort();
 
   {
-    std::ofstream f(Prefisso() + "/system.reg", std::ios::binary | std::ios::trunc);
+    std::ofstream f(PrefissoFuzz() + "/system.reg", std::ios::binary | std::ios::trunc);
     f.write(testo.data(), static_cast<std::streamsize>(testo.size()));
   }
   std::size_t chiesti = 0;
