@@ -1,8 +1,7 @@
-// Scripted stand-ins for the window: they record what the operations show and answer dialogs from a queue.
-// A dialog shown with no answer queued, or an answer left over at the end, fails the test.
+// Scripted stand-ins for the window, shared by the core tests (GoogleTest) and the window tests (Qt Test):
+// they record what the operations show and answer dialogs from a queue. A dialog shown with no answer
+// queued, or an answer left over at the end, fails the test.
 #pragma once
-
-#include <gtest/gtest.h>
 
 #include <deque>
 #include <optional>
@@ -12,6 +11,39 @@
 #include "analysis/dialog_analisi.h"
 #include "collection/principale.h"
 #include "support/interfacce.h"
+
+// Qt's test library defines QT_TESTLIB_LIB for whoever links it.
+#ifdef QT_TESTLIB_LIB
+#include <QTest>
+inline void FallisciProva(const std::string& perche) {
+  QTest::qFail(perche.c_str(), __FILE__, __LINE__);
+}
+#else
+#include <gtest/gtest.h>
+inline void FallisciProva(const std::string& perche) {
+  ADD_FAILURE() << perche;
+}
+#endif
+
+// Answers taken one by one; what is left at the end is a failure.
+template <typename T>
+struct Copione {
+  std::deque<T> risposte;
+  const char* chi;
+  explicit Copione(const char* c) : chi(c) {}
+  ~Copione() {
+    if (!risposte.empty()) FallisciProva(std::to_string(risposte.size()) + " " + chi + " answers left over");
+  }
+  std::optional<T> Prendi() {
+    if (risposte.empty()) {
+      FallisciProva(std::string("the ") + chi + " was shown with no answer queued");
+      return std::nullopt;
+    }
+    T r = risposte.front();
+    risposte.pop_front();
+    return r;
+  }
+};
 
 class DidascaliaProva : public support::Didascalia {
  public:
@@ -54,15 +86,10 @@ class CicloProva : public support::CicloEventi {
 
 class DialogoCartellaProva : public support::DialogoCartella {
  public:
-  struct Risposta {
-    bool ok;
-    std::string pathDir;
-  };
-  ~DialogoCartellaProva() override {
-    EXPECT_TRUE(risposte.empty()) << risposte.size() << " dialog answers left over";
+  // OK with that folder, or (nullopt) Cancel.
+  void Rispondi(bool ok, const std::string& pathDir) {
+    copione_.risposte.push_back(ok ? std::optional(pathDir) : std::nullopt);
   }
-  void Rispondi(bool ok, const std::string& pathDir) { risposte.push_back({ok, pathDir}); }
-
   void ImpostaTitolo(const std::string& t) override { titoli.push_back(t); }
   void ImpostaValori(const std::string& p) override {
     inizi.push_back(p);
@@ -71,22 +98,18 @@ class DialogoCartellaProva : public support::DialogoCartella {
   }
   void MostraModale() override {
     ++mostrato;
-    if (risposte.empty()) {
-      ADD_FAILURE() << "the folder dialog was shown with no answer queued";
-      return;
-    }
-    exit_ = risposte.front().ok;
-    pathDir_ = risposte.front().ok ? risposte.front().pathDir : "";
-    risposte.pop_front();
+    const auto r = copione_.Prendi();
+    exit_ = r && *r;
+    pathDir_ = exit_ ? **r : "";
   }
   bool ExitValue() const override { return exit_; }
   std::string PathDir() const override { return pathDir_; }
 
-  std::deque<Risposta> risposte;
   std::vector<std::string> titoli, inizi;
   int mostrato = 0;
 
  private:
+  Copione<std::optional<std::string>> copione_{"folder dialog"};
   bool exit_ = false;
   std::string pathDir_;
 };
@@ -106,11 +129,8 @@ struct FinestraProva {
 // The common file dialog: each showing takes the next queued answer, a file name or a cancel.
 class DialogoFileProva : public support::DialogoFile {
  public:
-  ~DialogoFileProva() override {
-    EXPECT_TRUE(risposte.empty()) << risposte.size() << " file dialog answers left over";
-  }
-  void Scegli(const std::string& nome) { risposte.push_back(nome); }
-  void Annulla() { risposte.push_back(std::nullopt); }
+  void Scegli(const std::string& nome) { copione_.risposte.push_back(nome); }
+  void Annulla() { copione_.risposte.push_back(std::nullopt); }
 
   void ImpostaTitolo(const std::string& t) override { titolo = t; }
   void ImpostaCartellaIniziale(const std::string& c) override { cartella = c; }
@@ -120,7 +140,6 @@ class DialogoFileProva : public support::DialogoFile {
   bool MostraSalva() override { return Mostra("save"); }
   std::string NomeFile() const override { return nome_; }
 
-  std::deque<std::optional<std::string>> risposte;
   std::string titolo, cartella, filtro;
   // "open" or "save" for each showing.
   std::vector<std::string> mostrati;
@@ -128,15 +147,11 @@ class DialogoFileProva : public support::DialogoFile {
  private:
   bool Mostra(const char* come) {
     mostrati.push_back(come);
-    if (risposte.empty()) {
-      ADD_FAILURE() << "the file dialog was shown with no answer queued";
-      return false;
-    }
-    const auto r = risposte.front();
-    risposte.pop_front();
-    if (r) nome_ = *r;
-    return r.has_value();
+    const auto r = copione_.Prendi();
+    if (r && *r) nome_ = **r;
+    return r && *r;
   }
+  Copione<std::optional<std::string>> copione_{"file dialog"};
   std::string nome_;
 };
 

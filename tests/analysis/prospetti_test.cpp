@@ -1,105 +1,86 @@
-// The header and archive reports, byte for byte, on files written into a test machine's C:\Dati.
+// Every report of the analysis window, byte for byte, against the texts in tests/data/prospetti: one snapshot
+// that carries every member, opened as "Leggi Dati" opens it, and one menu item a row.
+//
+// To rewrite the expected texts on purpose, run the tests with CHECKORDL_RIGENERA=1: each row then writes
+// the text the code gives into its file instead of comparing. Read the diff before committing it.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <clocale>
-#include <cstdint>
+#include <cstdlib>
+#include <filesystem>
 #include <limits>
-#include <ostream>
-#include <span>
 #include <string>
 #include <vector>
 
 #include "analysis/prospetto_archivio.h"
-#include "analysis/prospetto_header.h"
+#include "analysis/testi.h"
+#include "collection/scansione.h"
+#include "collection/snapshot.h"
 #include "finestra_prova.h"
 #include "formats/archivio.h"
 #include "formats/info_header.h"
+#include "formats/preferenze.h"
+#include "formats/script.h"
 #include "locale_prova.h"
 #include "macchina_prova.h"
 
 namespace {
 
-using analysis::ProspettoArchivio;
-using analysis::ProspettoHeader;
-using analysis::TestoHeader;
-using formats::kTestiFlagErrori;
+using analysis::Voce;
+using collection::ElencoFile;
 
-const std::string kDati = "C:\\Dati";
-
-// `#` in an expected text stands for the locale's decimal separator.
-std::string ConSeparatore(std::string t, char sep) {
-  for (char& c : t)
-    if (c == '#') c = sep;
-  return t;
-}
-
-struct CasoLocale {
-  const char* nome;
-  char separatore;
-};
-void PrintTo(const CasoLocale& c, std::ostream* os) {
-  *os << c.nome;
-}
-
-class ProspettiLocale : public ::testing::TestWithParam<CasoLocale> {};
-
-INSTANTIATE_TEST_SUITE_P(Locali, ProspettiLocale,
-                         ::testing::Values(CasoLocale{"C", '.'}, CasoLocale{"it_IT.UTF-8", ','}),
-                         [](const auto& info) { return info.param.separatore == '.' ? "C" : "it_IT"; });
-
-TEST_P(ProspettiLocale, HeaderFullTextAndRecordReplaced) {
-  LocaleProva locale(LC_NUMERIC, GetParam().nome);
-  if (!locale.Attivo()) GTEST_SKIP() << "no " << GetParam().nome << " locale on this machine";
-  MacchinaProva m;
-  formats::InfoHeader scritto;
-  scritto.StartFolderTrle.Assegna("C:\\Giochi\\Trle");
-  scritto.StartFolderOrdl.Assegna("  C:\\Programmi\\Ordelio");
-  // VersioneOrdelio is never assigned: a run of NULs.
-  scritto.FlagErrori = 0x003 | 0x200;
-  scritto.WindowsXp = true;
-  scritto.SpazioDiscoC = 1610612736;
-  scritto.SpazioDiscoMaggiore = 2048;
-  scritto.DiscoMaggiore.Assegna("D");
-  MacchinaProva::ScriviHost(m.C("Dati/infofile.bin"), formats::CodificaInfoHeader(scritto));
-
-  const std::string atteso = ConSeparatore(
-      "Flag errori: [Manca archivio.qlv] [Manca ordelio.prf] \r\n"
-      "Start Folder Trle: \"C:\\Giochi\\Trle\"\r\n"
-      "Start Folder ORDL: \"C:\\Programmi\\Ordelio\"\r\n"
-      "Windows Xp : True\r\n"
-      "Spazio Disco C: 1#5 Gb\r\n"
-      "Maggiore spazio su disco: D:\\\r\n"
-      "Spazio Disco D: 2 Kb\r\n"
-      "Versione Ordelio: \"\"\r\n",
-      GetParam().separatore);
-
-  formats::InfoHeader processo;
-  processo.FlagErrori = 0x100;
-  MessaggiProva messaggi;
-  // Twice: the file is read again and gives the same text.
-  for (int volta = 0; volta < 2; ++volta) {
-    const auto testo = ProspettoHeader(kDati, kTestiFlagErrori, processo, messaggi);
-    ASSERT_TRUE(testo.has_value());
-    EXPECT_EQ(*testo, atteso);
+void Elenco(const std::string& nome, const std::string& base,
+            const std::vector<std::pair<std::string, std::int32_t>>& voci) {
+  ElencoFile e{static_cast<std::int32_t>(voci.size()), base, {}, {}};
+  for (const auto& [n, dimensione] : voci) {
+    e.NomiFile.push_back(n);
+    e.DimensioniFile.push_back(dimensione);
   }
-  EXPECT_EQ(processo, scritto);
-  EXPECT_TRUE(messaggi.tutti.empty());
+  ASSERT_TRUE(collection::ScriviElencoFile(nome, e));
 }
 
-TEST_P(ProspettiLocale, ArchiveFullTextFirstQlvMember) {
-  LocaleProva locale(LC_NUMERIC, GetParam().nome);
-  if (!locale.Attivo()) GTEST_SKIP() << "no " << GetParam().nome << " locale on this machine";
-  MacchinaProva m;
+std::string InfoHeader() {
+  formats::InfoHeader h;
+  h.StartFolderTrle.Assegna("C:\\Giochi\\Trle");
+  h.StartFolderOrdl.Assegna("  C:\\Programmi\\Ordelio");
+  // Bits outside the table, and table entries whose order differs from their bits'. VersioneOrdelio is
+  // never assigned: a run of NULs.
+  h.FlagErrori = formats::kMancaOrdelioPrf | formats::kMancaCartellaOrdl | formats::kMancaScriptDat | 0x400 |
+                 std::numeric_limits<std::int32_t>::min();
+  h.WindowsXp = true;
+  h.SpazioDiscoC = 1610612736;
+  h.SpazioDiscoMaggiore = 2048;
+  h.DiscoMaggiore.Assegna("D");
+  return formats::CodificaInfoHeader(h);
+}
+
+std::string Preferenze() {
+  formats::PrefRecord p;
+  p.DateLastUpdating = 45000.5;
+  p.DefaultLoadDir.Assegna("  c:\\");
+  p.Flags = -1;
+  p.FolderSavegameExt.Assegna(" sav ");
+  p.LinguaAttuale.Assegna(std::string("It\0al", 5));  // trimmed only: the NUL stays
+  p.NameTomb4.Assegna("tomb4.exe");
+  p.NameTom2Pc.Assegna("tom2pc.exe");
+  p.Joy_GamePort = -3;
+  p.Joy_ShowDaSolo = true;
+  p.NumeroArcSavegame = 5;
+  p.VersioneSubBumber = 7;
+  return formats::CodificaPreferenze(p);
+}
+
+std::string Archivio() {
   formats::ArchivioHeader h;
   h.NVersione = 3;
   h.MainDir.Assegna("C:\\Ordelio");
   h.TotLivelli = 2;
   h.TotCD = 1;
-  h.TestCompresso = true;
-  h.TestSetupCd = true;
+  h.TestCompresso = h.TestSetupCd = true;
   h.SizeMainDir = 3670016;
   h.SizeSecondayDir = 0.5;
-  formats::ArchivioLivello uno;
+  formats::ArchivioLivello uno, due;
   uno.Nome.Assegna("Livello Uno");
   uno.Autore_Nome.Assegna("Lara");
   uno.Autore_Email.Assegna("l@x.it");
@@ -112,144 +93,134 @@ TEST_P(ProspettiLocale, ArchiveFullTextFirstQlvMember) {
   uno.SizeFiles = -1;
   uno.SizeSubDir = 5000;
   uno.TestRicalcolaSize = true;
-  formats::ArchivioLivello due;
   due.Nome.Assegna("Due");
   due.Flags = 10;
-  MacchinaProva::ScriviHost(m.C("Dati/Archivio.QLV"), formats::CodificaArchivioHeader(h) +
-                                                          formats::CodificaArchivioLivello(uno) +
-                                                          formats::CodificaArchivioLivello(due));
-  // The name may come from any folder of the user's machine; only the first .qlv member counts.
-  collection::ContenutoSnapshot contenuto{
-      3, {"C:\\Ordelio\\ordelio.prf", "  D:\\Giochi\\Ordelio\\Archivio.QLV", "E:\\altro.qlv"}, {1, 2, 3}};
-
-  const std::string atteso = ConSeparatore(
-      "Header archivio livelli: Archivio.QLV\r\n"
-      "MainDir: C:\\Ordelio\r\n"
-      "NVersione: 3\r\n"
-      "SecondaryDir: \r\n"
-      "SizeMainDir: 3#5 Mb\r\n"
-      "SizeSecondayDir: 0#5\r\n"
-      "TestAudioInMp3: False\r\n"
-      "TestCompresso: True\r\n"
-      "TestSetupCd: True\r\n"
-      "TotCD: 1\r\n"
-      "TotLivelli: 2\r\n"
-      "\r\n"
-      "Nome: Livello Uno\r\n"
-      "Autore_Email: l@x.it\r\n"
-      "Autore_Nome: Lara\r\n"
-      "Autore_Note: nota\r\n"
-      "Autore_Sito: \r\n"
-      "Codice: -7\r\n"
-      "NomeSoluzione: sol\r\n"
-      "MaxSavegames: 16\r\n"
-      "Flags: 0xFFFF\r\n"
-      "Note: \r\n"
-      "NumeroCd: 2\r\n"
-      "SizeFiles: -1\r\n"
-      "SizeSubDir: 4 Kb\r\n"
-      "TestRicalcolaSize: True\r\n"
-      "\r\n"
-      "Nome: Due\r\n"
-      "Autore_Email: \r\n"
-      "Autore_Nome: \r\n"
-      "Autore_Note: \r\n"
-      "Autore_Sito: \r\n"
-      "Codice: 0\r\n"
-      "NomeSoluzione: \r\n"
-      "MaxSavegames: 0\r\n"
-      "Flags: 0xA\r\n"
-      "Note: \r\n"
-      "NumeroCd: 0\r\n"
-      "SizeFiles: 0\r\n"
-      "SizeSubDir: 0\r\n"
-      "TestRicalcolaSize: False\r\n"
-      "\r\n",
-      GetParam().separatore);
-
-  MessaggiProva messaggi;
-  const auto esito = ProspettoArchivio(contenuto, kDati, messaggi);
-  EXPECT_TRUE(esito.segnaVoce);
-  ASSERT_TRUE(esito.testo.has_value());
-  EXPECT_EQ(*esito.testo, atteso);
-  EXPECT_TRUE(messaggi.tutti.empty());
+  return formats::CodificaArchivioHeader(h) + formats::CodificaArchivioLivello(uno) +
+         formats::CodificaArchivioLivello(due);
 }
 
-// The first line alone: the walk follows the table's order, not the bits' values.
-std::string RigaFlag(std::int32_t flag, std::span<const formats::TestoFlag> tabella) {
-  formats::InfoHeader h;
-  h.FlagErrori = flag;
-  const std::string t = TestoHeader(h, tabella);
-  return t.substr(0, t.find("\r\n"));
-}
-
-TEST(ProspettoHeader, FlagTextsInTableOrder) {
-  const std::string tutte =
-      "Flag errori: [Manca archivio.qlv] [Manca cartella ORDL] [Manca cartella archivio] "
-      "[Manca cartella backup] [Manca cartella TRLE] [Manca ordelio.prf] [Manca ordl2009.exe] "
-      "[Manca Ordeio.txt] [Manca Script.dat] ";
-  const struct {
-    std::int32_t flag;
-    bool tabella;
-    std::string atteso;
-  } casi[] = {
-      {0, true, "Flag errori: "},
-      {0x1FF, true, tutte},
-      {-1, true, tutte},
-      {0x001 | 0x002, true, "Flag errori: [Manca archivio.qlv] [Manca ordelio.prf] "},
-      {0x004 | 0x008, true, "Flag errori: [Manca cartella ORDL] [Manca cartella TRLE] "},
-      {0x100 | 0x080, true, "Flag errori: [Manca Ordeio.txt] [Manca Script.dat] "},
-      {~0x1FF, true, "Flag errori: "},  // only bits above the table
-      {0x200, true, "Flag errori: "},
-      {0x1FF, false, "Flag errori: "},  // the window never built its table
-  };
-  for (const auto& c : casi) {
-    std::span<const formats::TestoFlag> tabella;
-    if (c.tabella) tabella = kTestiFlagErrori;
-    EXPECT_EQ(RigaFlag(c.flag, tabella), c.atteso) << std::hex << c.flag << " table " << c.tabella;
+// The snapshot C:\snap.bin, and on this computer Ordelio, the two sample lists in C:\Prog and the good
+// copies of the backup files.
+void Prepara(const MacchinaProva& m) {
+  for (const char* c : {"src", "Prog", "Ordelio"}) std::filesystem::create_directories(m.C(c));
+  std::string script(formats::kDimensioneIntestazioneScript, '\0');
+  script[formats::kOffsetNumeroLivelliScript] = 2;
+  script += std::string(4, '\0') + std::string("Uno\0DUE\0", 8);
+  const std::pair<const char*, std::string> file[] = {
+      {"infofile.bin", InfoHeader()}, {"ordelio.prf", Preferenze()},
+      {"Archivio.QLV", Archivio()},   {"ordeio.txt", std::string("riga\nmista\r\n\0fine", 17)},
+      {"script.dat", script},         {"zeta.qlv", "not the first archive"}};
+  std::vector<std::string> membri;
+  for (const auto& [nome, byte] : file) {
+    MacchinaProva::ScriviHost(m.C(std::string("src/") + nome), byte);
+    membri.push_back(std::string("C:\\src\\") + nome);
   }
-  // Each bit alone names its own text, so no two rows share a bit.
-  for (const auto& riga : kTestiFlagErrori)
-    EXPECT_EQ(RigaFlag(riga.bit, kTestiFlagErrori), "Flag errori: [" + std::string(riga.testo) + "] ");
-}
+  // The user's Ordelio folder: backup_trle in other cases, files outside it, a name twice (the first counts).
+  const std::string lungo = "\\una\\cartella\\dal\\nome\\molto\\lungo\\livello.tr4";
+  Elenco("C:\\src\\ORDL.el", "D:\\Giochi\\Ordelio",
+         {{"\\ordelio.prf", 2606},
+          {"\\BACKUP_TRLE\\Data\\A.TR4", 2000},
+          {"\\backup_trle\\data\\b.tr4", 8000},
+          {"\\backup_trle\\c.tr4", 10},
+          {"\\backup_trle\\d.tr4", 7},
+          {"\\Backup_Trle\\D.TR4", 9},
+          {"\\backup_trle\\e.tr4", 0},
+          {"\\backup_trle" + lungo, 1},
+          {"\\backup_trle\\z.tr4", 4},
+          {"\\backup_trle\\extra.txt", 5},
+          {"\\x\\backup_trle\\y", 1}});
+  Elenco("C:\\src\\TRLE.el", "C:\\Giochi\\Trle",
+         {{"\\tomb4.exe", 800000},
+          {"\\data\\a.tr4", 1073741824},
+          {"\\data\\b.tr4", 4952},
+          {"\\data\\sub\\c.txt", 512}});
+  Elenco("C:\\src\\DirArc.el", "C:\\Ordelio\\Livelli", {});
+  for (const char* nome : {"ORDL.el", "TRLE.el", "DirArc.el"})
+    membri.push_back(std::string("C:\\src\\") + nome);
+  support::DidascaliaMuta info;
+  support::BarraMuta barra;
+  ASSERT_TRUE(collection::SalvaSnapshot("C:\\snap.bin", membri, static_cast<std::int32_t>(membri.size()),
+                                        info, barra));
 
-TEST(ProspettoHeader, MissingFileLeavesRecordAndShowsMessage) {
-  MacchinaProva m;
-  formats::InfoHeader processo;
-  processo.FlagErrori = 0x42;
-  processo.StartFolderTrle.Assegna("C:\\Trle");
-  const formats::InfoHeader prima = processo;
-  MessaggiProva messaggi;
-  EXPECT_FALSE(ProspettoHeader(kDati, kTestiFlagErrori, processo, messaggi).has_value());
-  EXPECT_EQ(processo, prima);
-  EXPECT_EQ(messaggi.tutti, std::vector<std::string>{"critical: Non trovo file: C:\\Dati\\infofile.bin"});
-}
-
-TEST(ProspettoArchivio, FailuresTellWhetherTheMarkMoves) {
-  MacchinaProva m;
-  const struct {
-    std::vector<std::string> nomi;
-    bool segna;
-    std::string messaggio;
-  } casi[] = {
-      {{"C:\\a.qlv.bak", "C:\\qlv"}, false, "critical: Non e' stato salvato il file archivio.qlv"},
-      {{"X:\\Ordelio\\archivio.qlv"}, true, "critical: Non trovo file: C:\\Dati\\archivio.qlv"},
-  };
-  for (const auto& c : casi) {
-    collection::ContenutoSnapshot contenuto;
-    contenuto.Numero = static_cast<std::int32_t>(c.nomi.size());
-    contenuto.Nomi = c.nomi;
-    MessaggiProva messaggi;
-    const auto esito = ProspettoArchivio(contenuto, kDati, messaggi);
-    EXPECT_EQ(esito.segnaVoce, c.segna) << c.messaggio;
-    EXPECT_FALSE(esito.testo.has_value());
-    EXPECT_EQ(messaggi.tutti, std::vector<std::string>{c.messaggio});
+  m.Registro(
+      "WINE REGISTRY Version 2\n\n"
+      "[Software\\\\Microsoft\\\\Windows\\\\CurrentVersion\\\\App Paths\\\\ordl2009.exe]\n"
+      "@=\"C:\\\\Ordelio\\\\ordl2009.exe\"\n");
+  MacchinaProva::ScriviHost(m.C("Ordelio/ordl2009.exe"), "MZ");
+  // The good copies: z.tr4 has none. Only the first CD entry of a name is tried.
+  Elenco("C:\\Prog\\backup_trle.le", "C:\\Campione\\backup_trle",
+         {{"\\data\\a.tr4", 1},
+          {"\\data\\b.tr4", 1},
+          {"\\nuovo.tr4", 1},
+          {"\\c.tr4", 1},
+          {"\\d.tr4", 1},
+          {"\\e.tr4", 1},
+          {lungo, 1},
+          {"\\z.tr4", 1}});
+  Elenco("C:\\Prog\\trle_cd.le", "D:\\", {{"\\data\\b.tr4", 8000}, {"\\e.tr4", 5}, {"\\e.tr4", 0}});
+  const std::pair<std::string, std::size_t> copie[] = {{"data\\a.tr4", 1500}, {"data\\b.tr4", 8500},
+                                                       {"c.tr4", 10},         {"d.tr4", 7},
+                                                       {"e.tr4", 1},          {lungo.substr(1), 2}};
+  for (const auto& [nome, lunghezza] : copie) {
+    std::string host = nome;
+    std::replace(host.begin(), host.end(), '\\', '/');
+    std::filesystem::create_directories(
+        std::filesystem::path(m.C("Campione/backup_trle/" + host)).parent_path());
+    MacchinaProva::ScriviHost(m.C("Campione/backup_trle/" + host), std::string(lunghezza, 'x'));
   }
-  // A count larger than the list must not walk past it.
-  collection::ContenutoSnapshot storto{5, {"C:\\a.txt"}, {1}};
-  MessaggiProva messaggi;
-  EXPECT_FALSE(ProspettoArchivio(storto, kDati, messaggi).segnaVoce);
 }
+
+struct Caso {
+  const char* file;
+  const char* locale;
+  Voce voce;
+};
+void PrintTo(const Caso& c, std::ostream* os) {
+  *os << c.file;
+}
+
+class Prospetti : public ::testing::TestWithParam<Caso> {};
+
+TEST_P(Prospetti, ComeNelFile) {
+  const Caso& c = GetParam();
+  LocaleProva numeri(LC_NUMERIC, c.locale), date(LC_TIME, c.locale);
+  if (!numeri.Attivo() || !date.Attivo()) GTEST_SKIP() << "no " << c.locale << " locale on this machine";
+  MacchinaProva m;
+  Prepara(m);
+  AnalisiProva a;
+  analysis::ImpostaValori(a.d, "C:\\snap.bin");
+  analysis::EseguiVoce(a.d, c.voce);
+  EXPECT_TRUE(a.messaggi.tutti.empty()) << a.messaggi.tutti[0];
+  // The backup analysis clears the report marks; every report marks itself alone.
+  EXPECT_EQ(a.Segnate(), c.voce == Voce::mnu_AnalisiBackup ? std::vector<Voce>{} : std::vector<Voce>{c.voce});
+  EXPECT_EQ(a.barra.valore, 0);
+
+  const std::string file = std::string(CHECKORDL_DATI_PROVA) + "/prospetti/" + c.file;
+  if (std::getenv("CHECKORDL_RIGENERA")) {
+    MacchinaProva::ScriviHost(file, a.area.Testo());
+    return;
+  }
+  ASSERT_TRUE(MacchinaProva::EsisteHost(file)) << file;
+  EXPECT_EQ(a.area.Testo(), MacchinaProva::LeggiHost(file));
+}
+
+INSTANTIATE_TEST_SUITE_P(Voci, Prospetti,
+                         ::testing::Values(Caso{"header.txt", "C", Voce::mnu_ShowInfoHeader},
+                                           Caso{"header_it.txt", "it_IT.UTF-8", Voce::mnu_ShowInfoHeader},
+                                           Caso{"pref.txt", "C", Voce::mnu_ShowPref},
+                                           Caso{"archive.txt", "C", Voce::mnu_ShowArchivioQlv},
+                                           Caso{"archive_it.txt", "it_IT.UTF-8", Voce::mnu_ShowArchivioQlv},
+                                           Caso{"ordl.txt", "C", Voce::mnu_ShowORDL_Dir},
+                                           Caso{"trle.txt", "C", Voce::mnu_ShowTRLE_Dir},
+                                           Caso{"trle_it.txt", "it_IT.UTF-8", Voce::mnu_ShowTRLE_Dir},
+                                           Caso{"dirarc.txt", "C", Voce::mnu_ShowArchivioDir},
+                                           Caso{"ordeio.txt", "C", Voce::mnu_ShowOrdelioTxt},
+                                           Caso{"script.txt", "C", Voce::mnu_ShowScriptDat},
+                                           Caso{"backup.txt", "C", Voce::mnu_AnalisiBackup}),
+                         [](const auto& info) {
+                           const std::string f = info.param.file;
+                           return f.substr(0, f.find('.'));
+                         });
 
 std::size_t Conta(const std::string& testo, const std::string& parte) {
   std::size_t n = 0;
@@ -257,7 +228,8 @@ std::size_t Conta(const std::string& testo, const std::string& parte) {
   return n;
 }
 
-TEST(ProspettoArchivio, HostileCountsEndInOrder) {
+// The count of levels comes from the file: it may be anything, and the file may end anywhere.
+TEST(ProspettoArchivio, ConteggiOstili) {
   LocaleProva locale(LC_NUMERIC, "C");
   MacchinaProva m;
   const struct {
@@ -267,7 +239,6 @@ TEST(ProspettoArchivio, HostileCountsEndInOrder) {
     std::size_t blocchi;
   } casi[] = {
       {0, 1, 0, 0},  // records past the count are not read
-      {-5, 2, 0, 0},
       {std::numeric_limits<std::int32_t>::min(), 1, 0, 0},
       {std::numeric_limits<std::int32_t>::max(), 1, 0, 1},
       {3, 1, 300, 2},  // cut inside the second record: read as far as it goes
@@ -281,10 +252,9 @@ TEST(ProspettoArchivio, HostileCountsEndInOrder) {
     h.TotLivelli = c.totLivelli;
     std::string byte = formats::CodificaArchivioHeader(h);
     for (std::size_t i = 0; i < c.recordNelFile; ++i) byte += record;
-    byte += record.substr(0, c.byteInPiu);
-    MacchinaProva::ScriviHost(m.C("Dati/archivio.qlv"), byte);
+    MacchinaProva::ScriviHost(m.C("Dati/archivio.qlv"), byte + record.substr(0, c.byteInPiu));
     MessaggiProva messaggi;
-    const auto esito = ProspettoArchivio({1, {"archivio.qlv"}, {1}}, kDati, messaggi);
+    const auto esito = analysis::ProspettoArchivio({1, {"archivio.qlv"}, {1}}, "C:\\Dati", messaggi);
     ASSERT_TRUE(esito.testo.has_value()) << c.totLivelli;
     const std::string& t = *esito.testo;
     EXPECT_NE(t.find("TotLivelli: " + std::to_string(c.totLivelli) + "\r\n\r\n"), std::string::npos);
@@ -293,6 +263,19 @@ TEST(ProspettoArchivio, HostileCountsEndInOrder) {
     EXPECT_EQ(t.substr(t.size() - 4), "\r\n\r\n");
     EXPECT_TRUE(messaggi.tutti.empty());
   }
+  // Named in the table but not unpacked: the mark moves all the same. A count larger than the table must
+  // not walk past it.
+  MessaggiProva messaggi;
+  EXPECT_TRUE(analysis::ProspettoArchivio({1, {"X:\\a.QLV"}, {1}}, "C:\\Vuota", messaggi).segnaVoce);
+  EXPECT_EQ(messaggi.tutti, std::vector<std::string>{"critical: Non trovo file: C:\\Vuota\\a.QLV"});
+  EXPECT_FALSE(analysis::ProspettoArchivio({5, {"C:\\a.txt"}, {1}}, "C:\\Dati", messaggi).segnaVoce);
+}
+
+TEST(Testi, LivelliScriptOltreLaLista) {
+  const std::string testa = "Livelli tr4 usati da file script.dat:\r\n\r\n";
+  EXPECT_EQ(analysis::TestoLivelliScript({"a.tr4"}, -3), testa);
+  // A list shorter than its count still gives a line per entry.
+  EXPECT_EQ(analysis::TestoLivelliScript({"a.tr4"}, 3), testa + "a.tr4\r\n\r\n\r\n");
 }
 
 }  // namespace
