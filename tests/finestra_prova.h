@@ -25,32 +25,30 @@ inline void FallisciProva(const std::string& perche) {
 }
 #endif
 
-// Answers taken one by one; what is left at the end is a failure.
-template <typename T>
-struct Copione {
-  std::deque<T> risposte;
-  const char* chi;
-  explicit Copione(const char* c) : chi(c) {}
+// A dialog's queued answers: a folder or file name for OK, nullopt for Cancel.
+class Copione {
+ public:
+  explicit Copione(const char* dialogo) : dialogo_(dialogo) {}
   ~Copione() {
-    if (!risposte.empty()) FallisciProva(std::to_string(risposte.size()) + " " + chi + " answers left over");
+    if (!risposte.empty())
+      FallisciProva(std::to_string(risposte.size()) + " answers left for the " + dialogo_);
   }
-  std::optional<T> Prendi() {
-    if (risposte.empty()) {
-      FallisciProva(std::string("the ") + chi + " was shown with no answer queued");
-      return std::nullopt;
-    }
-    T r = risposte.front();
+  std::optional<std::string> Prendi() {
+    if (risposte.empty()) FallisciProva(std::string("the ") + dialogo_ + " was shown with no answer queued");
+    if (risposte.empty()) return std::nullopt;
+    auto r = risposte.front();
     risposte.pop_front();
     return r;
   }
+  std::deque<std::optional<std::string>> risposte;
+
+ private:
+  const char* dialogo_;
 };
 
 class DidascaliaProva : public support::Didascalia {
  public:
-  void ImpostaTesto(const std::string& t) override {
-    testo = t;
-    storia.push_back(t);
-  }
+  void ImpostaTesto(const std::string& t) override { storia.push_back(testo = t); }
   std::string Testo() const override { return testo; }
   void Ridisegna() override { ++ridisegni; }
   std::string testo;
@@ -61,10 +59,7 @@ class DidascaliaProva : public support::Didascalia {
 class BarraProva : public support::BarraProgresso {
  public:
   double Value() const override { return valore; }
-  void SetValue(double v) override {
-    valore = v;
-    storia.push_back(v);
-  }
+  void SetValue(double v) override { storia.push_back(valore = v); }
   void Refresh() override { ++ridisegni; }
   double valore = 0;
   std::vector<double> storia;
@@ -86,7 +81,6 @@ class CicloProva : public support::CicloEventi {
 
 class DialogoCartellaProva : public support::DialogoCartella {
  public:
-  // OK with that folder, or (nullopt) Cancel.
   void Rispondi(bool ok, const std::string& pathDir) {
     copione_.risposte.push_back(ok ? std::optional(pathDir) : std::nullopt);
   }
@@ -99,8 +93,8 @@ class DialogoCartellaProva : public support::DialogoCartella {
   void MostraModale() override {
     ++mostrato;
     const auto r = copione_.Prendi();
-    exit_ = r && *r;
-    pathDir_ = exit_ ? **r : "";
+    exit_ = r.has_value();
+    pathDir_ = r.value_or("");
   }
   bool ExitValue() const override { return exit_; }
   std::string PathDir() const override { return pathDir_; }
@@ -109,7 +103,7 @@ class DialogoCartellaProva : public support::DialogoCartella {
   int mostrato = 0;
 
  private:
-  Copione<std::optional<std::string>> copione_{"folder dialog"};
+  Copione copione_{"folder dialog"};
   bool exit_ = false;
   std::string pathDir_;
 };
@@ -126,7 +120,7 @@ struct FinestraProva {
       dirOrdl, nomeTrle, info, barra, messaggi, dialogo, eventi, [this] { ++chiusure; }, {}};
 };
 
-// The common file dialog: each showing takes the next queued answer, a file name or a cancel.
+// The common file dialog.
 class DialogoFileProva : public support::DialogoFile {
  public:
   void Scegli(const std::string& nome) { copione_.risposte.push_back(nome); }
@@ -148,10 +142,10 @@ class DialogoFileProva : public support::DialogoFile {
   bool Mostra(const char* come) {
     mostrati.push_back(come);
     const auto r = copione_.Prendi();
-    if (r && *r) nome_ = **r;
-    return r && *r;
+    if (r) nome_ = *r;
+    return r.has_value();
   }
-  Copione<std::optional<std::string>> copione_{"file dialog"};
+  Copione copione_{"file dialog"};
   std::string nome_;
 };
 

@@ -1,156 +1,50 @@
 // Every report of the analysis window, byte for byte, against the texts in tests/data/prospetti: one snapshot
-// that carries every member, opened as "Leggi Dati" opens it, and one menu item a row.
+// that carries every member, opened as "Leggi Dati" opens it, and one menu item a row. Then what those texts
+// cannot show: hostile level counts, the date form under two locales, a short settings file.
 //
 // To rewrite the expected texts on purpose, run the tests with CHECKORDL_RIGENERA=1: each row then writes
 // the text the code gives into its file instead of comparing. Read the diff before committing it.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <clocale>
+#include <cmath>
 #include <cstdlib>
 #include <filesystem>
 #include <limits>
-#include <sstream>
 #include <string>
 #include <vector>
 
 #include "analysis/prospetto_archivio.h"
+#include "analysis/prospetto_preferenze.h"
 #include "analysis/testi.h"
-#include "collection/scansione.h"
-#include "collection/snapshot.h"
 #include "finestra_prova.h"
 #include "formats/archivio.h"
-#include "formats/info_header.h"
-#include "formats/preferenze.h"
-#include "formats/script.h"
 #include "locale_prova.h"
 #include "macchina_prova.h"
+#include "support/data.h"
 
 namespace {
 
 using analysis::Voce;
-using collection::ElencoFile;
 
-// A list file; `voci` holds "name=size" pairs separated by blanks.
-void Elenco(const std::string& file, const std::string& base, const std::string& voci) {
-  ElencoFile e{0, base, {}, {}};
-  std::istringstream s(voci);
-  for (std::string v; s >> v; ++e.NumeroFile) {
-    e.NomiFile.push_back(v.substr(0, v.rfind('=')));
-    e.DimensioniFile.push_back(std::stoi(v.substr(v.rfind('=') + 1)));
-  }
-  ASSERT_TRUE(collection::ScriviElencoFile(file, e));
-}
-
-std::string InfoHeader() {
-  formats::InfoHeader h;
-  h.StartFolderTrle.Assegna("C:\\Giochi\\Trle");
-  h.StartFolderOrdl.Assegna("  C:\\Programmi\\Ordelio");
-  // Bits outside the table, and table entries whose order differs from their bits'. VersioneOrdelio is
-  // never assigned: a run of NULs.
-  h.FlagErrori = formats::kMancaOrdelioPrf | formats::kMancaCartellaOrdl | formats::kMancaScriptDat | 0x400 |
-                 std::numeric_limits<std::int32_t>::min();
-  h.WindowsXp = true;
-  h.SpazioDiscoC = 1610612736;
-  h.SpazioDiscoMaggiore = 2048;
-  h.DiscoMaggiore.Assegna("D");
-  return formats::CodificaInfoHeader(h);
-}
-
-std::string Preferenze() {
-  formats::PrefRecord p;
-  p.DateLastUpdating = 45000.5;
-  p.DefaultLoadDir.Assegna("  c:\\");
-  p.Flags = -1;
-  p.FolderSavegameExt.Assegna(" sav ");
-  p.LinguaAttuale.Assegna(std::string("It\0al", 5));  // trimmed only: the NUL stays
-  p.NameTomb4.Assegna("tomb4.exe");
-  p.NameTom2Pc.Assegna("tom2pc.exe");
-  p.Joy_GamePort = -3;
-  p.Joy_ShowDaSolo = true;
-  p.NumeroArcSavegame = 5;
-  p.VersioneSubBumber = 7;
-  return formats::CodificaPreferenze(p);
-}
-
-std::string Archivio() {
-  formats::ArchivioHeader h;
-  h.NVersione = 3;
-  h.MainDir.Assegna("C:\\Ordelio");
-  h.TotLivelli = 2;
-  h.TotCD = 1;
-  h.TestCompresso = h.TestSetupCd = true;
-  h.SizeMainDir = 3670016;
-  h.SizeSecondayDir = 0.5;
-  formats::ArchivioLivello uno, due;
-  uno.Nome.Assegna("Livello Uno");
-  uno.Autore_Nome.Assegna("Lara");
-  uno.Autore_Email.Assegna("l@x.it");
-  uno.Autore_Note.Assegna(" nota ");
-  uno.Codice = -7;
-  uno.NomeSoluzione.Assegna("sol");
-  uno.MaxSavegames = 16;
-  uno.Flags = -1;
-  uno.NumeroCd = 2;
-  uno.SizeFiles = -1;
-  uno.SizeSubDir = 5000;
-  uno.TestRicalcolaSize = true;
-  due.Nome.Assegna("Due");
-  due.Flags = 10;
-  return formats::CodificaArchivioHeader(h) + formats::CodificaArchivioLivello(uno) +
-         formats::CodificaArchivioLivello(due);
-}
-
-// The snapshot C:\snap.bin, and on this computer Ordelio, the two sample lists in C:\Prog and the good
-// copies of the backup files.
+// The snapshot tests/data/prospetti/INFO_ORDL.BIN (see the README there) unpacked into C:\Prog\Dati; on this
+// computer Ordelio, the two sample lists in C:\Prog and the good copies of the backup files, which are as
+// long as these names say. nuovo.tr4 and z.tr4 have none.
 void Prepara(const MacchinaProva& m) {
-  for (const char* c : {"src", "Prog", "Ordelio"}) std::filesystem::create_directories(m.C(c));
-  std::string script(formats::kDimensioneIntestazioneScript, '\0');
-  script[formats::kOffsetNumeroLivelliScript] = 2;
-  script += std::string(4, '\0') + std::string("Uno\0DUE\0", 8);
-  const std::pair<const char*, std::string> file[] = {
-      {"infofile.bin", InfoHeader()}, {"ordelio.prf", Preferenze()},
-      {"Archivio.QLV", Archivio()},   {"ordeio.txt", std::string("riga\nmista\r\n\0fine", 17)},
-      {"script.dat", script},         {"zeta.qlv", "not the first archive"}};
-  std::vector<std::string> membri;
-  for (const auto& [nome, byte] : file) {
-    MacchinaProva::ScriviHost(m.C(std::string("src/") + nome), byte);
-    membri.push_back(std::string("C:\\src\\") + nome);
-  }
-  // The user's Ordelio folder: backup_trle in other cases, files outside it, a name twice (the first counts).
-  Elenco("C:\\src\\ORDL.el", "D:\\Giochi\\Ordelio",
-         "\\ordelio.prf=2606 \\BACKUP_TRLE\\Data\\A.TR4=2000 \\backup_trle\\data\\b.tr4=8000 "
-         "\\backup_trle\\c.tr4=10 \\backup_trle\\d.tr4=7 \\Backup_Trle\\D.TR4=9 \\backup_trle\\e.tr4=0 "
-         "\\backup_trle\\una\\cartella\\dal\\nome\\molto\\lungo\\livello.tr4=1 \\backup_trle\\z.tr4=4 "
-         "\\backup_trle\\extra.txt=5 \\x\\backup_trle\\y=1");
-  Elenco("C:\\src\\TRLE.el", "C:\\Giochi\\Trle",
-         "\\tomb4.exe=800000 \\data\\a.tr4=1073741824 \\data\\b.tr4=4952 \\data\\sub\\c.txt=512");
-  Elenco("C:\\src\\DirArc.el", "C:\\Ordelio\\Livelli", "");
-  for (const char* nome : {"ORDL.el", "TRLE.el", "DirArc.el"})
-    membri.push_back(std::string("C:\\src\\") + nome);
-  support::DidascaliaMuta info;
-  support::BarraMuta barra;
-  ASSERT_TRUE(collection::SalvaSnapshot("C:\\snap.bin", membri, static_cast<std::int32_t>(membri.size()),
-                                        info, barra));
-
+  const std::string dati = std::string(CHECKORDL_DATI_PROVA) + "/prospetti/";
+  for (const char* f : {"INFO_ORDL.BIN", "Prog/backup_trle.le", "Prog/trle_cd.le"})
+    MacchinaProva::ScriviHost(m.C(f),
+                              MacchinaProva::LeggiHost(dati + std::filesystem::path(f).filename().string()));
   m.Registro(
       "WINE REGISTRY Version 2\n\n"
       "[Software\\\\Microsoft\\\\Windows\\\\CurrentVersion\\\\App Paths\\\\ordl2009.exe]\n"
       "@=\"C:\\\\Ordelio\\\\ordl2009.exe\"\n");
   MacchinaProva::ScriviHost(m.C("Ordelio/ordl2009.exe"), "MZ");
-  // The sample list and the good copies; nuovo.tr4 and z.tr4 have none. Only the first CD entry of a name is
-  // tried.
-  const std::string campione =
-      "\\data\\a.tr4=1500 \\data\\b.tr4=8500 \\c.tr4=10 \\d.tr4=7 \\e.tr4=1 "
-      "\\una\\cartella\\dal\\nome\\molto\\lungo\\livello.tr4=2";
-  Elenco("C:\\Prog\\backup_trle.le", "C:\\Campione\\backup_trle", campione + " \\nuovo.tr4=0 \\z.tr4=4");
-  Elenco("C:\\Prog\\trle_cd.le", "D:\\", "\\data\\b.tr4=8000 \\e.tr4=5 \\e.tr4=0");
-  std::istringstream copie(campione);
-  for (std::string v; copie >> v;) {
-    std::replace(v.begin(), v.end(), '\\', '/');
-    const std::filesystem::path host = m.C("Campione/backup_trle" + v.substr(0, v.rfind('=')));
-    std::filesystem::create_directories(host.parent_path());
-    MacchinaProva::ScriviHost(host.string(), std::string(std::stoul(v.substr(v.rfind('=') + 1)), 'x'));
+  for (const char* copia : {"data/a.tr4=1500", "data/b.tr4=8500", "c.tr4=10", "d.tr4=7", "e.tr4=1",
+                            "una/cartella/dal/nome/molto/lungo/livello.tr4=2"}) {
+    const std::string s = copia;
+    MacchinaProva::ScriviHost(m.C("Campione/backup_trle/" + s.substr(0, s.find('='))),
+                              std::string(std::stoul(s.substr(s.find('=') + 1)), 'x'));
   }
 }
 
@@ -172,7 +66,7 @@ TEST_P(Prospetti, ComeNelFile) {
   MacchinaProva m;
   Prepara(m);
   AnalisiProva a;
-  analysis::ImpostaValori(a.d, "C:\\snap.bin");
+  analysis::ImpostaValori(a.d, "C:\\INFO_ORDL.BIN");
   analysis::EseguiVoce(a.d, c.voce);
   EXPECT_TRUE(a.messaggi.tutti.empty()) << a.messaggi.tutti[0];
   // The backup analysis clears the report marks; every report marks itself alone.
@@ -209,37 +103,32 @@ INSTANTIATE_TEST_SUITE_P(Voci, Prospetti,
 TEST(ProspettoArchivio, ConteggiOstili) {
   LocaleProva locale(LC_NUMERIC, "C");
   MacchinaProva m;
-  const struct {
-    std::int32_t totLivelli;
-    std::size_t recordNelFile;  // whole level records written behind the header
-    std::size_t byteInPiu;      // then this many bytes of one more record
-    std::size_t blocchi;
-  } casi[] = {
-      {0, 1, 0, 0},  // records past the count are not read
-      {std::numeric_limits<std::int32_t>::min(), 1, 0, 0},
-      {std::numeric_limits<std::int32_t>::max(), 1, 0, 1},
-      {3, 1, 300, 2},  // cut inside the second record: read as far as it goes
-      {2, 0, 0, 0},    // the header alone
-  };
   formats::ArchivioLivello l;
   l.Nome.Assegna("Liv");
   const std::string record = formats::CodificaArchivioLivello(l);
+  const struct {
+    std::int32_t totLivelli;
+    std::string livelli;  // what follows the header
+    std::size_t blocchi;
+  } casi[] = {
+      {0, record, 0},  // records past the count are not read
+      {std::numeric_limits<std::int32_t>::min(), record, 0},
+      {std::numeric_limits<std::int32_t>::max(), record, 1},
+      {3, record + record.substr(0, 300), 2},  // cut inside the second record: read as far as it goes
+  };
   for (const auto& c : casi) {
     formats::ArchivioHeader h;
     h.TotLivelli = c.totLivelli;
-    std::string byte = formats::CodificaArchivioHeader(h);
-    for (std::size_t i = 0; i < c.recordNelFile; ++i) byte += record;
-    MacchinaProva::ScriviHost(m.C("Dati/archivio.qlv"), byte + record.substr(0, c.byteInPiu));
+    MacchinaProva::ScriviHost(m.C("Dati/archivio.qlv"), formats::CodificaArchivioHeader(h) + c.livelli);
     MessaggiProva messaggi;
-    const auto esito = analysis::ProspettoArchivio({1, {"archivio.qlv"}, {1}}, "C:\\Dati", messaggi);
-    ASSERT_TRUE(esito.testo.has_value()) << c.totLivelli;
-    const std::string& t = *esito.testo;
+    const auto t =
+        analysis::ProspettoArchivio({1, {"archivio.qlv"}, {1}}, "C:\\Dati", messaggi).testo.value_or("");
     EXPECT_NE(t.find("TotLivelli: " + std::to_string(c.totLivelli) + "\r\n\r\n"), std::string::npos);
+    EXPECT_TRUE(t.ends_with("\r\n\r\n"));
     std::size_t blocchi = 0;
     for (auto p = t.find("\r\nNome: Liv\r\n"); p != std::string::npos; p = t.find("\r\nNome: Liv\r\n", p + 1))
       ++blocchi;
     EXPECT_EQ(blocchi, c.blocchi) << c.totLivelli;
-    EXPECT_EQ(t.substr(t.size() - 4), "\r\n\r\n");
     EXPECT_TRUE(messaggi.tutti.empty());
   }
   // Named in the table but not unpacked: the mark moves all the same. A count larger than the table must
@@ -255,6 +144,54 @@ TEST(Testi, LivelliScriptOltreLaLista) {
   EXPECT_EQ(analysis::TestoLivelliScript({"a.tr4"}, -3), testa);
   // A list shorter than its count still gives a line per entry.
   EXPECT_EQ(analysis::TestoLivelliScript({"a.tr4"}, 3), testa + "a.tr4\r\n\r\n\r\n");
+}
+
+TEST(DataGenerale, DueLocali) {
+#ifdef _WIN32
+  GTEST_SKIP() << "the date form on Windows is the user's regional setting, not the C library's locale";
+#endif
+  struct Caso {
+    double data;
+    const char* c;
+    const char* italiano;
+  };
+  const Caso casi[] = {
+      {45000.5, "2023-03-15 12:00:00", "15/03/2023 12:00:00"},
+      {45000, "2023-03-15", "15/03/2023"},
+      {0, "00:00:00", "00:00:00"},  // no date part: the time alone, midnight included
+      {0.75, "18:00:00", "18:00:00"},
+      {-1.25, "1899-12-29 06:00:00", "29/12/1899 06:00:00"},  // the fraction counts forward from the day
+      {45000.9999999, "2023-03-16", "16/03/2023"},            // rounded to the second
+      {2958465.5, "9999-12-31 12:00:00", "31/12/9999 12:00:00"},
+      {2958466, "2958466", "2958466"},  // beyond the years a date may hold
+      {-700000, "-700000", "-700000"},
+  };
+  for (const char* nome : {"C", "it_IT.UTF-8"}) {
+    LocaleProva locale(LC_TIME, nome);
+    if (!locale.Attivo()) {
+      ADD_FAILURE() << nome << " is not installed (scripts/dipendenze.sh makes it)";
+      continue;
+    }
+    for (const Caso& c : casi)
+      EXPECT_EQ(support::DataGenerale(c.data), nome[0] == 'C' ? c.c : c.italiano) << nome << " " << c.data;
+  }
+  EXPECT_FALSE(support::DataGenerale(std::nan("")).empty());
+}
+
+// A short file is shown as read, without the defaults that loading the settings would put back.
+TEST(ProspettoPreferenze, FileCorto) {
+  MacchinaProva m;
+  std::filesystem::create_directories(m.C("Dati"));
+  formats::PrefRecord p;
+  p.TestLogFile = true;
+  MacchinaProva::ScriviHost(m.C("Dati/ordelio.prf"), formats::CodificaPreferenze(p).substr(0, 1300));
+  MessaggiProva messaggi;
+  const auto testo = analysis::ProspettoPreferenze("C:\\Dati", messaggi);
+  ASSERT_TRUE(testo);
+  EXPECT_NE(testo->find("Flags: 0x0\r\n"), std::string::npos);
+  EXPECT_NE(testo->find("NumeroArcSavegame: 0\r\n"), std::string::npos);
+  EXPECT_NE(testo->find("TestLogFile: True\r\n"), std::string::npos);
+  EXPECT_TRUE(messaggi.tutti.empty());
 }
 
 }  // namespace
