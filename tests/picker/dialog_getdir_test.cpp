@@ -1,12 +1,9 @@
 #include "picker/dialog_getdir.h"
 
-#include <unistd.h>
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <filesystem>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -36,11 +33,11 @@ class PickerTest : public testing::Test {
   }
   void TearDown() override { fs::current_path(prima_); }
   // A fresh dialog opened on `percorso`.
-  std::unique_ptr<Dialog_GetDir> Apri(const std::string& percorso, support::Messaggi& msg) {
-    auto d = std::make_unique<Dialog_GetDir>(msg);
-    picker::Carica(*d);
-    d->ExitValue = true;
-    picker::ImpostaValori(*d, percorso);
+  Dialog_GetDir Apri(const std::string& percorso) {
+    Dialog_GetDir d{msg_};
+    picker::Carica(d);
+    d.ExitValue = true;
+    picker::ImpostaValori(d, percorso);
     return d;
   }
 
@@ -51,10 +48,9 @@ class PickerTest : public testing::Test {
 };
 
 TEST_F(PickerTest, PercorsoDiPartenza) {
-  struct Caso {
+  const struct {
     std::string percorso, path, testo, pathDir;
-  };
-  const Caso casi[] = {
+  } casi[] = {
       {"", "C:\\Corrente", "C:\\Corrente", ""},
       {"C:\\Giochi", "C:\\Giochi", "C:\\Giochi", "C:\\Giochi"},
       // The text box shows the start path as given; the list holds it without the closing backslash.
@@ -68,12 +64,12 @@ TEST_F(PickerTest, PercorsoDiPartenza) {
   };
   for (const auto& c : casi) {
     SCOPED_TRACE(c.percorso);
-    const auto d = Apri(c.percorso, msg_);
-    EXPECT_EQ(d->Text_Path, c.testo);
-    EXPECT_EQ(d->Dir1.Path, c.path);
-    EXPECT_EQ(d->PathDir, c.pathDir);
-    EXPECT_FALSE(d->ExitValue);
-    EXPECT_EQ(d->Drive1.Drive, "C:");
+    const auto d = Apri(c.percorso);
+    EXPECT_EQ(d.Text_Path, c.testo);
+    EXPECT_EQ(d.Dir1.Path, c.path);
+    EXPECT_EQ(d.PathDir, c.pathDir);
+    EXPECT_FALSE(d.ExitValue);
+    EXPECT_EQ(d.Drive1.Drive, "C:");
   }
   EXPECT_TRUE(msg_.tutti.empty());
 }
@@ -106,25 +102,22 @@ TEST_F(PickerTest, Navigazione) {
 }
 
 TEST_F(PickerTest, OkECancel) {
-  const auto ok = Apri("C:\\", msg_);
-  picker::OKButton_Click(*ok);
-  EXPECT_TRUE(ok->chiuso && ok->ExitValue);
-  EXPECT_EQ(ok->PathDir, "C:");  // a root comes back without its backslash
-  const auto annulla = Apri("C:\\Giochi", msg_);
-  picker::CancelButton_Click(*annulla);
-  EXPECT_TRUE(annulla->chiuso);
-  EXPECT_FALSE(annulla->ExitValue);
-  EXPECT_EQ(annulla->PathDir, "");
+  auto ok = Apri("C:\\"), annulla = Apri("C:\\Giochi");
+  picker::OKButton_Click(ok);
+  EXPECT_TRUE(ok.chiuso && ok.ExitValue);
+  EXPECT_EQ(ok.PathDir, "C:");  // a root comes back without its backslash
+  picker::CancelButton_Click(annulla);
+  EXPECT_TRUE(annulla.chiuso && !annulla.ExitValue);
+  EXPECT_EQ(annulla.PathDir, "");
 }
 
 TEST_F(PickerTest, NuovaCartella) {
-  struct Caso {
+  const struct {
     const char* nome;
     std::string inizio, testo;
     std::string messaggio;  // "" when the folder is made
     std::string nuova;      // the folder shown afterwards
-  };
-  const Caso casi[] = {
+  } casi[] = {
       {"at a root", "C:\\", "Nuova", "", "C:\\Nuova"},
       {"blanks trimmed", "C:\\Giochi", "  Spazi  ", "", "C:\\Giochi\\Spazi"},
       {"no name", "C:\\Giochi", "", "You must write name for new folder, before click on this button",
@@ -138,18 +131,16 @@ TEST_F(PickerTest, NuovaCartella) {
   };
   for (const auto& c : casi) {
     SCOPED_TRACE(c.nome);
-    MessaggiProva msg;
-    const auto d = Apri(c.inizio, msg);
-    d->Text_PathDir = c.testo;
-    picker::Pul_NuovaCartella_Click(*d);
-    EXPECT_EQ(msg.tutti, c.messaggio.empty() ? V{} : V{"critical: " + c.messaggio});
-    EXPECT_EQ(d->Dir1.Path, c.nuova);
-    EXPECT_EQ(d->Text_Path, c.nuova);
-    EXPECT_FALSE(d->chiuso);
-    if (c.messaggio.empty()) {
-      EXPECT_TRUE(fs::is_directory(m_.C(c.nuova.substr(3))));
-      EXPECT_EQ(d->PathDir, c.nuova);
-    }
+    msg_.tutti.clear();
+    auto d = Apri(c.inizio);
+    d.Text_PathDir = c.testo;
+    picker::Pul_NuovaCartella_Click(d);
+    EXPECT_EQ(msg_.tutti, c.messaggio.empty() ? V{} : V{"critical: " + c.messaggio});
+    EXPECT_EQ(d.Dir1.Path, c.nuova);
+    EXPECT_EQ(d.Text_Path, c.nuova);
+    EXPECT_FALSE(d.chiuso);
+    EXPECT_TRUE(fs::is_directory(m_.C(c.nuova.substr(3))));  // the folder shown is there
+    EXPECT_EQ(d.PathDir, c.nuova);
   }
 }
 
