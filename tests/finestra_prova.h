@@ -156,8 +156,10 @@ class AppuntiProva : public support::Appunti {
   std::optional<std::string> testo = "prima";
 };
 
-// A whole analysis window of stand-ins; its program folder is C:\Prog.
+// A whole analysis window of stand-ins; its program folder is C:\Prog unless given.
 struct AnalisiProva {
+  explicit AnalisiProva(const std::string& programma = "C:\\Prog")
+      : d{area, cerca, barra, segni, messaggi, dialogo, appunti, header, programma} {}
   support::AreaTestoInMemoria area{analysis::kTestoIniziale};
   DidascaliaProva cerca;
   BarraProva barra;
@@ -166,7 +168,7 @@ struct AnalisiProva {
   DialogoFileProva dialogo;
   AppuntiProva appunti;
   formats::InfoHeader header;
-  analysis::Dialog_Analisi d{area, cerca, barra, segni, messaggi, dialogo, appunti, header, "C:\\Prog"};
+  analysis::Dialog_Analisi d;
 
   // The items whose mark is set.
   std::vector<analysis::Voce> Segnate() const {
