@@ -1,8 +1,7 @@
-// Scripted stand-ins for the window: they record what the operations show and answer dialogs from a queue.
-// A dialog shown with no answer queued, or an answer left over at the end, fails the test.
+// Scripted stand-ins for the window, shared by the core tests (GoogleTest) and the window tests (Qt Test):
+// they record what the operations show and answer dialogs from a queue. A dialog shown with no answer
+// queued, or an answer left over at the end, fails the test.
 #pragma once
-
-#include <gtest/gtest.h>
 
 #include <deque>
 #include <optional>
@@ -13,12 +12,43 @@
 #include "collection/principale.h"
 #include "support/interfacce.h"
 
+// Qt's test library defines QT_TESTLIB_LIB for whoever links it.
+#ifdef QT_TESTLIB_LIB
+#include <QTest>
+inline void FallisciProva(const std::string& perche) {
+  QTest::qFail(perche.c_str(), __FILE__, __LINE__);
+}
+#else
+#include <gtest/gtest.h>
+inline void FallisciProva(const std::string& perche) {
+  ADD_FAILURE() << perche;
+}
+#endif
+
+// A dialog's queued answers: a folder or file name for OK, nullopt for Cancel.
+class Copione {
+ public:
+  explicit Copione(const char* dialogo) : dialogo_(dialogo) {}
+  ~Copione() {
+    if (!risposte.empty())
+      FallisciProva(std::to_string(risposte.size()) + " answers left for the " + dialogo_);
+  }
+  std::optional<std::string> Prendi() {
+    if (risposte.empty()) FallisciProva(std::string("the ") + dialogo_ + " was shown with no answer queued");
+    if (risposte.empty()) return std::nullopt;
+    auto r = risposte.front();
+    risposte.pop_front();
+    return r;
+  }
+  std::deque<std::optional<std::string>> risposte;
+
+ private:
+  const char* dialogo_;
+};
+
 class DidascaliaProva : public support::Didascalia {
  public:
-  void ImpostaTesto(const std::string& t) override {
-    testo = t;
-    storia.push_back(t);
-  }
+  void ImpostaTesto(const std::string& t) override { storia.push_back(testo = t); }
   std::string Testo() const override { return testo; }
   void Ridisegna() override { ++ridisegni; }
   std::string testo;
@@ -29,10 +59,7 @@ class DidascaliaProva : public support::Didascalia {
 class BarraProva : public support::BarraProgresso {
  public:
   double Value() const override { return valore; }
-  void SetValue(double v) override {
-    valore = v;
-    storia.push_back(v);
-  }
+  void SetValue(double v) override { storia.push_back(valore = v); }
   void Refresh() override { ++ridisegni; }
   double valore = 0;
   std::vector<double> storia;
@@ -54,15 +81,9 @@ class CicloProva : public support::CicloEventi {
 
 class DialogoCartellaProva : public support::DialogoCartella {
  public:
-  struct Risposta {
-    bool ok;
-    std::string pathDir;
-  };
-  ~DialogoCartellaProva() override {
-    EXPECT_TRUE(risposte.empty()) << risposte.size() << " dialog answers left over";
+  void Rispondi(bool ok, const std::string& pathDir) {
+    copione_.risposte.push_back(ok ? std::optional(pathDir) : std::nullopt);
   }
-  void Rispondi(bool ok, const std::string& pathDir) { risposte.push_back({ok, pathDir}); }
-
   void ImpostaTitolo(const std::string& t) override { titoli.push_back(t); }
   void ImpostaValori(const std::string& p) override {
     inizi.push_back(p);
@@ -71,22 +92,18 @@ class DialogoCartellaProva : public support::DialogoCartella {
   }
   void MostraModale() override {
     ++mostrato;
-    if (risposte.empty()) {
-      ADD_FAILURE() << "the folder dialog was shown with no answer queued";
-      return;
-    }
-    exit_ = risposte.front().ok;
-    pathDir_ = risposte.front().ok ? risposte.front().pathDir : "";
-    risposte.pop_front();
+    const auto r = copione_.Prendi();
+    exit_ = r.has_value();
+    pathDir_ = r.value_or("");
   }
   bool ExitValue() const override { return exit_; }
   std::string PathDir() const override { return pathDir_; }
 
-  std::deque<Risposta> risposte;
   std::vector<std::string> titoli, inizi;
   int mostrato = 0;
 
  private:
+  Copione copione_{"folder dialog"};
   bool exit_ = false;
   std::string pathDir_;
 };
@@ -103,14 +120,11 @@ struct FinestraProva {
       dirOrdl, nomeTrle, info, barra, messaggi, dialogo, eventi, [this] { ++chiusure; }, {}};
 };
 
-// The common file dialog: each showing takes the next queued answer, a file name or a cancel.
+// The common file dialog.
 class DialogoFileProva : public support::DialogoFile {
  public:
-  ~DialogoFileProva() override {
-    EXPECT_TRUE(risposte.empty()) << risposte.size() << " file dialog answers left over";
-  }
-  void Scegli(const std::string& nome) { risposte.push_back(nome); }
-  void Annulla() { risposte.push_back(std::nullopt); }
+  void Scegli(const std::string& nome) { copione_.risposte.push_back(nome); }
+  void Annulla() { copione_.risposte.push_back(std::nullopt); }
 
   void ImpostaTitolo(const std::string& t) override { titolo = t; }
   void ImpostaCartellaIniziale(const std::string& c) override { cartella = c; }
@@ -120,7 +134,6 @@ class DialogoFileProva : public support::DialogoFile {
   bool MostraSalva() override { return Mostra("save"); }
   std::string NomeFile() const override { return nome_; }
 
-  std::deque<std::optional<std::string>> risposte;
   std::string titolo, cartella, filtro;
   // "open" or "save" for each showing.
   std::vector<std::string> mostrati;
@@ -128,15 +141,11 @@ class DialogoFileProva : public support::DialogoFile {
  private:
   bool Mostra(const char* come) {
     mostrati.push_back(come);
-    if (risposte.empty()) {
-      ADD_FAILURE() << "the file dialog was shown with no answer queued";
-      return false;
-    }
-    const auto r = risposte.front();
-    risposte.pop_front();
+    const auto r = copione_.Prendi();
     if (r) nome_ = *r;
     return r.has_value();
   }
+  Copione copione_{"file dialog"};
   std::string nome_;
 };
 
@@ -147,8 +156,10 @@ class AppuntiProva : public support::Appunti {
   std::optional<std::string> testo = "prima";
 };
 
-// A whole analysis window of stand-ins; its program folder is C:\Prog.
+// A whole analysis window of stand-ins; its program folder is C:\Prog unless given.
 struct AnalisiProva {
+  explicit AnalisiProva(const std::string& programma = "C:\\Prog")
+      : d{area, cerca, barra, segni, messaggi, dialogo, appunti, header, programma} {}
   support::AreaTestoInMemoria area{analysis::kTestoIniziale};
   DidascaliaProva cerca;
   BarraProva barra;
@@ -157,7 +168,7 @@ struct AnalisiProva {
   DialogoFileProva dialogo;
   AppuntiProva appunti;
   formats::InfoHeader header;
-  analysis::Dialog_Analisi d{area, cerca, barra, segni, messaggi, dialogo, appunti, header, "C:\\Prog"};
+  analysis::Dialog_Analisi d;
 
   // The items whose mark is set.
   std::vector<analysis::Voce> Segnate() const {

@@ -1,298 +1,197 @@
-// The header and archive reports, byte for byte, on files written into a test machine's C:\Dati.
+// Every report of the analysis window, byte for byte, against the texts in tests/data/prospetti: one snapshot
+// that carries every member, opened as "Leggi Dati" opens it, and one menu item a row. Then what those texts
+// cannot show: hostile level counts, the date form under two locales, a short settings file.
+//
+// To rewrite the expected texts on purpose, run the tests with CHECKORDL_RIGENERA=1: each row then writes
+// the text the code gives into its file instead of comparing. Read the diff before committing it.
 #include <gtest/gtest.h>
 
 #include <clocale>
-#include <cstdint>
+#include <cmath>
+#include <cstdlib>
+#include <filesystem>
 #include <limits>
-#include <ostream>
-#include <span>
 #include <string>
 #include <vector>
 
 #include "analysis/prospetto_archivio.h"
-#include "analysis/prospetto_header.h"
+#include "analysis/prospetto_preferenze.h"
+#include "analysis/testi.h"
 #include "finestra_prova.h"
 #include "formats/archivio.h"
-#include "formats/info_header.h"
 #include "locale_prova.h"
 #include "macchina_prova.h"
+#include "support/data.h"
 
 namespace {
 
-using analysis::ProspettoArchivio;
-using analysis::ProspettoHeader;
-using analysis::TestoHeader;
-using formats::kTestiFlagErrori;
+using analysis::Voce;
 
-const std::string kDati = "C:\\Dati";
-
-// `#` in an expected text stands for the locale's decimal separator.
-std::string ConSeparatore(std::string t, char sep) {
-  for (char& c : t)
-    if (c == '#') c = sep;
-  return t;
+// The snapshot tests/data/prospetti/INFO_ORDL.BIN (see the README there) unpacked into C:\Prog\Dati; on this
+// computer Ordelio, the two sample lists in C:\Prog and the good copies of the backup files, which are as
+// long as these names say. nuovo.tr4 and z.tr4 have none.
+void Prepara(const MacchinaProva& m) {
+  const std::string dati = std::string(CHECKORDL_DATI_PROVA) + "/prospetti/";
+  for (const char* f : {"INFO_ORDL.BIN", "Prog/backup_trle.le", "Prog/trle_cd.le"})
+    MacchinaProva::ScriviHost(m.C(f),
+                              MacchinaProva::LeggiHost(dati + std::filesystem::path(f).filename().string()));
+  m.Registro(
+      "WINE REGISTRY Version 2\n\n"
+      "[Software\\\\Microsoft\\\\Windows\\\\CurrentVersion\\\\App Paths\\\\ordl2009.exe]\n"
+      "@=\"C:\\\\Ordelio\\\\ordl2009.exe\"\n");
+  MacchinaProva::ScriviHost(m.C("Ordelio/ordl2009.exe"), "MZ");
+  for (const char* copia : {"data/a.tr4=1500", "data/b.tr4=8500", "c.tr4=10", "d.tr4=7", "e.tr4=1",
+                            "una/cartella/dal/nome/molto/lungo/livello.tr4=2"}) {
+    const std::string s = copia;
+    MacchinaProva::ScriviHost(m.C("Campione/backup_trle/" + s.substr(0, s.find('='))),
+                              std::string(std::stoul(s.substr(s.find('=') + 1)), 'x'));
+  }
 }
 
-struct CasoLocale {
-  const char* nome;
-  char separatore;
+struct Caso {
+  const char* file;
+  const char* locale;
+  Voce voce;
 };
-void PrintTo(const CasoLocale& c, std::ostream* os) {
-  *os << c.nome;
+void PrintTo(const Caso& c, std::ostream* os) {
+  *os << c.file;
 }
 
-class ProspettiLocale : public ::testing::TestWithParam<CasoLocale> {};
+class Prospetti : public ::testing::TestWithParam<Caso> {};
 
-INSTANTIATE_TEST_SUITE_P(Locali, ProspettiLocale,
-                         ::testing::Values(CasoLocale{"C", '.'}, CasoLocale{"it_IT.UTF-8", ','}),
-                         [](const auto& info) { return info.param.separatore == '.' ? "C" : "it_IT"; });
-
-TEST_P(ProspettiLocale, HeaderFullTextAndRecordReplaced) {
-  LocaleProva locale(LC_NUMERIC, GetParam().nome);
-  if (!locale.Attivo()) GTEST_SKIP() << "no " << GetParam().nome << " locale on this machine";
+TEST_P(Prospetti, ComeNelFile) {
+  const Caso& c = GetParam();
+  LocaleProva numeri(LC_NUMERIC, c.locale), date(LC_TIME, c.locale);
+  if (!numeri.Attivo() || !date.Attivo()) GTEST_SKIP() << "no " << c.locale << " locale on this machine";
   MacchinaProva m;
-  formats::InfoHeader scritto;
-  scritto.StartFolderTrle.Assegna("C:\\Giochi\\Trle");
-  scritto.StartFolderOrdl.Assegna("  C:\\Programmi\\Ordelio");
-  // VersioneOrdelio is never assigned: a run of NULs.
-  scritto.FlagErrori = 0x003 | 0x200;
-  scritto.WindowsXp = true;
-  scritto.SpazioDiscoC = 1610612736;
-  scritto.SpazioDiscoMaggiore = 2048;
-  scritto.DiscoMaggiore.Assegna("D");
-  MacchinaProva::ScriviHost(m.C("Dati/infofile.bin"), formats::CodificaInfoHeader(scritto));
+  Prepara(m);
+  AnalisiProva a;
+  analysis::ImpostaValori(a.d, "C:\\INFO_ORDL.BIN");
+  analysis::EseguiVoce(a.d, c.voce);
+  EXPECT_TRUE(a.messaggi.tutti.empty()) << a.messaggi.tutti[0];
+  // The backup analysis clears the report marks; every report marks itself alone.
+  EXPECT_EQ(a.Segnate(), c.voce == Voce::mnu_AnalisiBackup ? std::vector<Voce>{} : std::vector<Voce>{c.voce});
+  EXPECT_EQ(a.barra.valore, 0);
 
-  const std::string atteso = ConSeparatore(
-      "Flag errori: [Manca archivio.qlv] [Manca ordelio.prf] \r\n"
-      "Start Folder Trle: \"C:\\Giochi\\Trle\"\r\n"
-      "Start Folder ORDL: \"C:\\Programmi\\Ordelio\"\r\n"
-      "Windows Xp : True\r\n"
-      "Spazio Disco C: 1#5 Gb\r\n"
-      "Maggiore spazio su disco: D:\\\r\n"
-      "Spazio Disco D: 2 Kb\r\n"
-      "Versione Ordelio: \"\"\r\n",
-      GetParam().separatore);
-
-  formats::InfoHeader processo;
-  processo.FlagErrori = 0x100;
-  MessaggiProva messaggi;
-  // Twice: the file is read again and gives the same text.
-  for (int volta = 0; volta < 2; ++volta) {
-    const auto testo = ProspettoHeader(kDati, kTestiFlagErrori, processo, messaggi);
-    ASSERT_TRUE(testo.has_value());
-    EXPECT_EQ(*testo, atteso);
+  const std::string file = std::string(CHECKORDL_DATI_PROVA) + "/prospetti/" + c.file;
+  if (std::getenv("CHECKORDL_RIGENERA")) {
+    MacchinaProva::ScriviHost(file, a.area.Testo());
+    return;
   }
-  EXPECT_EQ(processo, scritto);
-  EXPECT_TRUE(messaggi.tutti.empty());
+  EXPECT_EQ(a.area.Testo(), MacchinaProva::LeggiHost(file));
 }
 
-TEST_P(ProspettiLocale, ArchiveFullTextFirstQlvMember) {
-  LocaleProva locale(LC_NUMERIC, GetParam().nome);
-  if (!locale.Attivo()) GTEST_SKIP() << "no " << GetParam().nome << " locale on this machine";
-  MacchinaProva m;
-  formats::ArchivioHeader h;
-  h.NVersione = 3;
-  h.MainDir.Assegna("C:\\Ordelio");
-  h.TotLivelli = 2;
-  h.TotCD = 1;
-  h.TestCompresso = true;
-  h.TestSetupCd = true;
-  h.SizeMainDir = 3670016;
-  h.SizeSecondayDir = 0.5;
-  formats::ArchivioLivello uno;
-  uno.Nome.Assegna("Livello Uno");
-  uno.Autore_Nome.Assegna("Lara");
-  uno.Autore_Email.Assegna("l@x.it");
-  uno.Autore_Note.Assegna(" nota ");
-  uno.Codice = -7;
-  uno.NomeSoluzione.Assegna("sol");
-  uno.MaxSavegames = 16;
-  uno.Flags = -1;
-  uno.NumeroCd = 2;
-  uno.SizeFiles = -1;
-  uno.SizeSubDir = 5000;
-  uno.TestRicalcolaSize = true;
-  formats::ArchivioLivello due;
-  due.Nome.Assegna("Due");
-  due.Flags = 10;
-  MacchinaProva::ScriviHost(m.C("Dati/Archivio.QLV"), formats::CodificaArchivioHeader(h) +
-                                                          formats::CodificaArchivioLivello(uno) +
-                                                          formats::CodificaArchivioLivello(due));
-  // The name may come from any folder of the user's machine; only the first .qlv member counts.
-  collection::ContenutoSnapshot contenuto{
-      3, {"C:\\Ordelio\\ordelio.prf", "  D:\\Giochi\\Ordelio\\Archivio.QLV", "E:\\altro.qlv"}, {1, 2, 3}};
+INSTANTIATE_TEST_SUITE_P(Voci, Prospetti,
+                         ::testing::Values(Caso{"header.txt", "C", Voce::mnu_ShowInfoHeader},
+                                           Caso{"header_it.txt", "it_IT.UTF-8", Voce::mnu_ShowInfoHeader},
+                                           Caso{"pref.txt", "C", Voce::mnu_ShowPref},
+                                           Caso{"archive.txt", "C", Voce::mnu_ShowArchivioQlv},
+                                           Caso{"archive_it.txt", "it_IT.UTF-8", Voce::mnu_ShowArchivioQlv},
+                                           Caso{"ordl.txt", "C", Voce::mnu_ShowORDL_Dir},
+                                           Caso{"trle.txt", "C", Voce::mnu_ShowTRLE_Dir},
+                                           Caso{"trle_it.txt", "it_IT.UTF-8", Voce::mnu_ShowTRLE_Dir},
+                                           Caso{"dirarc.txt", "C", Voce::mnu_ShowArchivioDir},
+                                           Caso{"ordeio.txt", "C", Voce::mnu_ShowOrdelioTxt},
+                                           Caso{"script.txt", "C", Voce::mnu_ShowScriptDat},
+                                           Caso{"backup.txt", "C", Voce::mnu_AnalisiBackup}),
+                         [](const auto& info) {
+                           const std::string f = info.param.file;
+                           return f.substr(0, f.find('.'));
+                         });
 
-  const std::string atteso = ConSeparatore(
-      "Header archivio livelli: Archivio.QLV\r\n"
-      "MainDir: C:\\Ordelio\r\n"
-      "NVersione: 3\r\n"
-      "SecondaryDir: \r\n"
-      "SizeMainDir: 3#5 Mb\r\n"
-      "SizeSecondayDir: 0#5\r\n"
-      "TestAudioInMp3: False\r\n"
-      "TestCompresso: True\r\n"
-      "TestSetupCd: True\r\n"
-      "TotCD: 1\r\n"
-      "TotLivelli: 2\r\n"
-      "\r\n"
-      "Nome: Livello Uno\r\n"
-      "Autore_Email: l@x.it\r\n"
-      "Autore_Nome: Lara\r\n"
-      "Autore_Note: nota\r\n"
-      "Autore_Sito: \r\n"
-      "Codice: -7\r\n"
-      "NomeSoluzione: sol\r\n"
-      "MaxSavegames: 16\r\n"
-      "Flags: 0xFFFF\r\n"
-      "Note: \r\n"
-      "NumeroCd: 2\r\n"
-      "SizeFiles: -1\r\n"
-      "SizeSubDir: 4 Kb\r\n"
-      "TestRicalcolaSize: True\r\n"
-      "\r\n"
-      "Nome: Due\r\n"
-      "Autore_Email: \r\n"
-      "Autore_Nome: \r\n"
-      "Autore_Note: \r\n"
-      "Autore_Sito: \r\n"
-      "Codice: 0\r\n"
-      "NomeSoluzione: \r\n"
-      "MaxSavegames: 0\r\n"
-      "Flags: 0xA\r\n"
-      "Note: \r\n"
-      "NumeroCd: 0\r\n"
-      "SizeFiles: 0\r\n"
-      "SizeSubDir: 0\r\n"
-      "TestRicalcolaSize: False\r\n"
-      "\r\n",
-      GetParam().separatore);
-
-  MessaggiProva messaggi;
-  const auto esito = ProspettoArchivio(contenuto, kDati, messaggi);
-  EXPECT_TRUE(esito.segnaVoce);
-  ASSERT_TRUE(esito.testo.has_value());
-  EXPECT_EQ(*esito.testo, atteso);
-  EXPECT_TRUE(messaggi.tutti.empty());
-}
-
-// The first line alone: the walk follows the table's order, not the bits' values.
-std::string RigaFlag(std::int32_t flag, std::span<const formats::TestoFlag> tabella) {
-  formats::InfoHeader h;
-  h.FlagErrori = flag;
-  const std::string t = TestoHeader(h, tabella);
-  return t.substr(0, t.find("\r\n"));
-}
-
-TEST(ProspettoHeader, FlagTextsInTableOrder) {
-  const std::string tutte =
-      "Flag errori: [Manca archivio.qlv] [Manca cartella ORDL] [Manca cartella archivio] "
-      "[Manca cartella backup] [Manca cartella TRLE] [Manca ordelio.prf] [Manca ordl2009.exe] "
-      "[Manca Ordeio.txt] [Manca Script.dat] ";
-  const struct {
-    std::int32_t flag;
-    bool tabella;
-    std::string atteso;
-  } casi[] = {
-      {0, true, "Flag errori: "},
-      {0x1FF, true, tutte},
-      {-1, true, tutte},
-      {0x001 | 0x002, true, "Flag errori: [Manca archivio.qlv] [Manca ordelio.prf] "},
-      {0x004 | 0x008, true, "Flag errori: [Manca cartella ORDL] [Manca cartella TRLE] "},
-      {0x100 | 0x080, true, "Flag errori: [Manca Ordeio.txt] [Manca Script.dat] "},
-      {~0x1FF, true, "Flag errori: "},  // only bits above the table
-      {0x200, true, "Flag errori: "},
-      {0x1FF, false, "Flag errori: "},  // the window never built its table
-  };
-  for (const auto& c : casi) {
-    std::span<const formats::TestoFlag> tabella;
-    if (c.tabella) tabella = kTestiFlagErrori;
-    EXPECT_EQ(RigaFlag(c.flag, tabella), c.atteso) << std::hex << c.flag << " table " << c.tabella;
-  }
-  // Each bit alone names its own text, so no two rows share a bit.
-  for (const auto& riga : kTestiFlagErrori)
-    EXPECT_EQ(RigaFlag(riga.bit, kTestiFlagErrori), "Flag errori: [" + std::string(riga.testo) + "] ");
-}
-
-TEST(ProspettoHeader, MissingFileLeavesRecordAndShowsMessage) {
-  MacchinaProva m;
-  formats::InfoHeader processo;
-  processo.FlagErrori = 0x42;
-  processo.StartFolderTrle.Assegna("C:\\Trle");
-  const formats::InfoHeader prima = processo;
-  MessaggiProva messaggi;
-  EXPECT_FALSE(ProspettoHeader(kDati, kTestiFlagErrori, processo, messaggi).has_value());
-  EXPECT_EQ(processo, prima);
-  EXPECT_EQ(messaggi.tutti, std::vector<std::string>{"critical: Non trovo file: C:\\Dati\\infofile.bin"});
-}
-
-TEST(ProspettoArchivio, FailuresTellWhetherTheMarkMoves) {
-  MacchinaProva m;
-  const struct {
-    std::vector<std::string> nomi;
-    bool segna;
-    std::string messaggio;
-  } casi[] = {
-      {{"C:\\a.qlv.bak", "C:\\qlv"}, false, "critical: Non e' stato salvato il file archivio.qlv"},
-      {{"X:\\Ordelio\\archivio.qlv"}, true, "critical: Non trovo file: C:\\Dati\\archivio.qlv"},
-  };
-  for (const auto& c : casi) {
-    collection::ContenutoSnapshot contenuto;
-    contenuto.Numero = static_cast<std::int32_t>(c.nomi.size());
-    contenuto.Nomi = c.nomi;
-    MessaggiProva messaggi;
-    const auto esito = ProspettoArchivio(contenuto, kDati, messaggi);
-    EXPECT_EQ(esito.segnaVoce, c.segna) << c.messaggio;
-    EXPECT_FALSE(esito.testo.has_value());
-    EXPECT_EQ(messaggi.tutti, std::vector<std::string>{c.messaggio});
-  }
-  // A count larger than the list must not walk past it.
-  collection::ContenutoSnapshot storto{5, {"C:\\a.txt"}, {1}};
-  MessaggiProva messaggi;
-  EXPECT_FALSE(ProspettoArchivio(storto, kDati, messaggi).segnaVoce);
-}
-
-std::size_t Conta(const std::string& testo, const std::string& parte) {
-  std::size_t n = 0;
-  for (auto p = testo.find(parte); p != std::string::npos; p = testo.find(parte, p + 1)) ++n;
-  return n;
-}
-
-TEST(ProspettoArchivio, HostileCountsEndInOrder) {
+// The count of levels comes from the file: it may be anything, and the file may end anywhere.
+TEST(ProspettoArchivio, ConteggiOstili) {
   LocaleProva locale(LC_NUMERIC, "C");
   MacchinaProva m;
-  const struct {
-    std::int32_t totLivelli;
-    std::size_t recordNelFile;  // whole level records written behind the header
-    std::size_t byteInPiu;      // then this many bytes of one more record
-    std::size_t blocchi;
-  } casi[] = {
-      {0, 1, 0, 0},  // records past the count are not read
-      {-5, 2, 0, 0},
-      {std::numeric_limits<std::int32_t>::min(), 1, 0, 0},
-      {std::numeric_limits<std::int32_t>::max(), 1, 0, 1},
-      {3, 1, 300, 2},  // cut inside the second record: read as far as it goes
-      {2, 0, 0, 0},    // the header alone
-  };
   formats::ArchivioLivello l;
   l.Nome.Assegna("Liv");
   const std::string record = formats::CodificaArchivioLivello(l);
+  const struct {
+    std::int32_t totLivelli;
+    std::string livelli;  // what follows the header
+    std::size_t blocchi;
+  } casi[] = {
+      {0, record, 0},  // records past the count are not read
+      {std::numeric_limits<std::int32_t>::min(), record, 0},
+      {std::numeric_limits<std::int32_t>::max(), record, 1},
+      {3, record + record.substr(0, 300), 2},  // cut inside the second record: read as far as it goes
+  };
   for (const auto& c : casi) {
     formats::ArchivioHeader h;
     h.TotLivelli = c.totLivelli;
-    std::string byte = formats::CodificaArchivioHeader(h);
-    for (std::size_t i = 0; i < c.recordNelFile; ++i) byte += record;
-    byte += record.substr(0, c.byteInPiu);
-    MacchinaProva::ScriviHost(m.C("Dati/archivio.qlv"), byte);
+    MacchinaProva::ScriviHost(m.C("Dati/archivio.qlv"), formats::CodificaArchivioHeader(h) + c.livelli);
     MessaggiProva messaggi;
-    const auto esito = ProspettoArchivio({1, {"archivio.qlv"}, {1}}, kDati, messaggi);
-    ASSERT_TRUE(esito.testo.has_value()) << c.totLivelli;
-    const std::string& t = *esito.testo;
+    const auto t =
+        analysis::ProspettoArchivio({1, {"archivio.qlv"}, {1}}, "C:\\Dati", messaggi).testo.value_or("");
     EXPECT_NE(t.find("TotLivelli: " + std::to_string(c.totLivelli) + "\r\n\r\n"), std::string::npos);
-    EXPECT_EQ(Conta(t, "\r\nNome: "), c.blocchi) << c.totLivelli;
-    EXPECT_EQ(Conta(t, "Nome: Liv\r\n"), c.blocchi) << c.totLivelli;
-    EXPECT_EQ(t.substr(t.size() - 4), "\r\n\r\n");
+    EXPECT_TRUE(t.ends_with("\r\n\r\n"));
+    std::size_t blocchi = 0;
+    for (auto p = t.find("\r\nNome: Liv\r\n"); p != std::string::npos; p = t.find("\r\nNome: Liv\r\n", p + 1))
+      ++blocchi;
+    EXPECT_EQ(blocchi, c.blocchi) << c.totLivelli;
     EXPECT_TRUE(messaggi.tutti.empty());
   }
+  // Named in the table but not unpacked: the mark moves all the same. A count larger than the table must
+  // not walk past it.
+  MessaggiProva messaggi;
+  EXPECT_TRUE(analysis::ProspettoArchivio({1, {"X:\\a.QLV"}, {1}}, "C:\\Vuota", messaggi).segnaVoce);
+  EXPECT_EQ(messaggi.tutti, std::vector<std::string>{"critical: Non trovo file: C:\\Vuota\\a.QLV"});
+  EXPECT_FALSE(analysis::ProspettoArchivio({5, {"C:\\a.txt"}, {1}}, "C:\\Dati", messaggi).segnaVoce);
+}
+
+TEST(Testi, LivelliScriptOltreLaLista) {
+  const std::string testa = "Livelli tr4 usati da file script.dat:\r\n\r\n";
+  EXPECT_EQ(analysis::TestoLivelliScript({"a.tr4"}, -3), testa);
+  // A list shorter than its count still gives a line per entry.
+  EXPECT_EQ(analysis::TestoLivelliScript({"a.tr4"}, 3), testa + "a.tr4\r\n\r\n\r\n");
+}
+
+TEST(DataGenerale, DueLocali) {
+#ifdef _WIN32
+  GTEST_SKIP() << "the date form on Windows is the user's regional setting, not the C library's locale";
+#endif
+  struct Caso {
+    double data;
+    const char* c;
+    const char* italiano;
+  };
+  const Caso casi[] = {
+      {45000.5, "2023-03-15 12:00:00", "15/03/2023 12:00:00"},
+      {45000, "2023-03-15", "15/03/2023"},
+      {0, "00:00:00", "00:00:00"},  // no date part: the time alone, midnight included
+      {0.75, "18:00:00", "18:00:00"},
+      {-1.25, "1899-12-29 06:00:00", "29/12/1899 06:00:00"},  // the fraction counts forward from the day
+      {45000.9999999, "2023-03-16", "16/03/2023"},            // rounded to the second
+      {2958465.5, "9999-12-31 12:00:00", "31/12/9999 12:00:00"},
+      {2958466, "2958466", "2958466"},  // beyond the years a date may hold
+      {-700000, "-700000", "-700000"},
+  };
+  for (const char* nome : {"C", "it_IT.UTF-8"}) {
+    LocaleProva locale(LC_TIME, nome);
+    if (!locale.Attivo()) {
+      ADD_FAILURE() << nome << " is not installed (scripts/dipendenze.sh makes it)";
+      continue;
+    }
+    for (const Caso& c : casi)
+      EXPECT_EQ(support::DataGenerale(c.data), nome[0] == 'C' ? c.c : c.italiano) << nome << " " << c.data;
+  }
+  EXPECT_FALSE(support::DataGenerale(std::nan("")).empty());
+}
+
+// A short file is shown as read, without the defaults that loading the settings would put back.
+TEST(ProspettoPreferenze, FileCorto) {
+  MacchinaProva m;
+  std::filesystem::create_directories(m.C("Dati"));
+  formats::PrefRecord p;
+  p.TestLogFile = true;
+  MacchinaProva::ScriviHost(m.C("Dati/ordelio.prf"), formats::CodificaPreferenze(p).substr(0, 1300));
+  MessaggiProva messaggi;
+  const auto testo = analysis::ProspettoPreferenze("C:\\Dati", messaggi);
+  ASSERT_TRUE(testo);
+  EXPECT_NE(testo->find("Flags: 0x0\r\n"), std::string::npos);
+  EXPECT_NE(testo->find("NumeroArcSavegame: 0\r\n"), std::string::npos);
+  EXPECT_NE(testo->find("TestLogFile: True\r\n"), std::string::npos);
+  EXPECT_TRUE(messaggi.tutti.empty());
 }
 
 }  // namespace
