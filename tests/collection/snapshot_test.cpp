@@ -97,14 +97,4 @@ TEST(Snapshot, FileNonScrivibile) {
   EXPECT_EQ(fs::file_size(m.C("s.bin")), 4u + 4 + 8 + 4 + 1);
 }
 
-TEST(Snapshot, LeggiStringaLunga) {
-  MacchinaProva m;
-  MacchinaProva::ScriviHost(m.C("s.bin"),
-                            Le32(0) + Le32(3) + "abc" + Le32(-1) + Le32(800001) + Le32(4) + "fine");
-  int err = 0;
-  host::File f = host::File::ApriLettura("C:\\s.bin", &err);
-  // Out of range: only the length is read.
-  for (const char* atteso : {"", "abc", "", "", "fine"}) EXPECT_EQ(collection::LeggiStringaLunga(f), atteso);
-}
-
 }  // namespace
