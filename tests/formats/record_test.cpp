@@ -14,82 +14,75 @@ namespace {
 
 using namespace formats;
 
-// Records with every field set to a value of its own, as the golden files under tests/data/record hold them.
-InfoHeader InfoNota() {
-  InfoHeader h;
-  h.StartFolderTrle.Assegna("C:\\Trle");
-  h.StartFolderOrdl.Assegna("C:\\Ordl");
-  h.VersioneOrdelio.Assegna("1, 0, 0, 5");
-  h.FlagErrori = 0x01020304;
-  h.WindowsXp = true;
-  h.SpazioDiscoC = 5368709120.5;
-  h.SpazioDiscoMaggiore = 1.5;
-  h.DiscoMaggiore.Assegna("D:");  // cut to its one character
-  return h;
+template <std::size_t N>
+StringaFissa<N> S(std::string_view testo) {
+  StringaFissa<N> s;
+  s.Assegna(testo);
+  return s;
 }
 
+// Records with every field set to a value of its own, as the golden files under tests/data/record hold them.
+const InfoHeader kInfoNota{
+    S<256>("C:\\Trle"), S<256>("C:\\Ordl"), S<256>("1, 0, 0, 5"), 0x01020304, true, 5368709120.5, 1.5,
+    S<1>("D:")};  // the drive cut to its one character
+
 PrefRecord PrefNota() {
-  PrefRecord p;
-  p.TestShowScreenShot = p.TestConfrontaUguali = p.TestFullBackup = p.TestAttivaJoystick = true;
-  p.Joy_ChiudiTrleDaSolo = true;
-  p.PathArchivio.Assegna("C:\\Ordl\\archivio.qlv");
-  p.PathTRLE.Assegna("C:\\Trle");
-  p.NameTom2Pc.Assegna("t2p.exe");
-  p.NameTomb4.Assegna("t4.exe");
-  p.DefaultLoadDir.Assegna("d:\\");
-  p.NumeroArcSavegame = 0x01020304;
-  p.NonMostrato1 = 0x0506;
-  p.MinutiSaveGameScreenShot = 0x0708090A;
-  p.PathEditorGrafico.Assegna("paint.exe");
-  p.TimerDecimi = -77;
-  p.Joy_ScreenShot = 0x0B0C0D0E;
-  p.Joy_ChiudiTrle = 0x0F101112;
-  p.Joy_GamePort = 0x1314;
-  p.VersioneSubBumber = 0x1516;
-  p.Flags = 0x7F00;
-  p.LinguaAttuale.Assegna("ITALIANO");
-  p.NonMostrato2 = -2;
+  PrefRecord p{true,
+               false,
+               false,
+               true,
+               false,
+               S<256>("C:\\Ordl\\archivio.qlv"),
+               S<256>("C:\\Trle"),
+               S<256>("t2p.exe"),
+               S<256>("t4.exe"),
+               S<256>("d:\\"),
+               false,
+               true,
+               false,
+               false,
+               0x01020304,
+               0x0506,
+               0x0708090A,
+               S<256>("paint.exe"),
+               -77,
+               false,
+               true,
+               0x0B0C0D0E,
+               false,
+               0x0F101112,
+               true,
+               0x1314,
+               0x1516,
+               0x7F00,
+               S<256>("ITALIANO"),
+               -2,
+               {},
+               S<256>("C:\\Save"),
+               S<256>("C:\\Script"),
+               45000.25,
+               S<32>("english.dat")};
   for (std::size_t i = 0; i < p.TabellaNonMostrata.size(); ++i)
     p.TabellaNonMostrata[i] = static_cast<std::int16_t>(100 + i);
-  p.FolderSavegameExt.Assegna("C:\\Save");
-  p.FolderScriptEx.Assegna("C:\\Script");
-  p.DateLastUpdating = 45000.25;
-  p.LinguaDatDefault.Assegna("english.dat");
   return p;
 }
 
-ArchivioHeader ArchivioNoto() {
-  ArchivioHeader h;
-  h.NVersione = 0x01020304;
-  h.MainDir.Assegna("C:\\Livelli");
-  h.SecondaryDir.Assegna("D:\\Backup");
-  h.TotLivelli = 0x05060708;
-  h.TotCD = -9;
-  h.TestAudioInMp3 = true;
-  h.SizeMainDir = 1e10;
-  h.SizeSecondayDir = 2.5;
-  return h;
-}
-
-ArchivioLivello LivelloNoto() {
-  ArchivioLivello v;
-  v.Nome.Assegna("Tomba");
-  v.Note.Assegna("note");
-  v.Autore_Nome.Assegna(std::string(90, 'A'));  // cut at 80
-  v.Autore_Email.Assegna("a@b.c");
-  v.Autore_Sito.Assegna("www");
-  v.Autore_Note.Assegna("bravo");
-  v.Codice = 0x0102;
-  v.MaxSavegames = 0x0304;
-  v.NumeroCd = 0x0506;
-  v.Flags = -16;
-  v.NomeSoluzione.Assegna("sol");
-  v.SizeFiles = 0x0708090A;
-  v.SizeSubDir = -2000;
-  v.TestRicalcolaSize = true;
-  return v;
-}
-
+const ArchivioHeader kArchivioNoto{
+    0x01020304, S<256>("C:\\Livelli"), S<256>("D:\\Backup"), 0x05060708, -9, false, true, false, 1e10, 2.5};
+const ArchivioLivello kLivelloNoto{S<256>("Tomba"),
+                                   S<256>("note"),
+                                   S<80>(std::string(90, 'A')),  // cut at 80
+                                   S<256>("a@b.c"),
+                                   S<256>("www"),
+                                   S<256>("bravo"),
+                                   0x0102,
+                                   0x0304,
+                                   0x0506,
+                                   -16,
+                                   S<256>("sol"),
+                                   0x0708090A,
+                                   -2000,
+                                   true};
 const ElencoFile kListaNota{2, "C:\\B", {"\\a.txt", "\\d\\b"}, {3, 70000}};
 
 // Each record as written against its golden file, and the golden file read back into the record.
@@ -107,14 +100,14 @@ TEST(Record, FileCampione) {
            tollerante == kListaNota;
   };
   const std::tuple<const char*, std::string, std::function<bool(const std::string&)>> casi[] = {
-      {"info_header", CodificaInfoHeader(InfoNota()),
-       [](const std::string& b) { return DecodificaInfoHeader(b) == InfoNota(); }},
+      {"info_header", CodificaInfoHeader(kInfoNota),
+       [](const std::string& b) { return DecodificaInfoHeader(b) == kInfoNota; }},
       {"preferenze", CodificaPreferenze(PrefNota()),
        [](const std::string& b) { return DecodificaPreferenze(b) == PrefNota(); }},
-      {"archivio_header", CodificaArchivioHeader(ArchivioNoto()),
-       [](const std::string& b) { return DecodificaArchivioHeader(b) == ArchivioNoto(); }},
-      {"archivio_livello", CodificaArchivioLivello(LivelloNoto()),
-       [](const std::string& b) { return DecodificaArchivioLivello(b) == LivelloNoto(); }},
+      {"archivio_header", CodificaArchivioHeader(kArchivioNoto),
+       [](const std::string& b) { return DecodificaArchivioHeader(b) == kArchivioNoto; }},
+      {"archivio_livello", CodificaArchivioLivello(kLivelloNoto),
+       [](const std::string& b) { return DecodificaArchivioLivello(b) == kLivelloNoto; }},
       {"elenco", scrittaLista(), rilettaLista},
   };
   for (const auto& [nome, scritto, rilegge] : casi) {
