@@ -22,67 +22,42 @@ StringaFissa<N> S(std::string_view testo) {
 }
 
 // Records with every field set to a value of its own, as the golden files under tests/data/record hold them.
-const InfoHeader kInfoNota{
-    S<256>("C:\\Trle"), S<256>("C:\\Ordl"), S<256>("1, 0, 0, 5"), 0x01020304, true, 5368709120.5, 1.5,
-    S<1>("D:")};  // the drive cut to its one character
+// The drive letter and an author's name are longer than their fields and cut.
+// clang-format off
+const InfoHeader kInfoNota{.StartFolderTrle = S<256>("C:\\Trle"), .StartFolderOrdl = S<256>("C:\\Ordl"),
+                           .VersioneOrdelio = S<256>("1, 0, 0, 5"), .FlagErrori = 0x01020304,
+                           .WindowsXp = true, .SpazioDiscoC = 5368709120.5, .SpazioDiscoMaggiore = 1.5,
+                           .DiscoMaggiore = S<1>("D:")};
 
 PrefRecord PrefNota() {
-  PrefRecord p{true,
-               false,
-               false,
-               true,
-               false,
-               S<256>("C:\\Ordl\\archivio.qlv"),
-               S<256>("C:\\Trle"),
-               S<256>("t2p.exe"),
-               S<256>("t4.exe"),
-               S<256>("d:\\"),
-               false,
-               true,
-               false,
-               false,
-               0x01020304,
-               0x0506,
-               0x0708090A,
-               S<256>("paint.exe"),
-               -77,
-               false,
-               true,
-               0x0B0C0D0E,
-               false,
-               0x0F101112,
-               true,
-               0x1314,
-               0x1516,
-               0x7F00,
-               S<256>("ITALIANO"),
-               -2,
-               {},
-               S<256>("C:\\Save"),
-               S<256>("C:\\Script"),
-               45000.25,
-               S<32>("english.dat")};
+  PrefRecord p{.TestShowScreenShot = true, .TestConfrontaUguali = true,
+               .PathArchivio = S<256>("C:\\Ordl\\archivio.qlv"), .PathTRLE = S<256>("C:\\Trle"),
+               .NameTom2Pc = S<256>("t2p.exe"), .NameTomb4 = S<256>("t4.exe"),
+               .DefaultLoadDir = S<256>("d:\\"), .TestFullBackup = true, .NumeroArcSavegame = 0x01020304,
+               .NonMostrato1 = 0x0506, .MinutiSaveGameScreenShot = 0x0708090A,
+               .PathEditorGrafico = S<256>("paint.exe"), .TimerDecimi = -77, .TestAttivaJoystick = true,
+               .Joy_ScreenShot = 0x0B0C0D0E, .Joy_ChiudiTrle = 0x0F101112, .Joy_ChiudiTrleDaSolo = true,
+               .Joy_GamePort = 0x1314, .VersioneSubBumber = 0x1516, .Flags = 0x7F00,
+               .LinguaAttuale = S<256>("ITALIANO"), .NonMostrato2 = -2,
+               .FolderSavegameExt = S<256>("C:\\Save"), .FolderScriptEx = S<256>("C:\\Script"),
+               .DateLastUpdating = 45000.25, .LinguaDatDefault = S<32>("english.dat")};
   for (std::size_t i = 0; i < p.TabellaNonMostrata.size(); ++i)
     p.TabellaNonMostrata[i] = static_cast<std::int16_t>(100 + i);
   return p;
 }
 
-const ArchivioHeader kArchivioNoto{
-    0x01020304, S<256>("C:\\Livelli"), S<256>("D:\\Backup"), 0x05060708, -9, false, true, false, 1e10, 2.5};
-const ArchivioLivello kLivelloNoto{S<256>("Tomba"),
-                                   S<256>("note"),
-                                   S<80>(std::string(90, 'A')),  // cut at 80
-                                   S<256>("a@b.c"),
-                                   S<256>("www"),
-                                   S<256>("bravo"),
-                                   0x0102,
-                                   0x0304,
-                                   0x0506,
-                                   -16,
-                                   S<256>("sol"),
-                                   0x0708090A,
-                                   -2000,
-                                   true};
+const ArchivioHeader kArchivioNoto{.NVersione = 0x01020304, .MainDir = S<256>("C:\\Livelli"),
+                                   .SecondaryDir = S<256>("D:\\Backup"), .TotLivelli = 0x05060708,
+                                   .TotCD = -9, .TestAudioInMp3 = true, .SizeMainDir = 1e10,
+                                   .SizeSecondayDir = 2.5};
+const ArchivioLivello kLivelloNoto{.Nome = S<256>("Tomba"), .Note = S<256>("note"),
+                                   .Autore_Nome = S<80>(std::string(90, 'A')),
+                                   .Autore_Email = S<256>("a@b.c"), .Autore_Sito = S<256>("www"),
+                                   .Autore_Note = S<256>("bravo"), .Codice = 0x0102, .MaxSavegames = 0x0304,
+                                   .NumeroCd = 0x0506, .Flags = -16, .NomeSoluzione = S<256>("sol"),
+                                   .SizeFiles = 0x0708090A, .SizeSubDir = -2000, .TestRicalcolaSize = true};
+// clang-format on
+
 const ElencoFile kListaNota{2, "C:\\B", {"\\a.txt", "\\d\\b"}, {3, 70000}};
 
 // Each record as written against its golden file, and the golden file read back into the record.
