@@ -128,7 +128,7 @@ TEST(Record, ArchivioConteggiOstili) {
     std::string b = CodificaArchivioHeader(h);
     for (int i = 0; i < record; ++i) {
       ArchivioLivello v;
-      v.Nome.Assegna("L" + std::to_string(i));
+      v.Nome.Assegna(std::string("L").append(std::to_string(i)));
       b += CodificaArchivioLivello(v);
     }
     return b.substr(0, b.size() - taglio);
@@ -145,7 +145,7 @@ TEST(Record, ArchivioConteggiOstili) {
     ASSERT_TRUE(LeggiArchivio("C:\\archivio.qlv", &h, &livelli)) << caso;
     ASSERT_EQ(livelli.size(), quanti) << caso;
     for (std::size_t i = 0; i < livelli.size(); ++i)
-      EXPECT_EQ(livelli[i].Nome.Testo().substr(0, 2), "L" + std::to_string(i)) << caso;
+      EXPECT_EQ(livelli[i].Nome.Testo().substr(0, 2), std::string("L").append(std::to_string(i))) << caso;
   }
   ArchivioHeader h;
   EXPECT_FALSE(LeggiArchivioHeader("C:\\manca.qlv", &h));
