@@ -9,7 +9,7 @@
 
 #include "analysis/analisi_backup.h"
 #include "analysis/elenchi.h"
-#include "collection/scansione.h"
+#include "formats/elenco.h"
 #include "host/machine.h"
 #include "prefisso_fuzz.h"
 
@@ -30,15 +30,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* dati, std::size_t n) {
   }
   support::BarraMuta barra;
   MessaggiMuti messaggi;
-  collection::ElencoFile largo;
+  formats::ElencoFile largo;
   if (!analysis::CaricaElencoFile("C:\\l.el", largo, barra, messaggi)) std::abort();
   if (largo.NumeroFile < 0 || static_cast<std::size_t>(largo.NumeroFile) > n ||
       largo.NomiFile.size() != static_cast<std::size_t>(largo.NumeroFile) ||
       largo.DimensioniFile.size() != largo.NomiFile.size())
     std::abort();
   // Whatever the strict reader takes, the lenient one reads alike.
-  collection::ElencoFile stretto;
-  if (collection::CaricaElencoFile("C:\\l.el", stretto) &&
+  formats::ElencoFile stretto;
+  if (formats::CaricaElencoStretto("C:\\l.el", stretto) &&
       (stretto.NomiFile != largo.NomiFile || stretto.DimensioniFile != largo.DimensioniFile))
     std::abort();
   const std::string testo = analysis::TestoElencoFile(largo, "T", barra, '.');

@@ -1,14 +1,10 @@
 #include "analysis/elenchi.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdint>
-#include <string_view>
 #include <vector>
 
 #include "analysis/testo.h"
-#include "collection/snapshot.h"
-#include "host/machine.h"
 #include "host/nomi.h"
 #include "support/files.h"
 #include "support/valori.h"
@@ -17,41 +13,21 @@ namespace analysis {
 namespace {
 
 // The platform's descriptions of the failures the reader can meet.
-constexpr const char* kFileNonTrovato = "File not found";
-constexpr const char* kAccessoNegato = "Path/File access error";
-constexpr const char* kIndiceFuoriIntervallo = "Subscript out of range";
-constexpr const char* kMemoriaEsaurita = "Out of memory";
-
-// The list read from memory, with the file's rules: past the end an integer reads as 0 and a name as "";
-// a name's length outside its bounds gives "" and the read goes on behind the length field.
-class Cursore {
- public:
-  explicit Cursore(std::string_view byte) : byte_(byte) {}
-  std::int32_t Intero() {
-    if (byte_.size() - pos_ < 4) {
-      pos_ = byte_.size();
-      return 0;
-    }
-    std::uint32_t v = 0;
-    for (int i = 3; i >= 0; --i)
-      v = v << 8 | static_cast<unsigned char>(byte_[pos_ + static_cast<std::size_t>(i)]);
-    pos_ += 4;
-    return static_cast<std::int32_t>(v);
+const char* Descrizione(formats::GuastoElenco g) {
+  switch (g) {
+    case formats::GuastoElenco::kFileNonTrovato:
+      return "File not found";
+    case formats::GuastoElenco::kAccessoNegato:
+      return "Path/File access error";
+    case formats::GuastoElenco::kConteggioNegativo:
+      return "Subscript out of range";
+    case formats::GuastoElenco::kConteggioTroppoGrande:
+      return "Out of memory";
+    case formats::GuastoElenco::kNessuno:
+      break;
   }
-  std::string Stringa() {
-    const std::int32_t n = Intero();
-    if (n < 1 || n > collection::kLunghezzaMassimaNome) return {};
-    const std::size_t k = std::min(static_cast<std::size_t>(n), byte_.size() - pos_);
-    std::string s(byte_.substr(pos_, k));
-    pos_ += k;
-    return s;
-  }
-  std::size_t Posizione() const { return pos_; }
-
- private:
-  std::string_view byte_;
-  std::size_t pos_ = 0;
-};
+  return "";
+}
 
 // Pieces between backslashes; an empty text has none at all, so the first entry of a list (whose
 // predecessor is "") always counts as having nothing to compare with.
@@ -69,60 +45,20 @@ std::vector<std::string> Dividi(const std::string& s) {
 
 }  // namespace
 
-bool CaricaElencoFile(const std::string& NomeFile, collection::ElencoFile& elenco,
+bool CaricaElencoFile(const std::string& NomeFile, formats::ElencoFile& elenco,
                       support::BarraProgresso& barra, support::Messaggi& messaggi) {
-  elenco = collection::ElencoFile{};
-  auto fallisci = [&](const char* descrizione, std::int32_t raggiunti) {
-    messaggi.Semplice(std::string("Errore in CaricaElencoFile(): ") + descrizione);
-    // The caller goes on with what was read so far.
-    elenco.NumeroFile = raggiunti;
-    elenco.NomiFile.resize(static_cast<std::size_t>(raggiunti));
-    elenco.DimensioniFile.resize(static_cast<std::size_t>(raggiunti));
-    return true;
-  };
-
-  if (!support::FileExists(NomeFile)) return fallisci(kFileNonTrovato, 0);
-  int err = 0;
-  host::File in = host::File::ApriLettura(NomeFile, &err);
-  if (err || !in.Aperto()) return fallisci(kAccessoNegato, 0);
-  const std::int64_t totale = in.Lunghezza();
-  if (totale < 0) return fallisci(kAccessoNegato, 0);
-  // One read of the whole file: a list is read entry by entry in small pieces, and the file is what it holds.
-  std::string byte(static_cast<std::size_t>(totale), '\0');
-  byte.resize(in.Leggi(byte.data(), byte.size()));
-  in.Chiudi();
-  Cursore c(byte);
-  auto avanza = [&] {
-    support::AggiornaProgresso(barra, static_cast<double>(totale), static_cast<double>(c.Posizione()));
-  };
-
-  const std::int32_t numero = c.Intero();
-  elenco.CartellaBase = c.Stringa();
-  if (numero < 0) return fallisci(kIndiceFuoriIntervallo, 0);
-  // Room is made only for what the file could hold, so a few bytes never ask for gigabytes.
-  if (numero > totale) return fallisci(kMemoriaEsaurita, 0);
-  elenco.NumeroFile = numero;
-  const auto n = static_cast<std::size_t>(numero);
-  elenco.NomiFile.resize(n);
-  elenco.DimensioniFile.assign(n, 0);
-  // Past the end of the file the names read as "" and the sizes as 0; that is no failure.
-  for (std::size_t i = 0; i < n; ++i) {
-    elenco.NomiFile[i] = c.Stringa();
-    avanza();
-  }
-  for (std::size_t i = 0; i < n; ++i) {
-    elenco.DimensioniFile[i] = c.Intero();
-    avanza();
-  }
+  const formats::GuastoElenco guasto = formats::CaricaElencoTollerante(NomeFile, elenco, &barra);
+  if (guasto != formats::GuastoElenco::kNessuno)
+    messaggi.Semplice(std::string("Errore in CaricaElencoFile(): ") + Descrizione(guasto));
   return true;
 }
 
-std::size_t VociUsabili(const collection::ElencoFile& elenco) {
+std::size_t VociUsabili(const formats::ElencoFile& elenco) {
   return std::min({static_cast<std::size_t>(std::max(elenco.NumeroFile, 0)), elenco.NomiFile.size(),
                    elenco.DimensioniFile.size()});
 }
 
-std::string TestoElencoFile(const collection::ElencoFile& elenco, const std::string& titolo,
+std::string TestoElencoFile(const formats::ElencoFile& elenco, const std::string& titolo,
                             support::BarraProgresso& barra, char separatoreDecimale) {
   std::string testo;
   AggiungiRiga(testo, titolo + " (Files = " + std::to_string(elenco.NumeroFile) + ") ");
@@ -156,7 +92,7 @@ std::string TestoElencoFile(const collection::ElencoFile& elenco, const std::str
 
 std::optional<std::string> MostraElencoFile(const std::string& NomeFile, const std::string& titolo,
                                             support::BarraProgresso& barra, support::Messaggi& messaggi) {
-  collection::ElencoFile elenco;
+  formats::ElencoFile elenco;
   if (!CaricaElencoFile(NomeFile, elenco, barra, messaggi)) {
     messaggi.Critico("Errore caricando elenco files: " + NomeFile);
     return std::nullopt;

@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-#include "collection/scansione.h"
+#include "formats/elenco.h"
 #include "support/interfacce.h"
 
 namespace analysis {
@@ -19,23 +19,18 @@ inline constexpr ProspettoDirectory kDirectoryOrdl{"ordl.el", "DIRECTORY ORDELIO
 inline constexpr ProspettoDirectory kDirectoryTrle{"trle.el", "DIRECTORY LEVEL EDITOR"};
 inline constexpr ProspettoDirectory kDirectoryArchivio{"dirarc.el", "DIRECTORY ARCHIVIO LIVELLi"};
 
-// The lenient reader that the reports use. Unlike the strict reader of the scan it takes a list as far as it
-// goes: a cut-off list keeps its count and ends in empty names of size 0. A failure shows the plain message
-// "Errore in CaricaElencoFile(): " and the failure's description, keeps the entries read so far, and still
-// gives true. Failures: a missing or unopenable file, a count below 0, and a count above the file's length
-// in bytes (each entry of a list takes at least eight, so no merely cut-off list has one, and room is never
-// made for more entries than the file has bytes). `barra` follows the bytes read over names and sizes
-// together and is not reset. False only for a failure that is still pending at the end, which this reader
-// never leaves.
-bool CaricaElencoFile(const std::string& NomeFile, collection::ElencoFile& elenco,
+// The lenient list reader as the reports use it: a failure shows the plain message
+// "Errore in CaricaElencoFile(): " and the failure's description, and the caller goes on with what was read.
+// `barra` is not reset. Always true: no failure is left pending.
+bool CaricaElencoFile(const std::string& NomeFile, formats::ElencoFile& elenco,
                       support::BarraProgresso& barra, support::Messaggi& messaggi);
 
 // How many entries of `elenco` can be used: its count, as far as both columns reach.
-std::size_t VociUsabili(const collection::ElencoFile& elenco);
+std::size_t VociUsabili(const formats::ElencoFile& elenco);
 
 // The report's text for a loaded list, one line per entry in list order (no sorting). `barra` follows the
 // entries; it is not reset here.
-std::string TestoElencoFile(const collection::ElencoFile& elenco, const std::string& titolo,
+std::string TestoElencoFile(const formats::ElencoFile& elenco, const std::string& titolo,
                             support::BarraProgresso& barra, char separatoreDecimale);
 
 // Loads `NomeFile` and gives its report, with `barra` back at 0. When the load gives false: the critical

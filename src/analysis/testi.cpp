@@ -34,7 +34,9 @@ std::optional<std::string> MostraScriptDat(const std::string& cartellaDati, supp
     return std::nullopt;
   }
   std::int32_t numero = 0;
-  const std::vector<std::string> livelli = formats::LeggiLivelliScript(percorso, numero, messaggi);
+  std::vector<std::string> livelli;
+  if (!formats::LeggiLivelliScript(percorso, numero, livelli))
+    messaggi.Semplice("Non esiste script.dat : " + percorso);
   return TestoLivelliScript(livelli, numero);
 }
 

@@ -5,15 +5,19 @@
 
 #include <string>
 
-#include "collection/principale.h"
+#include "collection/scansione.h"
+#include "support/interfacce.h"
 
 namespace collection {
 
-// Asks for the folder in Dialog_GetDir, starting from the current folder, and lists it into
-// `cartellaProgramma` + "\backup_trle.le", replacing any earlier list; a plain message tells the outcome.
-// A cancelled dialog changes nothing.
-void CreaElencoCampione(Principale& principale, const std::string& cartellaProgramma);
-// The same into the folder of the running program.
-void CreaElencoCampione(Principale& principale);
+// Lists `cartella` into `cartellaProgramma` + "\backup_trle.le", replacing any earlier list; a plain
+// message tells the outcome.
+void CreaElencoCampione(const std::string& cartella, const std::string& cartellaProgramma,
+                        const VistaScansione& vista, support::Messaggi& messaggi);
+
+// The same for a folder asked for in `dialogo`, starting from the current folder. A cancelled dialog
+// changes nothing.
+void CreaElencoCampione(support::DialogoCartella& dialogo, const std::string& cartellaProgramma,
+                        const VistaScansione& vista, support::Messaggi& messaggi);
 
 }  // namespace collection

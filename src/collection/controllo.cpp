@@ -86,7 +86,8 @@ void Pul_Start_Click(Principale& p) {
 
   const auto elenca = [&](const char* nome, const std::string& cartella) {
     const std::string file = programma + nome;
-    if (CreaElencoFile(file, cartella, p)) AggiungiMembro(membri, file);
+    if (CreaElencoFile(file, cartella, {p.Label_Info, p.ProgressBar1, p.Eventi}))
+      AggiungiMembro(membri, file);
   };
   if (!cartellaArchivio.empty()) elenca("\\DirArc.el", cartellaArchivio);
   elenca("\\TRLE.el", cartellaTrle);

@@ -1,10 +1,11 @@
 #include "collection/snapshot.h"
 
 #include <algorithm>
-#include <array>
 #include <limits>
 #include <memory>
 
+#include "formats/elenco.h"
+#include "host/byte_le.h"
 #include "host/nomi.h"
 #include "support/files.h"
 #include "support/valori.h"
@@ -17,8 +18,22 @@ constexpr std::size_t kPezzo = 1 << 20;
 
 void ScriviIntero(host::File& f, std::int32_t v) {
   std::string b;
-  AccodaIntero(b, v);
+  host::AccodaLE(b, static_cast<std::uint32_t>(v));
   f.Scrivi(b.data(), b.size());
+}
+
+// A 32-bit length and that many bytes, no terminator.
+void ScriviStringaLunga(const std::string& testo, host::File& file) {
+  ScriviIntero(file, static_cast<std::int32_t>(testo.size()));
+  file.Scrivi(testo.data(), testo.size());
+}
+
+// False when the file ends first.
+bool LeggiIntero(host::File& f, std::int32_t* v) {
+  std::string b(4, '\0');
+  if (f.Leggi(b.data(), b.size()) != b.size()) return false;
+  *v = host::I32LE(b, 0);
+  return true;
 }
 
 // The size a member is recorded with: 0 when it cannot be measured or does not fit 32 bits.
@@ -49,38 +64,6 @@ void CopiaCorpo(const std::string& percorso, std::int64_t dimensione, host::File
 }
 
 }  // namespace
-
-bool LeggiIntero(host::File& f, std::int32_t* v) {
-  std::array<unsigned char, 4> b{};
-  if (f.Leggi(reinterpret_cast<char*>(b.data()), b.size()) != b.size()) return false;
-  *v = static_cast<std::int32_t>(static_cast<std::uint32_t>(b[0]) | (static_cast<std::uint32_t>(b[1]) << 8) |
-                                 (static_cast<std::uint32_t>(b[2]) << 16) |
-                                 (static_cast<std::uint32_t>(b[3]) << 24));
-  return true;
-}
-
-void AccodaIntero(std::string& buffer, std::int32_t v) {
-  const auto u = static_cast<std::uint32_t>(v);
-  for (int i = 0; i < 4; ++i) buffer.push_back(static_cast<char>((u >> (8 * i)) & 0xFF));
-}
-
-void AccodaStringaLunga(std::string& buffer, const std::string& testo) {
-  AccodaIntero(buffer, static_cast<std::int32_t>(testo.size()));
-  buffer += testo;
-}
-
-void ScriviStringaLunga(const std::string& testo, host::File& file) {
-  ScriviIntero(file, static_cast<std::int32_t>(testo.size()));
-  file.Scrivi(testo.data(), testo.size());
-}
-
-std::string LeggiStringaLunga(host::File& file) {
-  std::int32_t n = 0;
-  if (!LeggiIntero(file, &n) || n < 1 || n > kLunghezzaMassimaNome) return {};
-  std::string testo(static_cast<std::size_t>(n), '\0');
-  testo.resize(file.Leggi(testo.data(), testo.size()));
-  return testo;
-}
 
 std::string NomeDestinazione(const std::string& nomeMembro) {
   const std::string nome = support::EstraiNomeFile(nomeMembro);
@@ -148,7 +131,7 @@ bool EstraiSnapshot(const std::string& NomeFile, const std::string& Cartella, Co
     std::int32_t l = 0;
     if (!LeggiIntero(in, &l) || l < 0 || l > lunghezza - in.Posizione()) return false;
     std::string nome;
-    if (l >= 1 && l <= kLunghezzaMassimaNome) {
+    if (l >= 1 && l <= formats::kLunghezzaMassimaNome) {
       nome.resize(static_cast<std::size_t>(l));
       if (in.Leggi(nome.data(), nome.size()) != nome.size()) return false;
     }

@@ -17,18 +17,6 @@ struct ContenutoSnapshot {
   std::vector<std::int32_t> Dimensioni;
 };
 
-// Longest name that the reader takes; a longer one reads as "".
-inline constexpr std::int32_t kLunghezzaMassimaNome = 800000;
-
-// A 32-bit little-endian length and that many bytes, no terminator: into a file, or behind a buffer for
-// writers that gather many of them.
-void ScriviStringaLunga(const std::string& testo, host::File& file);
-void AccodaIntero(std::string& buffer, std::int32_t v);
-// A 32-bit little-endian integer from the file's position; false when the file ends first.
-bool LeggiIntero(host::File& file, std::int32_t* v);
-void AccodaStringaLunga(std::string& buffer, const std::string& testo);
-std::string LeggiStringaLunga(host::File& file);
-
 // Packs the members that exist, in order. False only when the snapshot cannot be opened for writing.
 bool SalvaSnapshot(const std::string& NomeFile, const std::vector<std::string>& Membri,
                    std::int32_t NumeroMembri, support::Didascalia& labelInfo, support::BarraProgresso& barra);

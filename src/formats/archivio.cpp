@@ -4,76 +4,57 @@
 
 namespace formats {
 
+namespace {
+
+// The records' fields in file order.
+constexpr auto kCampiHeader = [](auto& v, auto& h) {
+  v(h.NVersione);
+  v(h.MainDir);
+  v(h.SecondaryDir);
+  v(h.TotLivelli);
+  v(h.TotCD);
+  v(h.TestCompresso);
+  v(h.TestAudioInMp3);
+  v(h.TestSetupCd);
+  v(h.SizeMainDir);
+  v(h.SizeSecondayDir);
+};
+static_assert(LunghezzaCampi<ArchivioHeader>(kCampiHeader) == ArchivioHeader::kDimensione);
+
+constexpr auto kCampiLivello = [](auto& v, auto& l) {
+  v(l.Nome);
+  v(l.Note);
+  v(l.Autore_Nome);
+  v(l.Autore_Email);
+  v(l.Autore_Sito);
+  v(l.Autore_Note);
+  v(l.Codice);
+  v(l.MaxSavegames);
+  v(l.NumeroCd);
+  v(l.Flags);
+  v(l.NomeSoluzione);
+  v(l.SizeFiles);
+  v(l.SizeSubDir);
+  v(l.TestRicalcolaSize);
+};
+static_assert(LunghezzaCampi<ArchivioLivello>(kCampiLivello) == ArchivioLivello::kDimensione);
+
+}  // namespace
+
 std::string CodificaArchivioHeader(const ArchivioHeader& h) {
-  Scrittore s(ArchivioHeader::kDimensione);
-  s.I32(0, h.NVersione);
-  s.Stringa(4, h.MainDir);
-  s.Stringa(260, h.SecondaryDir);
-  s.I32(516, h.TotLivelli);
-  s.I32(520, h.TotCD);
-  s.Booleano(524, h.TestCompresso);
-  s.Booleano(526, h.TestAudioInMp3);
-  s.Booleano(528, h.TestSetupCd);
-  s.Doppio(530, h.SizeMainDir);
-  s.Doppio(538, h.SizeSecondayDir);
-  return s.Byte();
+  return Codifica(h, kCampiHeader);
 }
 
 ArchivioHeader DecodificaArchivioHeader(std::string_view byte) {
-  const std::string tutto = Sovrapponi(std::string(ArchivioHeader::kDimensione, '\0'), byte);
-  const Lettore l(tutto);
-  ArchivioHeader h;
-  h.NVersione = l.I32(0);
-  l.Stringa(4, h.MainDir);
-  l.Stringa(260, h.SecondaryDir);
-  h.TotLivelli = l.I32(516);
-  h.TotCD = l.I32(520);
-  h.TestCompresso = l.Booleano(524);
-  h.TestAudioInMp3 = l.Booleano(526);
-  h.TestSetupCd = l.Booleano(528);
-  h.SizeMainDir = l.Doppio(530);
-  h.SizeSecondayDir = l.Doppio(538);
-  return h;
+  return Decodifica(byte, ArchivioHeader{}, kCampiHeader);
 }
 
-std::string CodificaArchivioLivello(const ArchivioLivello& v) {
-  Scrittore s(ArchivioLivello::kDimensione);
-  s.Stringa(0, v.Nome);
-  s.Stringa(256, v.Note);
-  s.Stringa(512, v.Autore_Nome);
-  s.Stringa(592, v.Autore_Email);
-  s.Stringa(848, v.Autore_Sito);
-  s.Stringa(1104, v.Autore_Note);
-  s.I16(1360, v.Codice);
-  s.I16(1362, v.MaxSavegames);
-  s.I16(1364, v.NumeroCd);
-  s.I16(1366, v.Flags);
-  s.Stringa(1368, v.NomeSoluzione);
-  s.I32(1624, v.SizeFiles);
-  s.I32(1628, v.SizeSubDir);
-  s.Booleano(1632, v.TestRicalcolaSize);
-  return s.Byte();
+std::string CodificaArchivioLivello(const ArchivioLivello& l) {
+  return Codifica(l, kCampiLivello);
 }
 
 ArchivioLivello DecodificaArchivioLivello(std::string_view byte) {
-  const std::string tutto = Sovrapponi(std::string(ArchivioLivello::kDimensione, '\0'), byte);
-  const Lettore l(tutto);
-  ArchivioLivello v;
-  l.Stringa(0, v.Nome);
-  l.Stringa(256, v.Note);
-  l.Stringa(512, v.Autore_Nome);
-  l.Stringa(592, v.Autore_Email);
-  l.Stringa(848, v.Autore_Sito);
-  l.Stringa(1104, v.Autore_Note);
-  v.Codice = l.I16(1360);
-  v.MaxSavegames = l.I16(1362);
-  v.NumeroCd = l.I16(1364);
-  v.Flags = l.I16(1366);
-  l.Stringa(1368, v.NomeSoluzione);
-  v.SizeFiles = l.I32(1624);
-  v.SizeSubDir = l.I32(1628);
-  v.TestRicalcolaSize = l.Booleano(1632);
-  return v;
+  return Decodifica(byte, ArchivioLivello{}, kCampiLivello);
 }
 
 std::vector<ArchivioLivello> DecodificaLivelli(std::string_view archivio, std::int32_t totLivelli) {

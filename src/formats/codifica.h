@@ -1,13 +1,17 @@
-// Fixed records as files hold them: fields one behind the other, little-endian, no gaps. Each field is
-// written and read at its own offset; nothing is cast over the bytes.
+// Fixed records as files hold them: fields one behind the other, little-endian, no gaps. Each record lists
+// its fields once, in file order, as a walk `campi(v, record)` that shows every field to a visitor `v`; the
+// writer, the reader and the length check all take that one walk, so an offset is never spelt out.
 #pragma once
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
+
+#include "host/byte_le.h"
 
 namespace formats {
 
@@ -24,44 +28,111 @@ struct StringaFissa {
   bool operator==(const StringaFissa&) const = default;
 };
 
-// Writes fields into a record buffer of known length.
+// The kinds of field a record holds and their lengths. A boolean is a 16-bit -1 or 0.
+struct Misura {
+  std::size_t byte = 0;
+  constexpr void operator()(bool) { byte += 2; }
+  constexpr void operator()(std::int16_t) { byte += 2; }
+  constexpr void operator()(std::int32_t) { byte += 4; }
+  constexpr void operator()(double) { byte += 8; }
+  template <std::size_t N>
+  constexpr void operator()(const StringaFissa<N>&) {
+    byte += N;
+  }
+  template <std::size_t N>
+  constexpr void operator()(const std::array<std::int16_t, N>&) {
+    byte += 2 * N;
+  }
+};
+
+// Writes each field it is shown behind the one before.
 class Scrittore {
  public:
   explicit Scrittore(std::size_t dimensione) : byte_(dimensione, '\0') {}
-  void I16(std::size_t off, std::int16_t v);
-  void I32(std::size_t off, std::int32_t v);
-  void Booleano(std::size_t off, bool v) { I16(off, v ? -1 : 0); }
-  void Doppio(std::size_t off, double v);
+  void operator()(bool v) { (*this)(static_cast<std::int16_t>(v ? -1 : 0)); }
+  void operator()(std::int16_t v) { Scrivi(static_cast<std::uint16_t>(v)); }
+  void operator()(std::int32_t v) { Scrivi(static_cast<std::uint32_t>(v)); }
+  void operator()(double v) { Scrivi(std::bit_cast<std::uint64_t>(v)); }
   template <std::size_t N>
-  void Stringa(std::size_t off, const StringaFissa<N>& s) {
-    std::copy(s.byte.begin(), s.byte.end(), byte_.begin() + static_cast<std::ptrdiff_t>(off));
+  void operator()(const StringaFissa<N>& s) {
+    std::copy(s.byte.begin(), s.byte.end(), byte_.begin() + static_cast<std::ptrdiff_t>(pos_));
+    pos_ += N;
+  }
+  template <std::size_t N>
+  void operator()(const std::array<std::int16_t, N>& a) {
+    for (const std::int16_t v : a) (*this)(v);
   }
   const std::string& Byte() const { return byte_; }
 
  private:
+  template <typename U>
+  void Scrivi(U u) {
+    host::ScriviLE(byte_, pos_, u);
+    pos_ += sizeof(U);
+  }
   std::string byte_;
+  std::size_t pos_ = 0;
 };
 
-// Reads fields from a whole record buffer (the caller makes sure it has the record's length).
+// Reads each field it is shown from behind the one before, out of a buffer of the record's whole length.
 class Lettore {
  public:
   explicit Lettore(std::string_view byte) : byte_(byte) {}
-  std::int16_t I16(std::size_t off) const;
-  std::int32_t I32(std::size_t off) const;
-  bool Booleano(std::size_t off) const { return I16(off) != 0; }
-  double Doppio(std::size_t off) const;
+  // Any non-zero value is true.
+  void operator()(bool& v) { v = Leggi<std::uint16_t>() != 0; }
+  void operator()(std::int16_t& v) { v = static_cast<std::int16_t>(Leggi<std::uint16_t>()); }
+  void operator()(std::int32_t& v) { v = static_cast<std::int32_t>(Leggi<std::uint32_t>()); }
+  void operator()(double& v) { v = std::bit_cast<double>(Leggi<std::uint64_t>()); }
   template <std::size_t N>
-  void Stringa(std::size_t off, StringaFissa<N>& s) const {
-    byte_.substr(off, N).copy(s.byte.data(), N);
+  void operator()(StringaFissa<N>& s) {
+    byte_.substr(pos_, N).copy(s.byte.data(), N);
+    pos_ += N;
+  }
+  template <std::size_t N>
+  void operator()(std::array<std::int16_t, N>& a) {
+    for (std::int16_t& v : a) (*this)(v);
   }
 
  private:
+  template <typename U>
+  U Leggi() {
+    const U u = host::LeggiLE<U>(byte_, pos_);
+    pos_ += sizeof(U);
+    return u;
+  }
   std::string_view byte_;
+  std::size_t pos_ = 0;
 };
+
+// The length that a record's fields add up to, for a compile-time check against the record's own.
+template <typename R, typename Campi>
+constexpr std::size_t LunghezzaCampi(Campi campi) {
+  Misura m;
+  R r{};
+  campi(m, r);
+  return m.byte;
+}
+
+template <typename R, typename Campi>
+std::string Codifica(const R& r, Campi campi) {
+  Scrittore s(R::kDimensione);
+  campi(s, r);
+  return s.Byte();
+}
 
 // The record's bytes as a read from a file of `letti` bytes leaves them: what the file holds over what the
 // record held before, so fields past the end of a short file keep their earlier values.
 std::string Sovrapponi(std::string base, std::string_view letti);
+
+// `byte` read over the record `base` (see Sovrapponi).
+template <typename R, typename Campi>
+R Decodifica(std::string_view byte, const R& base, Campi campi) {
+  const std::string tutto = Sovrapponi(Codifica(base, campi), byte);
+  Lettore l(tutto);
+  R r;
+  campi(l, r);
+  return r;
+}
 
 // Up to `massimo` bytes from the start of a file; false when it cannot be opened.
 bool LeggiTesta(const std::string& percorso, std::size_t massimo, std::string* byte, std::int64_t* lunghezza);

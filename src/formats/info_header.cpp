@@ -1,33 +1,29 @@
 #include "formats/info_header.h"
 
 namespace formats {
+namespace {
+
+// The record's fields in file order.
+constexpr auto kCampi = [](auto& v, auto& h) {
+  v(h.StartFolderTrle);
+  v(h.StartFolderOrdl);
+  v(h.VersioneOrdelio);
+  v(h.FlagErrori);
+  v(h.WindowsXp);
+  v(h.SpazioDiscoC);
+  v(h.SpazioDiscoMaggiore);
+  v(h.DiscoMaggiore);
+};
+static_assert(LunghezzaCampi<InfoHeader>(kCampi) == InfoHeader::kDimensione);
+
+}  // namespace
 
 std::string CodificaInfoHeader(const InfoHeader& h) {
-  Scrittore s(InfoHeader::kDimensione);
-  s.Stringa(0, h.StartFolderTrle);
-  s.Stringa(256, h.StartFolderOrdl);
-  s.Stringa(512, h.VersioneOrdelio);
-  s.I32(768, h.FlagErrori);
-  s.Booleano(772, h.WindowsXp);
-  s.Doppio(774, h.SpazioDiscoC);
-  s.Doppio(782, h.SpazioDiscoMaggiore);
-  s.Stringa(790, h.DiscoMaggiore);
-  return s.Byte();
+  return Codifica(h, kCampi);
 }
 
 InfoHeader DecodificaInfoHeader(std::string_view byte, const InfoHeader& base) {
-  const std::string tutto = Sovrapponi(CodificaInfoHeader(base), byte);
-  const Lettore l(tutto);
-  InfoHeader h;
-  l.Stringa(0, h.StartFolderTrle);
-  l.Stringa(256, h.StartFolderOrdl);
-  l.Stringa(512, h.VersioneOrdelio);
-  h.FlagErrori = l.I32(768);
-  h.WindowsXp = l.Booleano(772);
-  h.SpazioDiscoC = l.Doppio(774);
-  h.SpazioDiscoMaggiore = l.Doppio(782);
-  l.Stringa(790, h.DiscoMaggiore);
-  return h;
+  return Decodifica(byte, base, kCampi);
 }
 
 bool ScriviInfoHeader(const std::string& percorso, const InfoHeader& h) {

@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "formats/codifica.h"
+#include "host/byte_le.h"
 #include "support/files.h"
 
 namespace formats {
@@ -11,7 +12,7 @@ namespace formats {
 std::vector<std::string> AnalizzaScript(std::string_view byte, std::int32_t& numero) {
   numero = 0;
   const std::string testa = Sovrapponi(std::string(kDimensioneIntestazioneScript, '\0'), byte);
-  numero = Lettore(testa).I16(kOffsetNumeroLivelliScript);
+  numero = host::I16LE(testa, kOffsetNumeroLivelliScript);
   if (numero <= 0) return {};
   const auto n = static_cast<std::size_t>(numero);
   std::vector<std::string> livelli(n);
@@ -19,7 +20,7 @@ std::vector<std::string> AnalizzaScript(std::string_view byte, std::int32_t& num
   // Only the table's last entry is used; an entry past the end of the file reads as 0.
   const std::size_t posUltimo = kDimensioneIntestazioneScript + 2 * (n - 1);
   std::int32_t ultimo = 0;
-  if (posUltimo + 2 <= byte.size()) ultimo = Lettore(byte).I16(posUltimo);
+  if (posUltimo + 2 <= byte.size()) ultimo = host::I16LE(byte, posUltimo);
   // The block's length is worked out in 16 bits: a sum that does not fit, or a negative one, reads nothing.
   const std::int32_t lunghezza = ultimo + 30;
   if (lunghezza < 0 || lunghezza > INT16_MAX) return livelli;
@@ -38,18 +39,16 @@ std::vector<std::string> AnalizzaScript(std::string_view byte, std::int32_t& num
   return livelli;
 }
 
-std::vector<std::string> LeggiLivelliScript(const std::string& percorso, std::int32_t& numero,
-                                            support::Messaggi& messaggi) {
+bool LeggiLivelliScript(const std::string& percorso, std::int32_t& numero,
+                        std::vector<std::string>& livelli) {
   numero = 0;
-  if (!support::FileExists(percorso)) {
-    messaggi.Semplice("Non esiste script.dat : " + percorso);
-    return {};
-  }
+  livelli.clear();
+  if (!support::FileExists(percorso)) return false;
   // The head, the table of at most 32767 entries and a block of at most 32767 bytes: never more.
   constexpr std::size_t kMassimo = kDimensioneIntestazioneScript + 2 * 32767 + 32767;
   std::string byte;
-  if (!LeggiTesta(percorso, kMassimo, &byte, nullptr)) return {};
-  return AnalizzaScript(byte, numero);
+  if (LeggiTesta(percorso, kMassimo, &byte, nullptr)) livelli = AnalizzaScript(byte, numero);
+  return true;
 }
 
 }  // namespace formats

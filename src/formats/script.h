@@ -1,12 +1,11 @@
 // The level names of the editor's compiled script, script.dat. Nothing else of the file is interpreted.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include "support/interfacce.h"
 
 namespace formats {
 
@@ -14,10 +13,9 @@ namespace formats {
 inline constexpr std::size_t kOffsetNumeroLivelliScript = 10;
 inline constexpr std::size_t kDimensioneIntestazioneScript = 56;
 
-// The level files the script names, each with ".tr4" behind it; `numero` is the count the file gives
-// (0 when the file does not exist, which shows the plain message "Non esiste script.dat : " and the path).
-std::vector<std::string> LeggiLivelliScript(const std::string& percorso, std::int32_t& numero,
-                                            support::Messaggi& messaggi);
+// The level files the script names, each with ".tr4" behind it, and `numero`, the count the file gives.
+// False, with nothing read, when the file does not exist; a file that cannot be read gives no names.
+bool LeggiLivelliScript(const std::string& percorso, std::int32_t& numero, std::vector<std::string>& livelli);
 
 // The same on the file's bytes: what lies past their end does not exist.
 std::vector<std::string> AnalizzaScript(std::string_view byte, std::int32_t& numero);

@@ -71,26 +71,6 @@ std::map<std::string, std::string> Impronta(const MacchinaProva& m) {
   return tutto;
 }
 
-TEST(Controllo, InstallazioniComplete) {
-  Installazioni i;
-  MacchinaProva::ScriviHost(i.m.C("INFO_ORDL.BIN"), "an older snapshot");
-  const auto prima = Impronta(i.m);
-  formats::InfoHeader h;
-  EXPECT_EQ(i.Esegui(&h), kCompleti);
-  EXPECT_EQ(h.FlagErrori, 0);
-  EXPECT_EQ(h.VersioneOrdelio.Testo(), "1, 0, 0, 5" + std::string(246, ' '));
-  EXPECT_EQ(h.StartFolderTrle.Testo().substr(0, 7), "C:\\Trle");
-  ASSERT_EQ(i.f.messaggi.tutti.size(), 1u);
-  EXPECT_TRUE(i.f.messaggi.tutti[0].starts_with(
-      "plain: Scanning is complete\r\nNow you should send following file:\r\nC:\\INFO_ORDL.BIN ("));
-  EXPECT_TRUE(i.f.messaggi.tutti[0].ends_with(")\r\nvia email to: " + collection::IndirizzoSupporto()));
-  EXPECT_EQ(i.f.chiusure, 1);
-  // The working files are gone; the archive's folder was listed; the installations are as they were.
-  EXPECT_TRUE(fs::is_empty(i.m.C("Prog")));
-  EXPECT_TRUE(MacchinaProva::EsisteHost(i.m.C("Dati/DirArc.el")));
-  EXPECT_EQ(Impronta(i.m), prima);
-}
-
 // kCompleti without the members at the given places.
 V Senza(std::initializer_list<std::size_t> via) {
   V v;
@@ -99,6 +79,8 @@ V Senza(std::initializer_list<std::size_t> via) {
   return v;
 }
 
+// Runs that reach the snapshot: the members and bits for what is missing, the closing message, the window
+// closed, the working files gone and the installations as they were.
 TEST(Controllo, FileMancantiEBit) {
   struct Caso {
     const char* caso;
@@ -108,6 +90,8 @@ TEST(Controllo, FileMancantiEBit) {
   };
   const auto togli = [](const char* f) { return [f](Installazioni& i) { fs::remove(i.m.C(f)); }; };
   const Caso casi[] = {
+      {"complete, over an older snapshot",
+       [](Installazioni& i) { MacchinaProva::ScriviHost(i.m.C("INFO_ORDL.BIN"), "older"); }, 0, kCompleti},
       {"no ordelio.prf", togli("Ordl/ordelio.prf"), 0x001, Senza({1, 2, 3})},
       {"blank archive path", [](Installazioni& i) { i.Preferenze(""); }, 0x002, Senza({2, 3})},
       {"archive missing", togli("Ordl/archivio.qlv"), 0x002, Senza({2, 3})},
@@ -126,50 +110,58 @@ TEST(Controllo, FileMancantiEBit) {
     SCOPED_TRACE(c.caso);
     Installazioni i;
     c.prepara(i);
+    const auto prima = Impronta(i.m);
     formats::InfoHeader h;
     EXPECT_EQ(i.Esegui(&h), c.membri);
     EXPECT_EQ(h.FlagErrori, c.flag);
-    if (c.flag == 0x040) {
-      EXPECT_EQ(h.VersioneOrdelio.Testo(), std::string(256, '\0'));
-    }
+    EXPECT_EQ(h.VersioneOrdelio.Testo(),
+              c.flag == 0x040 ? std::string(256, '\0') : "1, 0, 0, 5" + std::string(246, ' '));
+    EXPECT_EQ(h.StartFolderTrle.Testo().substr(0, 7), "C:\\Trle");
+    ASSERT_EQ(i.f.messaggi.tutti.size(), 1u);
+    EXPECT_TRUE(i.f.messaggi.tutti[0].starts_with(
+        "plain: Scanning is complete\r\nNow you should send following file:\r\nC:\\INFO_ORDL.BIN ("));
+    EXPECT_TRUE(i.f.messaggi.tutti[0].ends_with(")\r\nvia email to: " + collection::IndirizzoSupporto()));
+    EXPECT_EQ(i.f.chiusure, 1);
     EXPECT_TRUE(fs::is_empty(i.m.C("Prog")));
+    EXPECT_EQ(Impronta(i.m), prima);
   }
 }
 
-TEST(Controllo, CartelleVuoteChiedonoEFermano) {
-  Installazioni i;
-  i.f.nomeTrle.testo.clear();
-  i.f.dialogo.Rispondi(false, "");
-  collection::Pul_Start_Click(i.f.principale);
-  EXPECT_EQ(i.f.messaggi.tutti,
-            V{"plain: Please select folder where is installated the program Tomb Raider Level Editor"});
-  EXPECT_EQ(i.f.dialogo.titoli, V{"Select TRLE folder"});
-  EXPECT_EQ(i.f.chiusure, 0);
-  EXPECT_FALSE(MacchinaProva::EsisteHost(i.m.C("INFO_ORDL.BIN")));
-
-  i.f.nomeTrle.testo = "C:\\Trle";
-  i.f.dirOrdl.testo.clear();
-  i.f.dialogo.Rispondi(false, "");
-  collection::Pul_Start_Click(i.f.principale);
-  EXPECT_EQ(i.f.messaggi.tutti.back(),
-            "plain: Please select folder where is installated the program Ordelio");
-  EXPECT_EQ(i.f.chiusure, 0);
-}
-
-TEST(Controllo, CartellaDelProgrammaOSnapshotNonScrivibili) {
-  const std::pair<std::function<void(Installazioni&)>, std::string> casi[] = {
+// Runs that stop short of a snapshot: an empty folder caption prompts and opens the dialog (cancelled
+// here) with the window left open; a folder that cannot be written ends the program.
+TEST(Controllo, CorseInterrotte) {
+  struct Caso {
+    std::function<void(Installazioni&)> prepara;
+    V messaggi, dialoghi;
+    int chiusure;
+  };
+  const Caso casi[] = {
+      {[](Installazioni& i) { i.f.nomeTrle.testo.clear(); },
+       {"plain: Please select folder where is installated the program Tomb Raider Level Editor"},
+       {"Select TRLE folder"},
+       0},
+      {[](Installazioni& i) { i.f.dirOrdl.testo.clear(); },
+       {"plain: Please select folder where is installated the program Ordelio"},
+       {"Select folder where is Ordelio"},
+       0},
       {[](Installazioni& i) { i.f.principale.CartellaProgramma = "C:\\Manca"; },
-       "critical: ERROR: I cann't write in current folder: C:\\Manca"},
+       {"critical: ERROR: I cann't write in current folder: C:\\Manca"},
+       {},
+       1},
       // The snapshot's name is taken by a folder.
       {[](Installazioni& i) { fs::create_directories(i.m.C("INFO_ORDL.BIN")); },
-       "critical: Error saving C:\\INFO_ORDL.BIN"},
+       {"critical: Error saving C:\\INFO_ORDL.BIN"},
+       {},
+       1},
   };
-  for (const auto& [prepara, messaggio] : casi) {
+  for (const auto& c : casi) {
     Installazioni i;
-    prepara(i);
+    c.prepara(i);
+    for (std::size_t k = 0; k < c.dialoghi.size(); ++k) i.f.dialogo.Rispondi(false, "");
     collection::Pul_Start_Click(i.f.principale);
-    EXPECT_EQ(i.f.messaggi.tutti, V{messaggio});
-    EXPECT_EQ(i.f.chiusure, 1);
+    EXPECT_EQ(i.f.messaggi.tutti, c.messaggi);
+    EXPECT_EQ(i.f.dialogo.titoli, c.dialoghi);
+    EXPECT_EQ(i.f.chiusure, c.chiusure);
     EXPECT_TRUE(fs::is_empty(i.m.C("Prog")));
     EXPECT_FALSE(fs::is_regular_file(i.m.C("INFO_ORDL.BIN")));
   }

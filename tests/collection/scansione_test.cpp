@@ -7,53 +7,43 @@
 #include <filesystem>
 #include <set>
 #include <string>
-#include <tuple>
 #include <vector>
 
 #include "finestra_prova.h"
 #include "host/machine.h"
 #include "macchina_prova.h"
-#include "osservatore_allocazioni.h"
 
 namespace {
 
-using collection::CaricaElencoFile;
 using collection::CreaElencoFile;
-using collection::ElencoFile;
+using formats::ElencoFile;
 namespace fs = std::filesystem;
 using V = std::vector<std::string>;
 
-// Scans and reads the list back; the list must load for the test to mean anything.
-ElencoFile Scansiona(const std::string& cartella, FinestraProva& f) {
-  EXPECT_TRUE(CreaElencoFile("C:\\lista.el", cartella, f.principale)) << cartella;
-  ElencoFile e;
-  EXPECT_TRUE(CaricaElencoFile("C:\\lista.el", e)) << cartella;
-  return e;
-}
+struct Vista {
+  DidascaliaProva info;
+  BarraProva barra;
+  CicloProva eventi;
+  collection::VistaScansione vista{info, barra, eventi};
+};
 
-TEST(Scansione, FormatoAlByteEStatoDellaFinestra) {
-  MacchinaProva m;
-  MacchinaProva::ScriviHost(m.C("A/b.txt"), "abc");
-  FinestraProva f;
-  ASSERT_TRUE(CreaElencoFile("C:\\x.el", "C:\\A", f.principale));
-  const std::string atteso = Le32(1) + Le32(4) + "C:\\A" + Le32(6) + "\\b.txt" + Le32(3);
-  ASSERT_EQ(atteso.size(), 26u);
-  EXPECT_EQ(MacchinaProva::LeggiHost(m.C("x.el")), atteso);
-  EXPECT_EQ(f.info.storia,
-            (V{"Parsing folder \"C:\\A\" in progress...", "Saving file list in progress...", ""}));
-  EXPECT_EQ(f.info.ridisegni, 3);
-  EXPECT_EQ(f.barra.storia, (std::vector<double>{100, 0}));
-  EXPECT_EQ(f.eventi.turni, 1);
-  EXPECT_TRUE(f.messaggi.tutti.empty());
+// Scans and reads the list back; the list must load for the test to mean anything.
+ElencoFile Scansiona(const std::string& cartella, Vista& v) {
+  EXPECT_TRUE(CreaElencoFile("C:\\lista.el", cartella, v.vista)) << cartella;
+  ElencoFile e;
+  EXPECT_TRUE(formats::CaricaElencoStretto("C:\\lista.el", e)) << cartella;
+  return e;
 }
 
 TEST(Scansione, InProfonditaPrimaIFileDellaCartella) {
   MacchinaProva m;
-  for (const char* p : {"T/a", "T/b", "T/s1/c", "T/s1/s2/d", "T/s3/e"}) MacchinaProva::ScriviHost(m.C(p), "");
+  for (const char* p : {"T/a", "T/b", "T/s1/c", "T/s1/s2/d", "T/s3/e"})
+    MacchinaProva::ScriviHost(m.C(p), "xy");
   fs::create_directories(m.C("T/vuota/ancora"));
-  FinestraProva f;
-  const ElencoFile e = Scansiona("C:\\T", f);
+  Vista v;
+  const ElencoFile e = Scansiona("C:\\T", v);
   ASSERT_EQ(e.NumeroFile, 5);
+  EXPECT_EQ(e.DimensioniFile, std::vector<std::int32_t>(5, 2));
   // Files stand in the platform's order, so only what the walk decides is fixed: the folder's own files
   // first, then each sub-folder's whole tree in one piece.
   EXPECT_EQ(std::set<std::string>(e.NomiFile.begin(), e.NomiFile.begin() + 2),
@@ -62,7 +52,11 @@ TEST(Scansione, InProfonditaPrimaIFileDellaCartella) {
   EXPECT_TRUE(resto == (V{"\\s1\\c", "\\s1\\s2\\d", "\\s3\\e"}) ||
               resto == (V{"\\s3\\e", "\\s1\\c", "\\s1\\s2\\d"}))
       << ::testing::PrintToString(resto);
-  EXPECT_EQ(f.eventi.turni, 6);  // one turn per folder, empty ones too
+  EXPECT_EQ(v.eventi.turni, 6);  // one turn per folder, empty ones too
+  EXPECT_EQ(v.info.storia,
+            (V{"Parsing folder \"C:\\T\" in progress...", "Saving file list in progress...", ""}));
+  EXPECT_EQ(v.info.ridisegni, 3);
+  EXPECT_EQ(v.barra.storia, (std::vector<double>{20, 40, 60, 80, 100, 0}));
 }
 
 TEST(Scansione, CosaEntraNellElenco) {
@@ -91,8 +85,8 @@ TEST(Scansione, CosaEntraNellElenco) {
   const bool conAttributi = host::ImpostaAttributi("C:\\T\\attributo.txt", host::kAttrHidden, &err) &&
                             host::ImpostaAttributi("C:\\T\\sistema", host::kAttrSystem, &err);
 
-  FinestraProva f;
-  const ElencoFile e = Scansiona("C:\\T", f);
+  Vista v;
+  const ElencoFile e = Scansiona("C:\\T", v);
   std::set<std::pair<std::string, std::int32_t>> atteso = {
       {"\\uno.txt", 5}, {"\\a.b\\dentro.txt", 4}, {"\\enorme.bin", 0}, {"\\collegato.txt", 5}};
   if (!conAttributi) atteso.insert({{"\\attributo.txt", 1}, {"\\sistema\\y.txt", 1}});
@@ -101,7 +95,7 @@ TEST(Scansione, CosaEntraNellElenco) {
   EXPECT_EQ(avuto, atteso);
   EXPECT_EQ(e.NumeroFile, static_cast<std::int32_t>(atteso.size()));
   // T and a.b (and sistema): the link is not a folder to walk.
-  EXPECT_EQ(f.eventi.turni, conAttributi ? 2 : 3);
+  EXPECT_EQ(v.eventi.turni, conAttributi ? 2 : 3);
 }
 
 TEST(Scansione, NomiRelativiAllaCartellaComeData) {
@@ -115,8 +109,8 @@ TEST(Scansione, NomiRelativiAllaCartellaComeData) {
 #endif
   };
   for (const auto& [cartella, nome] : casi) {
-    FinestraProva f;
-    const ElencoFile e = Scansiona(cartella, f);
+    Vista v;
+    const ElencoFile e = Scansiona(cartella, v);
     EXPECT_EQ(e.CartellaBase, cartella);
     EXPECT_EQ(e.NomiFile, V{nome}) << cartella;
   }
@@ -144,11 +138,10 @@ TEST(Scansione, UnaChiamataFallitaNonLasciaIlVecchioElenco) {
     MacchinaProva::ScriviHost(m.C("T/f.txt"), "f");
     MacchinaProva::ScriviHost(m.C("vecchio.el"), "old");
     fs::create_directories(m.C("Cartella.el"));
-    FinestraProva f;
-    EXPECT_FALSE(CreaElencoFile(c.nomeFile, c.cartella, f.principale)) << c.cartella;
+    Vista v;
+    EXPECT_FALSE(CreaElencoFile(c.nomeFile, c.cartella, v.vista)) << c.cartella;
     EXPECT_EQ(MacchinaProva::EsisteHost(m.C("vecchio.el")), c.nomeFile != "C:\\vecchio.el") << c.cartella;
-    EXPECT_EQ(f.info.storia, c.didascalie) << c.cartella;
-    EXPECT_TRUE(f.messaggi.tutti.empty());
+    EXPECT_EQ(v.info.storia, c.didascalie) << c.cartella;
   }
 }
 
@@ -170,72 +163,6 @@ TEST(Scansione, CartellaIlleggibileNonFermaIlGiro) {
   ASSERT_EQ(root ? ::seteuid(0) : 0, 0);
   EXPECT_EQ(s.FileTrovati, (V{"C:\\T\\a.txt", "C:\\T\\zeta\\z.txt"}));
 #endif
-}
-
-std::string Nome(const std::string& n) {
-  return Le32(static_cast<std::int32_t>(n.size())) + n;
-}
-
-TEST(ElencoOstile, CaricaSoloQuelloCheIlFileContiene) {
-  const std::int32_t kMax = 0x7FFFFFFF;
-  const std::string testa = Nome("C:\\B");
-  const std::pair<std::string, bool> casi[] = {
-      {Le32(2) + testa + Nome("\\a") + Nome("\\bb") + Le32(1) + Le32(0), true},
-      {Le32(0) + testa, true},
-      {Le32(0), false},                                             // no base
-      {Le32(-1) + testa, false},                                    // negative count
-      {Le32(kMax) + testa + Nome("\\a") + Le32(1), false},          // absurd count
-      {Le32(0) + Le32(kMax) + "C:\\B", false},                      // base length past the end
-      {Le32(0) + Le32(-4) + "C:\\B", false},                        // negative base length
-      {Le32(1) + testa + Le32(kMax - 8) + "\\a" + Le32(1), false},  // name length past the end
-      {Le32(2) + testa + Le32(10) + "\\a" + Nome("\\b") + Le32(1) + Le32(2), false},  // name eating the sizes
-      {Le32(2) + testa + Nome("\\a") + Nome("\\b") + Le32(1) + "\x02", false},        // truncated sizes
-      {Le32(1) + testa + Nome("\\a") + Le32(-1), false},                              // negative size
-      {Le32(1) + testa + Nome("\\a") + Le32(1) + "x", false},                         // trailing bytes
-  };
-  for (const auto& [byte, risultato] : casi) {
-    SCOPED_TRACE(::testing::PrintToString(byte));
-    MacchinaProva m;
-    MacchinaProva::ScriviHost(m.C("l.el"), byte);
-    ElencoFile e;
-    e.NumeroFile = 9;
-    bool r = false;
-    std::size_t allocazione = 0;
-    {
-      OsservaAllocazioni o;
-      r = CaricaElencoFile("C:\\l.el", e);
-      allocazione = o.Massima();
-    }
-    EXPECT_EQ(r, risultato);
-    EXPECT_LT(allocazione, std::size_t{1} << 20);
-    if (!r) {
-      EXPECT_TRUE(e.NumeroFile == 0 && e.NomiFile.empty() && e.DimensioniFile.empty() &&
-                  e.CartellaBase.empty());
-    }
-  }
-  ElencoFile e;
-  EXPECT_FALSE(CaricaElencoFile("C:\\manca.el", e));
-}
-
-TEST(ElencoFile, IlLettoreRileggeLoScrittore) {
-  MacchinaProva m;
-  ElencoFile e;
-  e.CartellaBase = "C:\\Giochi\\Trle";
-  for (int i = 0; i < 3000; ++i) {  // more than one piece of the reader's buffer
-    e.NomiFile.push_back("\\data\\f" + std::to_string(i) +
-                         std::string(static_cast<std::size_t>(i % 50), 'x'));
-    e.DimensioniFile.push_back(i * 7);
-  }
-  e.NumeroFile = 3000;
-  ASSERT_TRUE(collection::ScriviElencoFile("C:\\r.le", e));
-  ElencoFile letto;
-  BarraProva barra;
-  ASSERT_TRUE(CaricaElencoFile("C:\\r.le", letto, &barra));
-  const auto campi = [](const ElencoFile& x) {
-    return std::tie(x.NumeroFile, x.CartellaBase, x.NomiFile, x.DimensioniFile);
-  };
-  EXPECT_TRUE(campi(letto) == campi(e));
-  EXPECT_EQ(barra.valore, 100);
 }
 
 }  // namespace

@@ -23,7 +23,7 @@ std::set<std::string> Albero(const std::string& radice, bool profondo = true) {
   for (auto it = fs::recursive_directory_iterator(radice); it != fs::end(it); ++it) {
     if (!profondo) it.disable_recursion_pending();
     tutti.insert(fs::relative(it->path(), radice).generic_string() +
-                 (it->is_regular_file() ? ":" + std::to_string(it->file_size()) : ""));
+                 (it->is_regular_file() ? std::string(":").append(std::to_string(it->file_size())) : ""));
   }
   return tutti;
 }

@@ -1,0 +1,59 @@
+// File lists: every plain file below one folder, by its name relative to that folder and its size, kept in
+// memory as an `ElencoFile` and on disk as an `.el` (or, for sample lists, `.le`) file: the count, the
+// folder, all names, then all sizes; 32-bit little-endian integers and strings behind a 32-bit length, no
+// signature and nothing after the last size.
+//
+// Two readers take the same bytes under two sets of rules. The strict one is for lists this program wrote
+// itself and takes a list whole or not at all; the lenient one is the reports' and takes a list as far as it
+// goes. Both read the file in one piece and make room for a count only when the file can hold it.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "support/interfacce.h"
+
+namespace formats {
+
+struct ElencoFile {
+  std::int32_t NumeroFile = 0;
+  // The folder that was scanned, exactly as the caller gave it.
+  std::string CartellaBase;
+  // Relative to CartellaBase: "\data\a.tr4" for a folder given without a closing "\".
+  std::vector<std::string> NomiFile;
+  std::vector<std::int32_t> DimensioniFile;
+
+  bool operator==(const ElencoFile&) const = default;
+};
+
+// Longest string behind a length that the readers of lists and snapshots take.
+inline constexpr std::int32_t kLunghezzaMassimaNome = 800000;
+
+// Creates or replaces `NomeFile` with the list. False only when it cannot be opened.
+bool ScriviElencoFile(const std::string& NomeFile, const ElencoFile& elenco);
+
+// False, with `elenco` left empty, for a file that is missing or unreadable or whose counts, lengths or
+// sizes do not fit what it holds (a negative size, bytes after the last size). `barra`, when given, follows
+// the bytes read.
+bool CaricaElencoStretto(const std::string& NomeFile, ElencoFile& elenco,
+                         support::BarraProgresso* barra = nullptr);
+
+// Why the lenient reader stopped.
+enum class GuastoElenco {
+  kNessuno,
+  kFileNonTrovato,
+  kAccessoNegato,
+  kConteggioNegativo,
+  // More entries than the file has bytes: each takes at least eight, so no list merely cut off has one.
+  kConteggioTroppoGrande,
+};
+
+// Past the end of the file an integer reads as 0 and a name as "", so a cut-off list keeps its count and ends
+// in empty names of size 0; that is no failure. A name's length below 1 or above the longest gives "" and
+// the read goes on behind the length field. On a failure the list has no entries, but keeps the folder when
+// it was read. `barra`, when given, follows the bytes read over names and sizes together.
+GuastoElenco CaricaElencoTollerante(const std::string& NomeFile, ElencoFile& elenco,
+                                    support::BarraProgresso* barra = nullptr);
+
+}  // namespace formats
