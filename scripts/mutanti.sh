@@ -1,59 +1,74 @@
 #!/usr/bin/env bash
 # Breaks named behaviours of the program on purpose, one at a time, and shows which tests catch each: a
-# check that the tests still hold the line after they are cut or reshaped. Each row of scripts/mutanti.txt is
-#   behaviour | file | exact line as it stands (once in the file) | the line that breaks it | ctest regex
-# A row whose tests all pass is a behaviour no test guards: the script names it and fails.
-# Usage: scripts/mutanti.sh [BUILD_DIR]   (default build/mutanti; the source tree is restored after each row)
+# check that the tests still hold the line after they are cut or reshaped. The behaviours are the blocks of
+# scripts/mutanti.txt. A behaviour that no test catches is named, and the script fails.
+# Usage: scripts/mutanti.sh [BUILD_DIR]   (default build/mutanti; each file is restored after its row)
 set -euo pipefail
 cd "$(dirname "$0")/.."
 build=${1:-build/mutanti}
 cmake --preset dev -B "$build" >/dev/null
 cmake --build "$build" -j "$(nproc)" >/dev/null
+python3 - "$build" <<'PY'
+import subprocess, sys
 
-originale=""
-file=""
-ripristina() { [ -z "$file" ] || printf '%s' "$originale" > "$file"; }
-trap ripristina EXIT
+build = sys.argv[1]
 
-presi=0
-mancati=()
-while IFS='|' read -r comportamento file prima dopo prove; do
-  comportamento=$(echo "$comportamento" | xargs)
-  [ -n "$comportamento" ] && [ "${comportamento:0:1}" != "#" ] || { file=""; continue; }
-  file=$(echo "$file" | xargs)
-  prove=$(echo "$prove" | xargs)
-  prima=${prima# }; prima=${prima% }
-  dopo=${dopo# }; dopo=${dopo% }
-  originale=$(cat "$file"; printf x); originale=${originale%x}
-  python3 - "$file" "$prima" "$dopo" <<'PY' || { echo "!! $comportamento: the line is not once in $file"; exit 1; }
-import sys
-path, before, after = sys.argv[1:]
-text = open(path, encoding="latin-1").read()
-lines = text.split("\n")
-hits = [i for i, l in enumerate(lines) if l.strip() == before.strip()]
-if len(hits) != 1:
-    sys.exit(1)
-i = hits[0]
-indent = lines[i][: len(lines[i]) - len(lines[i].lstrip())]
-lines[i] = indent + after.strip()
-open(path, "w", encoding="latin-1").write("\n".join(lines))
+def blocks(path):
+    """Blocks separated by blank lines: the behaviour's name, then file:, from: (one or more lines, a run),
+    to: (one or more lines) and tests: (a ctest regex)."""
+    block = None
+    for line in open(path, encoding="utf-8").read().split("\n") + [""]:
+        if line.startswith("#"):
+            continue
+        if not line.strip():
+            if block:
+                yield block
+            block = None
+        elif block is None:
+            block = {"name": line.strip(), "from": [], "to": []}
+        else:
+            key, _, value = line.partition(":")
+            value = value.strip()
+            if key.strip() in ("from", "to"):
+                block[key.strip()].append(value)
+            else:
+                block[key.strip()] = value
+
+def run(*cmd, **kw):
+    return subprocess.run(cmd, capture_output=True, text=True, **kw)
+
+caught, missed = 0, []
+for b in blocks("scripts/mutanti.txt"):
+    path = b["file"]
+    original = open(path, encoding="latin-1").read()
+    lines = original.split("\n")
+    hits = [i for i in range(len(lines) - len(b["from"]) + 1)
+            if all(lines[i + k].strip() == w for k, w in enumerate(b["from"]))]
+    if len(hits) != 1:
+        print(f"!! {b['name']}: the lines are not once in {path}")
+        sys.exit(1)
+    i = hits[0]
+    indent = lines[i][: len(lines[i]) - len(lines[i].lstrip())]
+    lines[i:i + len(b["from"])] = [indent + t for t in b["to"]]
+    try:
+        open(path, "w", encoding="latin-1").write("\n".join(lines))
+        if run("cmake", "--build", build, "-j2").returncode != 0:
+            print(f"caught by the compiler: {b['name']}")
+            caught += 1
+            continue
+        out = run("ctest", "--test-dir", build, "-R", b["tests"], "-j2", "--timeout", "120").stdout
+        failed = [l.split(" - ", 1)[1].split(" (")[0].strip() for l in out.split("\n")
+                  if " - " in l and any(k in l for k in ("(Failed", "(Timeout", "(SEGFAULT", "Exception"))]
+        ran = "No tests were found" not in out
+        if failed and ran:
+            print(f"caught: {b['name']} -> {' '.join(failed)}")
+            caught += 1
+        else:
+            print(f"NOT CAUGHT: {b['name']}")
+            missed.append(b["name"])
+    finally:
+        open(path, "w", encoding="latin-1").write(original)
+run("cmake", "--build", build, "-j2")
+print(f"{caught} caught, {len(missed)} not caught")
+sys.exit(1 if missed else 0)
 PY
-  if ! cmake --build "$build" -j "$(nproc)" >/dev/null 2>&1; then
-    echo "caught by the compiler: $comportamento"
-    presi=$((presi + 1))
-  else
-    falliti=$(cd "$build" && ctest -R "$prove" -j "$(nproc)" 2>&1 | sed -n 's/^ *[0-9]* - \([^ ]*\) .*/\1/p' | tr '\n' ' ')
-    if [ -n "$falliti" ]; then
-      echo "caught: $comportamento -> $falliti"
-      presi=$((presi + 1))
-    else
-      echo "NOT CAUGHT: $comportamento"
-      mancati+=("$comportamento")
-    fi
-  fi
-  ripristina
-  file=""
-done < scripts/mutanti.txt
-cmake --build "$build" -j "$(nproc)" >/dev/null
-echo "$presi caught, ${#mancati[@]} not caught"
-[ ${#mancati[@]} -eq 0 ]
