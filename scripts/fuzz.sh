@@ -10,17 +10,18 @@ shift || true
 cmake --preset fuzz >/dev/null
 cmake --build --preset fuzz -j "$(nproc)"
 
-# The seeds of each target: folders under tests/data, whose files are taken as they are, except *.hex files,
-# which hold the bytes as hexadecimal text.
+# The seeds of each target: files and folders of the test data (and Wine's own executables), taken as they
+# are, except *.hex files, which hold bytes as hexadecimal text with # comments; expected texts are skipped.
+wine_pe=/usr/lib/x86_64-linux-gnu/wine/x86_64-windows
 declare -A semi=(
-  [archivio]="tests/data/record"
-  [elenco]="tests/data/elenchi"
-  [info_header]="tests/data/record"
-  [preferenze]="tests/data/record"
+  [archivio]="tests/data/record/archivio_header.hex tests/data/record/archivio_livello.hex"
+  [elenco]="tests/data/elenchi tests/data/record/elenco.hex tests/data/prospetti/backup_trle.le tests/data/prospetti/trle_cd.le"
+  [info_header]="tests/data/record/info_header.hex"
+  [preferenze]="tests/data/record/preferenze.hex"
   [registro]="tests/data/registro"
-  [script]="tests/data/script ../shared/realdata"
-  [snapshot]="tests/data/snapshot"
-  [versione]="tests/data/versione"
+  [script]="../shared/realdata"
+  [snapshot]="tests/data/prospetti/INFO_ORDL.BIN"
+  [versione]="tests/data/versione $wine_pe/winver.exe $wine_pe/notepad.exe"
 )
 
 bersagli=("$@")
@@ -31,11 +32,12 @@ for b in "${bersagli[@]}"; do
   seme="build/fuzz/semi/$b"
   rm -rf "$seme" && mkdir -p "$seme" "build/fuzz/nuovi/$b"
   for cartella in ${semi[$b]:-}; do
-    [ -d "$cartella" ] || continue
+    [ -e "$cartella" ] || continue
     while IFS= read -r -d '' f; do
       nome=$(echo "$f" | tr '/' '_')
       case "$f" in
-        *.hex) xxd -r -p "$f" > "$seme/${nome%.hex}" ;;
+        *.hex) sed 's/#.*//' "$f" | xxd -r -p > "$seme/${nome%.hex}" ;;
+        *.txt | *.md | *.rc | *.sh) ;;
         *) cp "$f" "$seme/$nome" ;;
       esac
     done < <(find "$cartella" -type f -print0)
