@@ -31,29 +31,6 @@ TEST(Percorsi, TagliDelPercorso) {
   }
 }
 
-TEST(File, EsistenzaDiFileECartelle) {
-  MacchinaProva m;
-  MacchinaProva::ScriviHost(m.C("Dati/a.txt"), "abc");
-  MacchinaProva::ScriviHost(m.C(" b.txt"), "abc");
-  fs::create_directories(m.C("Vuota"));
-  // path, is a file, is a folder
-  const std::tuple<std::string, bool, bool> casi[] = {
-      {"c:\\dati\\A.TXT", true, false},
-      {"C:\\Dati\\*.txt", true, false},  // a pattern: a file for one, never a folder for the other
-      {"C:\\Dati", false, true},
-      {"C:\\Dati\\", true, true},  // the enumeration lists what the folder holds
-      {"C:\\Vuota\\", false, true},
-      {"C:\\ b.txt ", true, false},  // a blank in front is part of the name, closing ones are not
-      {"   ", false, false},
-      {std::string(3, '\0'), false, false},
-      {"D:\\a.txt", false, false},  // drive not ready
-  };
-  for (const auto& [percorso, file, cartella] : casi) {
-    EXPECT_EQ(FileExists(percorso), file) << percorso;
-    EXPECT_EQ(DirExists(percorso), cartella) << percorso;
-  }
-}
-
 TEST(File, LetturaEScritturaByteperByte) {
   MacchinaProva m;
   std::string binario;
