@@ -14,7 +14,6 @@
 #include <future>
 
 #include "analysis/analisi_backup.h"
-#include "analysis/elenchi.h"
 #include "collection/scansione.h"
 #include "collection/snapshot.h"
 #include "finestra_prova.h"
@@ -51,10 +50,6 @@ TEST(NonFile, UnaPipeNonSiLeggeENonBlocca) {
                 collection::EstraiSnapshot("C:\\s.bin", "C:\\U", c) &&
                 c.Dimensioni == std::vector<std::int32_t>{0};
        }},
-      {"length", "T/a",
-       [&](const MacchinaProva&) {
-         return host::LunghezzaFile("C:\\T\\a", &err) < 0 && err == host::kErrPathFileAccess;
-       }},
       {"written over", "T/a",
        [&](const MacchinaProva&) {
          return !host::File::ApriScrittura("C:\\T\\a", &err).Aperto() && err == host::kErrPathFileAccess;
@@ -68,12 +63,6 @@ TEST(NonFile, UnaPipeNonSiLeggeENonBlocca) {
        [](const MacchinaProva&) {
          ElencoFile e;
          return !collection::CaricaElencoFile("C:\\T\\a.el", e);
-       }},
-      {"list shown", "T/a.el",
-       [&](const MacchinaProva&) {
-         ElencoFile e;
-         analysis::CaricaElencoFile("C:\\T\\a.el", e, barra, messaggi);
-         return messaggi.tutti.back() == "plain: Errore in CaricaElencoFile(): Path/File access error";
        }},
       {"script", "T/script.dat",
        [&](const MacchinaProva&) {
