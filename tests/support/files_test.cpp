@@ -7,29 +7,14 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "host/dischi.h"
 #include "macchina_prova.h"
+#include "support/dischi.h"
 
 namespace {
 
 using namespace support;
 namespace fs = std::filesystem;
-
-TEST(Percorsi, TagliDelPercorso) {
-  // path, name, folder, extension
-  const std::tuple<const char*, const char*, const char*, const char*> casi[] = {
-      {"C:\\Dati\\a.txt", "a.txt", "C:\\Dati", ".txt"},
-      {"C:\\Dati\\", "", "C:\\Dati", ""},
-      {"C:a.txt", "a.txt", "", ".txt"},
-      {"", "", "", ""},
-      {"a.tar.gz", "a.tar.gz", "", ".gz"},
-      {"C:\\Dati.old\\readme", "readme", "C:\\Dati.old", ".old\\readme"},
-  };
-  for (const auto& [in, nome, cartella, estensione] : casi) {
-    EXPECT_EQ(EstraiNomeFile(in), nome) << in;
-    EXPECT_EQ(EstraiCartella(in), cartella) << in;
-    EXPECT_EQ(EstraiEstensione(in), estensione) << in;
-  }
-}
 
 TEST(File, LetturaEScritturaByteperByte) {
   MacchinaProva m;
@@ -76,6 +61,21 @@ TEST(File, CartelleElenchiECancellazioni) {
   EXPECT_TRUE(MacchinaProva::EsisteHost(m.C("W/c.txt")));
   EXPECT_TRUE(MacchinaProva::EsisteHost(m.C("W/sotto.el")));
   EXPECT_TRUE(SvuotaCartella("C:\\W", "*.none"));  // nothing matches: true
+}
+
+// The file system itself measured: on Linux the blocks kept for root are not free to anyone.
+TEST(File, SpazioDelDiscoVero) {
+  MacchinaProva m;
+  DriveInfo c;
+  ASSERT_TRUE(GetDriveInfo("C:", c));
+  EXPECT_GT(c.TotalSize, 0);
+  EXPECT_GE(c.TotalSize, c.FreeSpace);
+  EXPECT_GT(SpazioLibero("C:"), 0);
+#ifndef _WIN32
+  host::MisureVolume v;
+  ASSERT_TRUE(host::MisuraPiattaforma("C:\\", &v));
+  EXPECT_EQ(v.liberi, v.disponibili);
+#endif
 }
 
 }  // namespace
