@@ -12,6 +12,7 @@
 #include <filesystem>
 #include <functional>
 #include <future>
+#include <tuple>
 
 #include "analysis/analisi_backup.h"
 #include "collection/scansione.h"
@@ -24,72 +25,55 @@
 #include "host/versione.h"
 #include "macchina_prova.h"
 #include "support/dischi.h"
+#include "support/files.h"
 #include "support/versioni.h"
 
 namespace {
 
 using collection::ElencoFile;
 
-// The check made with a pipe at `fifo` (a path below C:, or from the prefix when it starts with '/').
-struct Caso {
-  const char* nome;
-  std::string fifo;
-  std::function<bool(const MacchinaProva&)> prova;
-};
+// What is checked, the pipe (a path below C:, or from the prefix when it starts with '/'), and the check.
+using Caso = std::tuple<const char*, std::string, std::function<bool()>>;
 
 TEST(NonFile, UnaPipeNonSiLeggeENonBlocca) {
   MessaggiProva messaggi;
   BarraProva barra;
   DidascaliaProva didascalia;
+  // What the readers fill in.
   int err = 0;
+  std::int32_t n = -1;
+  formats::InfoHeader h;
+  ElencoFile e;
+  host::VersioneOs v;
+  support::DriveInfo d;
   const Caso casi[] = {
       {"member to pack", "T/ordeio.txt",
-       [&](const MacchinaProva&) {
+       [&] {
          collection::ContenutoSnapshot c;
          return collection::SalvaSnapshot("C:\\s.bin", {"C:\\T\\ordeio.txt"}, 1, didascalia, barra) &&
                 collection::EstraiSnapshot("C:\\s.bin", "C:\\U", c) &&
                 c.Dimensioni == std::vector<std::int32_t>{0};
        }},
       {"written over", "T/a",
-       [&](const MacchinaProva&) {
+       [&] {
          return !host::File::ApriScrittura("C:\\T\\a", &err).Aperto() && err == host::kErrPathFileAccess;
        }},
-      {"record", "T/info.bin",
-       [](const MacchinaProva&) {
-         formats::InfoHeader h;
-         return !formats::LeggiInfoHeader("C:\\T\\info.bin", &h);
-       }},
-      {"list", "T/a.el",
-       [](const MacchinaProva&) {
-         ElencoFile e;
-         return !collection::CaricaElencoFile("C:\\T\\a.el", e);
-       }},
+      {"record", "T/info.bin", [&] { return !formats::LeggiInfoHeader("C:\\T\\info.bin", &h); }},
+      {"list", "T/a.el", [&] { return !collection::CaricaElencoFile("C:\\T\\a.el", e); }},
       {"script", "T/script.dat",
-       [&](const MacchinaProva&) {
-         std::int32_t n = -1;
-         return formats::LeggiLivelliScript("C:\\T\\script.dat", n, messaggi).empty() && n == 0;
-       }},
-      {"version", "T/x.exe",
-       [](const MacchinaProva&) { return support::GetFileVersion("C:\\T\\x.exe").empty(); }},
+       [&] { return formats::LeggiLivelliScript("C:\\T\\script.dat", n, messaggi).empty() && n == 0; }},
+      {"version", "T/x.exe", [] { return support::GetFileVersion("C:\\T\\x.exe").empty(); }},
       {"system.reg", "/system.reg",
-       [](const MacchinaProva&) {
-         return host::LeggiValoreRegistroNome("Software", "", nullptr) == host::kRegNonTrovato;
-       }},
-      {"user.reg", "/user.reg",
-       [](const MacchinaProva&) {
-         host::VersioneOs v;
-         return host::LeggiVersioneOs(&v) && v.dwBuildNumber == 7601;
-       }},
+       [] { return host::LeggiValoreRegistroNome("Software", "", nullptr) == host::kRegNonTrovato; }},
+      {"user.reg", "/user.reg", [&] { return host::LeggiVersioneOs(&v) && v.dwBuildNumber == 7601; }},
       {"drive label", "/drive_c/.windows-label",
-       [](const MacchinaProva&) {
-         support::DriveInfo d;
-         return support::GetDriveInfo("C:", d) && d.VolumeName == std::string(64, ' ');
-       }},
+       [&] { return support::GetDriveInfo("C:", d) && d.VolumeName == std::string(64, ' '); }},
       {"good copy", "Campione/a.tr4",
-       [&](const MacchinaProva& m) {
+       [&] {
          // Ordelio installed, and the lists of the good copies, of the user's backup and of the CD.
-         MacchinaProva::ScriviHost(m.C("Program Files/ordl2009.exe"), "MZ");
-         std::filesystem::create_directories(m.C("P"));
+         support::CreaCartella("C:\\Program Files");
+         support::ScriviFileTesto("C:\\Program Files\\ordl2009.exe", "MZ");
+         support::CreaCartella("C:\\P");
          collection::ScriviElencoFile("C:\\P\\backup_trle.le", {1, "C:\\Campione", {"\\a.tr4"}, {5}});
          collection::ScriviElencoFile("C:\\T\\ordl.el", {1, "C:\\Ordl", {"\\backup_trle\\a.tr4"}, {5}});
          collection::ScriviElencoFile("C:\\P\\trle_cd.le", {0, "C:", {}, {}});
@@ -98,15 +82,15 @@ TEST(NonFile, UnaPipeNonSiLeggeENonBlocca) {
          return t && t->find(analysis::kCampioneMancante) != std::string::npos;
        }},
   };
-  for (const auto& c : casi) {
-    SCOPED_TRACE(c.nome);
+  for (const auto& [nome, pipe, prova] : casi) {
+    SCOPED_TRACE(nome);
     MacchinaProva m;
     std::filesystem::create_directories(m.C("T"));
     std::filesystem::create_directories(m.C("U"));
-    const std::string fifo = c.fifo[0] == '/' ? m.Prefisso() + c.fifo : m.C(c.fifo);
+    const std::string fifo = pipe[0] == '/' ? m.Prefisso() + pipe : m.C(pipe);
     std::filesystem::create_directories(std::filesystem::path(fifo).parent_path());
     ASSERT_EQ(::mkfifo(fifo.c_str(), 0644), 0);
-    auto esito = std::async(std::launch::async, c.prova, std::cref(m));
+    auto esito = std::async(std::launch::async, prova);
     if (esito.wait_for(std::chrono::seconds(5)) == std::future_status::timeout) {
       ADD_FAILURE() << "still waiting on the pipe";
       // Both ends at once, so whatever waits on either is let go.
