@@ -24,8 +24,6 @@ class MisureFinte {
  private:
   static bool Misura(const std::string& radice, host::MisureVolume* m) {
     const auto it = Figure().find(radice.empty() ? '\0' : radice[0]);
-    if (it == Figure().end()) return false;
-    *m = it->second;
-    return true;
+    return it != Figure().end() && (*m = it->second, true);
   }
 };

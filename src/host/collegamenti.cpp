@@ -105,6 +105,8 @@ bool LeggiCartella(const CartellaDaLeggere& cartella, int mask, std::vector<Voce
     VoceCartella v;
     v.collegamento = S_ISLNK(st.st_mode);
     if (v.collegamento && ::fstatat(fd, n, &st, 0) != 0) continue;
+    // A pipe, a socket or a device cannot be read as a file: it is no entry of a walk.
+    if (!S_ISREG(st.st_mode) && !S_ISDIR(st.st_mode)) continue;
     v.nome = DaUtf8(n);
     pieno.assign(base).append("/").append(n);
     const int a = AttributiWine(pieno, st, v.nome);

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "host/machine.h"
+#include "host/utf8.h"
 
 namespace host {
 namespace {
@@ -13,13 +14,6 @@ constexpr std::array<char16_t, 32> kAlti = {0x20AC, 0x0081, 0x201A, 0x0192, 0x20
                                             0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
                                             0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
                                             0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
-
-char ByteDaCodice(char32_t c) {
-  if (c < 0x80 || (c >= 0xA0 && c <= 0xFF)) return static_cast<char>(c);
-  for (std::size_t i = 0; i < kAlti.size(); ++i)
-    if (kAlti[i] == c) return static_cast<char>(0x80 + i);
-  return '?';
-}
 
 void AggiungiUtf8(std::string& out, char32_t c) {
   if (c < 0x80) {
@@ -36,44 +30,58 @@ void AggiungiUtf8(std::string& out, char32_t c) {
 
 }  // namespace
 
+char32_t CarattereUtf8(std::string_view s, std::size_t* i) {
+  const auto b = static_cast<unsigned char>(s[*i]);
+  std::size_t len = 0;
+  char32_t c = 0;
+  if (b < 0x80) {
+    ++*i;
+    return b;
+  }
+  if (b >= 0xC2 && b <= 0xDF) {
+    len = 2;
+    c = b & 0x1F;
+  } else if (b >= 0xE0 && b <= 0xEF) {
+    len = 3;
+    c = b & 0x0F;
+  } else if (b >= 0xF0 && b <= 0xF4) {
+    len = 4;
+    c = b & 0x07;
+  }
+  if (len == 0 || *i + len > s.size()) {
+    ++*i;
+    return kNonUtf8;
+  }
+  for (std::size_t k = 1; k < len; ++k) {
+    const auto t = static_cast<unsigned char>(s[*i + k]);
+    if ((t & 0xC0) != 0x80) {
+      ++*i;
+      return kNonUtf8;
+    }
+    c = (c << 6) | (t & 0x3F);
+  }
+  if ((len == 3 && c < 0x800) || (len == 4 && (c < 0x10000 || c > 0x10FFFF))) {
+    ++*i;
+    return kNonUtf8;
+  }
+  *i += len;
+  return c;
+}
+
+char ByteCp1252(char32_t c) {
+  if (c < 0x80 || (c >= 0xA0 && c <= 0xFF)) return static_cast<char>(c);
+  for (std::size_t i = 0; i < kAlti.size(); ++i)
+    if (kAlti[i] == c) return static_cast<char>(0x80 + i);
+  return '?';
+}
+
 std::string DaUtf8(const std::string& utf8) {
   std::string out;
   out.reserve(utf8.size());
-  const auto* s = reinterpret_cast<const unsigned char*>(utf8.data());
-  const std::size_t n = utf8.size();
-  std::size_t i = 0;
-  while (i < n) {
-    const unsigned char b = s[i];
-    if (b < 0x80) {
-      out += static_cast<char>(b);
-      ++i;
-      continue;
-    }
-    int len = 0;
-    char32_t c = 0;
-    if ((b & 0xE0) == 0xC0) {
-      len = 2;
-      c = b & 0x1F;
-    } else if ((b & 0xF0) == 0xE0) {
-      len = 3;
-      c = b & 0x0F;
-    } else if ((b & 0xF8) == 0xF0) {
-      len = 4;
-      c = b & 0x07;
-    }
-    bool valido = len > 0 && i + len <= n;
-    for (int k = 1; valido && k < len; ++k) {
-      if ((s[i + k] & 0xC0) != 0x80) valido = false;
-      c = (c << 6) | (s[i + k] & 0x3F);
-    }
-    if (!valido) {
-      // A stray byte is one unknown character.
-      out += '?';
-      ++i;
-      continue;
-    }
-    out += ByteDaCodice(c);
-    i += len;
+  for (std::size_t i = 0; i < utf8.size();) {
+    const char32_t c = CarattereUtf8(utf8, &i);
+    // A stray byte is one unknown character.
+    out += c == kNonUtf8 ? '?' : ByteCp1252(c);
   }
   return out;
 }

@@ -7,10 +7,10 @@
 #include <sys/statvfs.h>
 
 #include <cctype>
-#include <fstream>
 #include <optional>
 
 #include "host/dischi.h"
+#include "host/file_host.h"
 #include "host/machine.h"
 #include "host/nomi.h"
 #include "host/registro.h"
@@ -35,11 +35,7 @@ int TipoDaRegistro(char lettera) {
 
 // The first line of a small file in the drive's root, where Wine keeps a label or a serial number.
 std::string PrimaRiga(const std::string& percorso) {
-  std::ifstream f(percorso, std::ios::binary);
-  if (!f) return {};
-  char buf[256];
-  f.read(buf, sizeof buf);
-  std::string riga(buf, static_cast<std::size_t>(f.gcount()));
+  std::string riga = LeggiFileHost(percorso, 256).value_or(std::string());
   riga.resize(riga.find_first_of("\r\n") == std::string::npos ? riga.size() : riga.find_first_of("\r\n"));
   return riga;
 }

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "host/byte_le.h"
 #include "host/versione.h"
 
 namespace host {
@@ -26,15 +27,6 @@ constexpr std::size_t kCartellaRisorse = 16;
 constexpr std::size_t kVoceRisorsa = 8;
 constexpr std::size_t kVoceDati = 16;
 constexpr std::size_t kIndiceDatiRisorse = 2;
-
-std::uint16_t U16(const std::string& b, std::size_t o) {
-  return static_cast<std::uint16_t>(static_cast<unsigned char>(b[o]) |
-                                    (static_cast<unsigned char>(b[o + 1]) << 8));
-}
-
-std::uint32_t U32(const std::string& b, std::size_t o) {
-  return static_cast<std::uint32_t>(U16(b, o)) | (static_cast<std::uint32_t>(U16(b, o + 2)) << 16);
-}
 
 struct Sezione {
   std::uint32_t indirizzo = 0;  // relative virtual address of its first byte
@@ -69,14 +61,14 @@ bool LeggiRva(Immagine& im, std::uint32_t rva, std::size_t n, std::string* out) 
 bool VoceScelta(Immagine& im, std::uint32_t cartella, std::int64_t id, std::uint32_t* offset) {
   std::string intestazione;
   if (!LeggiRva(im, cartella, kCartellaRisorse, &intestazione)) return false;
-  const std::size_t numero = std::size_t{U16(intestazione, 12)} + U16(intestazione, 14);
+  const std::size_t numero = std::size_t{U16LE(intestazione, 12)} + U16LE(intestazione, 14);
   if (numero == 0 || cartella > std::numeric_limits<std::uint32_t>::max() - kCartellaRisorse) return false;
   std::string voci;
   if (!LeggiRva(im, cartella + kCartellaRisorse, numero * kVoceRisorsa, &voci)) return false;
   for (std::size_t i = 0; i < numero; ++i) {
     // A named entry has its top bit set, so it never equals a numeric id.
-    if (id < 0 || U32(voci, i * kVoceRisorsa) == id) {
-      *offset = U32(voci, i * kVoceRisorsa + 4);
+    if (id < 0 || U32LE(voci, i * kVoceRisorsa) == id) {
+      *offset = U32LE(voci, i * kVoceRisorsa + 4);
       return true;
     }
   }
@@ -98,18 +90,18 @@ std::string EstraiRisorsaVersione(LettoreByte& lettore) {
 
   std::string dos;
   if (!LeggiNelFile(im, 0, kDosHeader, &dos) || dos[0] != 'M' || dos[1] != 'Z') return {};
-  const std::uint64_t pe = U32(dos, kPosLfanew);
+  const std::uint64_t pe = U32LE(dos, kPosLfanew);
   std::string coff;
   if (!LeggiNelFile(im, pe, kFirmaECoff, &coff) || coff.compare(0, 4, std::string("PE\0\0", 4)) != 0)
     return {};
-  const std::size_t numeroSezioni = U16(coff, kPosNumeroSezioni);
-  const std::size_t dimensioneOpzionale = U16(coff, kPosDimensioneOpzionale);
+  const std::size_t numeroSezioni = U16LE(coff, kPosNumeroSezioni);
+  const std::size_t dimensioneOpzionale = U16LE(coff, kPosDimensioneOpzionale);
 
   std::string opzionale;
   if (!LeggiNelFile(im, pe + kFirmaECoff, dimensioneOpzionale, &opzionale) || opzionale.size() < 2) return {};
   std::size_t posNumeroCartelle = 0;
   std::size_t posCartelle = 0;
-  switch (U16(opzionale, 0)) {
+  switch (U16LE(opzionale, 0)) {
     case 0x10B:  // PE32
       posNumeroCartelle = 92;
       posCartelle = 96;
@@ -122,8 +114,9 @@ std::string EstraiRisorsaVersione(LettoreByte& lettore) {
       return {};
   }
   const std::size_t posRisorse = posCartelle + kIndiceDatiRisorse * 8;
-  if (opzionale.size() < posRisorse + 8 || U32(opzionale, posNumeroCartelle) <= kIndiceDatiRisorse) return {};
-  const std::uint32_t radice = U32(opzionale, posRisorse);
+  if (opzionale.size() < posRisorse + 8 || U32LE(opzionale, posNumeroCartelle) <= kIndiceDatiRisorse)
+    return {};
+  const std::uint32_t radice = U32LE(opzionale, posRisorse);
   if (radice == 0) return {};
 
   std::string tabella;
@@ -132,7 +125,7 @@ std::string EstraiRisorsaVersione(LettoreByte& lettore) {
   im.sezioni.reserve(numeroSezioni);
   for (std::size_t i = 0; i < numeroSezioni; ++i) {
     const std::size_t s = i * kSezione;
-    im.sezioni.push_back({U32(tabella, s + 12), U32(tabella, s + 16), U32(tabella, s + 20)});
+    im.sezioni.push_back({U32LE(tabella, s + 12), U32LE(tabella, s + 16), U32LE(tabella, s + 20)});
   }
 
   // Type, then name, then language. Each level must lead to a directory not seen before: a tree whose
@@ -158,9 +151,9 @@ std::string EstraiRisorsaVersione(LettoreByte& lettore) {
 
   std::string voce;
   if (!LeggiRva(im, voceDati, kVoceDati, &voce)) return {};
-  const std::uint32_t dimensione = U32(voce, 4);
+  const std::uint32_t dimensione = U32LE(voce, 4);
   std::string blocco;
-  if (dimensione == 0 || !LeggiRva(im, U32(voce, 0), dimensione, &blocco)) return {};
+  if (dimensione == 0 || !LeggiRva(im, U32LE(voce, 0), dimensione, &blocco)) return {};
   return blocco;
 }
 

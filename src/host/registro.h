@@ -26,7 +26,7 @@ long LeggiValoreRegistroNome(const std::string& chiave, const std::string& nome,
                              int* tipo = nullptr);
 
 // The folder of a CSIDL number as the platform gives it; *esito is 0 on success (an HRESULT otherwise).
-// The Wine prefix knows the program-files folder (38) only, and has none when the prefix has no system.reg.
+// The Wine prefix knows the program-files folder (38) only: the registry's, else Wine's "C:\Program Files".
 std::string CartellaSpeciale(int csidl, long* esito);
 
 }  // namespace host

@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
-#include <fstream>
-#include <sstream>
 #include <unordered_map>
 
-#include "host/machine.h"
+#include "host/byte_le.h"
+#include "host/file_host.h"
 #include "host/nomi.h"
+#include "host/utf8.h"
 
 namespace host {
 namespace {
@@ -63,38 +63,9 @@ void AggiungiCodice(std::u16string* out, char32_t c) {
 }
 
 // One UTF-8 character from s[i]; a byte that begins no valid character stands for U+FFFD, as Wine reads it.
-char32_t CarattereUtf8(std::string_view s, std::size_t& i) {
-  const auto b = static_cast<unsigned char>(s[i]);
-  int len = 0;
-  char32_t c = 0;
-  if (b >= 0xC2 && b <= 0xDF) {
-    len = 2;
-    c = b & 0x1F;
-  } else if (b >= 0xE0 && b <= 0xEF) {
-    len = 3;
-    c = b & 0x0F;
-  } else if (b >= 0xF0 && b <= 0xF4) {
-    len = 4;
-    c = b & 0x07;
-  }
-  if (len == 0 || i + len > s.size()) {
-    ++i;
-    return 0xFFFD;
-  }
-  for (int k = 1; k < len; ++k) {
-    const auto t = static_cast<unsigned char>(s[i + k]);
-    if ((t & 0xC0) != 0x80) {
-      ++i;
-      return 0xFFFD;
-    }
-    c = (c << 6) | (t & 0x3F);
-  }
-  if ((len == 3 && c < 0x800) || (len == 4 && (c < 0x10000 || c > 0x10FFFF))) {
-    ++i;
-    return 0xFFFD;
-  }
-  i += len;
-  return c;
+char32_t Carattere(std::string_view s, std::size_t& i) {
+  const char32_t c = CarattereUtf8(s, &i);
+  return c == kNonUtf8 ? 0xFFFD : c;
 }
 
 // A string in Wine's escaped form from s[i] up to the closing `fine`, as UTF-16 units. Leaves i behind
@@ -152,7 +123,7 @@ bool LeggiStringa(std::string_view s, std::size_t& i, char fine, std::u16string*
           } else {
             // An escaped non-ASCII character stands for itself, whole.
             --i;
-            AggiungiCodice(out, CarattereUtf8(s, i));
+            AggiungiCodice(out, Carattere(s, i));
           }
       }
       continue;
@@ -161,24 +132,10 @@ bool LeggiStringa(std::string_view s, std::size_t& i, char fine, std::u16string*
       out->push_back(static_cast<char16_t>(c));
       ++i;
     } else {
-      AggiungiCodice(out, CarattereUtf8(s, i));
+      AggiungiCodice(out, Carattere(s, i));
     }
   }
   return false;
-}
-
-char ByteCp1252(char16_t c) {
-  if (c < 0x80) return static_cast<char>(c);
-  std::string u;
-  if (c < 0x800) {
-    u += static_cast<char>(0xC0 | (c >> 6));
-  } else {
-    u += static_cast<char>(0xE0 | (c >> 12));
-    u += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-  }
-  u += static_cast<char>(0x80 | (c & 0x3F));
-  const std::string b = DaUtf8(u);
-  return b.size() == 1 ? b[0] : '?';
 }
 
 // UTF-16 units as Windows-1252 text: one byte a character, '?' for what the code page cannot hold (a
@@ -202,19 +159,14 @@ std::u16string UnitaDaByte(std::string_view b) {
   std::u16string u;
   u.reserve(b.size() / 2);
   // An odd last byte is no character; the platform drops it.
-  for (std::size_t i = 0; i + 1 < b.size(); i += 2)
-    u.push_back(static_cast<char16_t>(static_cast<unsigned char>(b[i]) |
-                                      (static_cast<unsigned char>(b[i + 1]) << 8)));
+  for (std::size_t i = 0; i + 1 < b.size(); i += 2) u.push_back(static_cast<char16_t>(U16LE(b, i)));
   return u;
 }
 
 std::string ByteDaUnita(std::u16string_view u) {
   std::string b;
   b.reserve(u.size() * 2);
-  for (char16_t c : u) {
-    b += static_cast<char>(c & 0xFF);
-    b += static_cast<char>(c >> 8);
-  }
+  for (char16_t c : u) AccodaLE(b, static_cast<std::uint16_t>(c));
   return b;
 }
 
@@ -323,7 +275,7 @@ bool AnalizzaDati(std::string_view resto, Righe& righe, ValoreRegistro* v) {
     const auto d = static_cast<std::uint32_t>(std::strtoull(cifre.c_str(), nullptr, 16));
     v->tipo = kRegDword;
     v->dati.clear();
-    for (int k = 0; k < 4; ++k) v->dati += static_cast<char>((d >> (8 * k)) & 0xFF);
+    AccodaLE(v->dati, d);
     return true;
   }
   if (resto.starts_with("hex:")) {
@@ -452,11 +404,8 @@ std::vector<ChiaveRegistro> AnalizzaTestoRegistro(std::string_view testo) {
 }
 
 std::vector<ChiaveRegistro> LeggiFileRegistro(const std::string& hostPath) {
-  std::ifstream f(hostPath, std::ios::binary);
-  if (!f) return {};
-  std::ostringstream s;
-  s << f.rdbuf();
-  return AnalizzaTestoRegistro(s.str());
+  const auto testo = LeggiFileHost(hostPath);
+  return testo ? AnalizzaTestoRegistro(*testo) : std::vector<ChiaveRegistro>{};
 }
 
 std::string LeggiValoreRegistroTesto(const std::string& hostPath, const std::string& chiave,

@@ -7,13 +7,12 @@
 #include <algorithm>
 #include <cstdint>
 #include <ctime>
-#include <fstream>
 #include <functional>
-#include <sstream>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
 
+#include "host/file_host.h"
 #include "host/machine.h"
 #include "host/nomi.h"
 #include "host/registro.h"
@@ -55,13 +54,6 @@ bool Recente(const struct stat& st) {
   return st.st_mtim.tv_sec >= ora.tv_sec - 2;
 }
 
-std::string LeggiTesto(const std::string& percorso) {
-  std::ifstream f(percorso, std::ios::binary);
-  std::ostringstream s;
-  s << f.rdbuf();
-  return s.str();
-}
-
 // The current prefix's HKEY_LOCAL_MACHINE; null when the prefix has no system.reg.
 const Registro* Macchina() {
   static Cache cache;
@@ -71,7 +63,9 @@ const Registro* Macchina() {
   const bool stesso = StessoFile(cache, percorso, st);
   if (stesso && cache.sicura) return &cache.registro;
   const bool sicura = !Recente(st);
-  const std::string testo = LeggiTesto(percorso);
+  const auto letto = LeggiFileHost(percorso);
+  if (!letto) return nullptr;
+  const std::string& testo = *letto;
   const std::size_t impronta = std::hash<std::string_view>{}(testo);
   if (stesso && impronta == cache.impronta) {
     cache.sicura = sicura;
@@ -167,7 +161,6 @@ void Copia(const ValoreRegistro& v, std::string* dati, int* tipo) {
   if (tipo) *tipo = v.tipo;
 }
 
-constexpr long kEFail = static_cast<std::int32_t>(0x80004005u);
 constexpr long kEInvalidArg = static_cast<std::int32_t>(0x80070057u);
 constexpr long kNonTrovato = static_cast<std::int32_t>(0x80070002u);
 
@@ -205,12 +198,9 @@ std::string CartellaSpeciale(int csidl, long* esito) {
     *esito = kEInvalidArg;
     return {};
   }
-  if (!Macchina()) {
-    *esito = kEFail;
-    return {};
-  }
-  // Wine takes the folder from the registry and has a default of its own when the value is missing; it
-  // gives the path only when something is there, as the platform's own rules for a path find it.
+  // Wine takes the folder from the registry and has a default of its own when the value is missing, or the
+  // registry is; it gives the path only when something is there, as the platform's own rules for a path
+  // find it.
   std::string dati = "C:\\Program Files";
   int tipo = kRegNone;
   std::string valore;

@@ -27,6 +27,10 @@ namespace host {
 #ifdef _WIN32
 
 std::string LeggiBloccoVersione(const std::string& winPath) {
+  // The platform's call opens the file its own way: what the program would not read as a file, it is not
+  // given.
+  int err = 0;
+  if (!File::ApriLettura(winPath, &err).Aperto() || err) return {};
   DWORD maniglia = 0;
   const DWORD dimensione = ::GetFileVersionInfoSizeA(winPath.c_str(), &maniglia);
   if (dimensione == 0) return {};

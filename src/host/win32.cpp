@@ -12,8 +12,10 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <utility>
 
+#include "host/file_host.h"
 #include "host/machine.h"
 #include "host/nomi.h"
 
@@ -311,8 +313,30 @@ File File::ApriLettura(const std::string& winPath, int* err) {
     Imposta(err, cartella ? kErrPathFileAccess : ErroreDa(codice, winPath));
     return f;
   }
+  // A pipe or a device would make a read wait for its other end: only a file on a disk is read, and the NUL
+  // device, which the program may be given for an empty file.
+  const std::size_t k = winPath.find_last_of("\\/:");
+  const std::string nome = k == std::string::npos ? winPath : winPath.substr(k + 1);
+  if (::GetFileType(h) != FILE_TYPE_DISK &&
+      !(NomeDispositivo(nome) && Maiuscolo(nome.substr(0, 3)) == "NUL")) {
+    ::CloseHandle(h);
+    Imposta(err, kErrPathFileAccess);
+    return f;
+  }
   f.handle_ = reinterpret_cast<std::intptr_t>(h);
   return f;
+}
+
+std::optional<std::string> LeggiFileHost(const std::string& hostPath, std::size_t massimo) {
+  int err = 0;
+  File f = File::ApriLettura(hostPath, &err);
+  if (err || !f.Aperto()) return std::nullopt;
+  const std::int64_t n = f.Lunghezza();
+  std::string testo(
+      n > 0 ? static_cast<std::size_t>(std::min<std::uint64_t>(static_cast<std::uint64_t>(n), massimo)) : 0,
+      '\0');
+  testo.resize(f.Leggi(testo.data(), testo.size()));
+  return testo;
 }
 
 File File::ApriScrittura(const std::string& winPath, int* err) {

@@ -19,9 +19,11 @@
 #include <vector>
 
 #include "host/attributi_wine.h"
+#include "host/file_host.h"
 #include "host/machine.h"
 #include "host/nomi.h"
 #include "host/registro_file.h"
+#include "host/utf8.h"
 
 namespace host {
 namespace {
@@ -291,7 +293,44 @@ bool Nul(const std::string& p) {
   return Maiuscolo(nome.substr(0, 3)) == "NUL";
 }
 
+// Opens a host file for a program that reads or writes it from start to end. A pipe would make the open,
+// or the first read, wait for the other end for ever, and a device or a socket is no file either: what is
+// not a regular file is refused (errno EINVAL) without waiting. A folder is left to the caller.
+int ApriRegolare(const std::string& host, int modo, mode_t permessi = 0) {
+  const int fd = ::open(host.c_str(), modo | O_NONBLOCK | O_CLOEXEC, permessi);
+  if (fd < 0) return -1;
+  struct stat st {};
+  if (::fstat(fd, &st) != 0 || !(S_ISREG(st.st_mode) || S_ISDIR(st.st_mode))) {
+    ::close(fd);
+    errno = EINVAL;
+    return -1;
+  }
+  ::fcntl(fd, F_SETFL, ::fcntl(fd, F_GETFL) & ~O_NONBLOCK);
+  return fd;
+}
+
 }  // namespace
+
+std::optional<std::string> LeggiFileHost(const std::string& hostPath, std::size_t massimo) {
+  const int fd = ApriRegolare(hostPath, O_RDONLY);
+  if (fd < 0) return std::nullopt;
+  struct stat st {};
+  if (::fstat(fd, &st) != 0 || S_ISDIR(st.st_mode)) {
+    ::close(fd);
+    return std::nullopt;
+  }
+  std::string testo(std::min(massimo, static_cast<std::size_t>(st.st_size)), '\0');
+  std::size_t letti = 0;
+  while (letti < testo.size()) {
+    const ssize_t k = ::read(fd, testo.data() + letti, testo.size() - letti);
+    if (k < 0 && errno == EINTR) continue;
+    if (k <= 0) break;
+    letti += static_cast<std::size_t>(k);
+  }
+  ::close(fd);
+  testo.resize(letti);
+  return testo;
+}
 
 bool MostraPuntiFile() {
   Stato& s = S();
@@ -320,14 +359,10 @@ int AttributiWine(const std::string& hostPath, const struct stat& st, const std:
 
 namespace {
 
-// The next character of UTF-8 text; a byte that starts no character stands for itself.
+// The next character of UTF-8 text; a byte that begins no character stands for itself.
 char32_t Carattere(const std::string& s, std::size_t* i) {
-  const auto b = static_cast<unsigned char>(s[(*i)++]);
-  int seguito = b >= 0xF0 ? 3 : b >= 0xE0 ? 2 : b >= 0xC0 ? 1 : 0;
-  char32_t c = seguito == 3 ? b & 7u : seguito == 2 ? b & 15u : seguito == 1 ? b & 31u : b;
-  if (*i + static_cast<std::size_t>(seguito) > s.size()) return b;
-  for (; seguito > 0; --seguito) c = (c << 6) | (static_cast<unsigned char>(s[(*i)++]) & 63u);
-  return c;
+  const char32_t c = CarattereUtf8(s, i);
+  return c == kNonUtf8 ? static_cast<unsigned char>(s[*i - 1]) : c;
 }
 
 // Upper case as Wine's table has it for the scripts that names in a level editor's folders use; other
@@ -584,6 +619,11 @@ std::int64_t LunghezzaFile(const std::string& path, int* err) {
     return -1;
   }
   if (S_ISDIR(st.st_mode)) return 0;
+  // A pipe, a socket or a device has no length, as a device name has none.
+  if (!S_ISREG(st.st_mode)) {
+    Imposta(err, kErrPathFileAccess);
+    return -1;
+  }
   return static_cast<std::int64_t>(st.st_size);
 }
 
@@ -636,7 +676,7 @@ File File::ApriLettura(const std::string& winPath, int* err) {
   }
   const auto r = Risolvi(winPath, err);
   if (!r) return f;
-  const int fd = ::open(r->host.c_str(), O_RDONLY | O_CLOEXEC);
+  const int fd = ApriRegolare(r->host, O_RDONLY);
   if (fd < 0) {
     Imposta(err, errno == ENOENT && !r->genitoreEsiste ? kErrPathNotFound : ErroreDaErrno(errno));
     return f;
@@ -691,7 +731,11 @@ File File::ApriScrittura(const std::string& winPath, int* err) {
       return f;
     }
   }
-  const int fd = ::open(r->host.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+  if (esiste && !S_ISREG(st.st_mode)) {
+    Imposta(err, kErrPathFileAccess);
+    return f;
+  }
+  const int fd = ApriRegolare(r->host, O_WRONLY | O_CREAT | O_TRUNC, 0666);
   if (fd < 0) {
     Imposta(err, ErroreDaErrno(errno));
     return f;

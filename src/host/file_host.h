@@ -1,0 +1,18 @@
+// The machine's own files read by their host path (the prefix's registry, a drive's label), by the same rule
+// as every other outside file: what is not a regular file is refused without waiting on it, as a pipe would
+// make a plain read wait for ever.
+#pragma once
+
+#include <cstddef>
+#include <limits>
+#include <optional>
+#include <string>
+
+namespace host {
+
+// The first `massimo` bytes of a host file (all of it by default); nothing when it is missing, cannot be
+// read or is not a regular file.
+std::optional<std::string> LeggiFileHost(const std::string& hostPath,
+                                         std::size_t massimo = std::numeric_limits<std::size_t>::max());
+
+}  // namespace host
