@@ -16,6 +16,7 @@
 
 #include "analysis/analisi_backup.h"
 #include "collection/scansione.h"
+#include "formats/elenco.h"
 #include "collection/snapshot.h"
 #include "finestra_prova.h"
 #include "formats/info_header.h"
@@ -59,9 +60,13 @@ TEST(NonFile, UnaPipeNonSiLeggeENonBlocca) {
          return !host::File::ApriScrittura("C:\\T\\a", &err).Aperto() && err == host::kErrPathFileAccess;
        }},
       {"record", "T/info.bin", [&] { return !formats::LeggiInfoHeader("C:\\T\\info.bin", &h); }},
-      {"list", "T/a.el", [&] { return !collection::CaricaElencoFile("C:\\T\\a.el", e); }},
+      {"list", "T/a.el", [&] { return !formats::CaricaElencoStretto("C:\\T\\a.el", e); }},
       {"script", "T/script.dat",
-       [&] { return formats::LeggiLivelliScript("C:\\T\\script.dat", n, messaggi).empty() && n == 0; }},
+       [&] {
+         std::vector<std::string> livelli;
+         formats::LeggiLivelliScript("C:\\T\\script.dat", n, livelli);
+         return livelli.empty() && n == 0;
+       }},
       {"version", "T/x.exe", [] { return support::GetFileVersion("C:\\T\\x.exe").empty(); }},
       {"system.reg", "/system.reg",
        [] { return host::LeggiValoreRegistroNome("Software", "", nullptr) == host::kRegNonTrovato; }},
