@@ -88,9 +88,9 @@ const std::pair<const char*, std::function<void(Membri&)>> kCasi[] = {
        m.pref->LinguaAttuale.Assegna("English");
        m.pref->TabellaNonMostrata[7] = 3;
        m.archivio.NVersione = 4;
-       m.livelli[0].Note.Assegna("nuova nota");
-       m.livelli[1].Codice = 201;  // met by its name
-       m.livelli[2].Codice = 103;  // another level
+       m.livelli[0].Note.Assegna("nuova\r\nnota");  // one value over two lines
+       m.livelli[1].Codice = 201;                   // met by its name
+       m.livelli[2].Codice = 103;                   // another level
        m.livelli[2].Nome.Assegna("Atene");
      }},
     {"elenchi",
