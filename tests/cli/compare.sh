@@ -19,8 +19,7 @@ fail() { echo "FAIL: $*" >&2; exit 1; }
 
 out=$("$cli" compare 'C:\a.bin' "$t/prefix/drive_c/b.bin" | tr -d '\r')
 grep -qx 'Differenze: 2' <<<"$out" && grep -qx '  + "tre"' <<<"$out" || fail "text: $out"
-[ "$("$cli" compare 'C:\a.bin' 'C:\a.bin' --json | python3 -c 'import json, sys; print(json.load(sys.stdin)["identical"])')" = True ] ||
-  fail "json of one snapshot twice"
+"$cli" compare 'C:\a.bin' 'C:\a.bin' --json | grep -qx '  "identical": true,' || fail "json of one snapshot twice"
 [ -f "$t/Dati/aperto" ] || fail "Dati was touched"
 
 set +e
