@@ -175,4 +175,18 @@ bool CreaElenchiDemo(const std::string& cartellaProgramma) {
          collection::ScriviElencoFile(cartellaProgramma + "\\trle_cd.le", cd);
 }
 
+bool CambiaMacchinaDemo() {
+  bool ok = support::ScriviFileTesto("C:\\Giochi\\Trle\\data\\tut1.tr4", Riempitivo(1500, 4));
+  ok = support::ScriviFileTesto("C:\\Giochi\\Trle\\ordeio.txt",
+                                "Livelli installati da Ordelio\r\nKriegler\r\nEgitto\r\nTutorial\r\n") &&
+       ok;
+  ok = support::ScriviFileTesto("C:\\Giochi\\Trle\\script.dat",
+                                Script({"DATA\\TITLE", "DATA\\TUT1", "DATA\\KRIEGLER", "DATA\\EGYPT"})) &&
+       ok;
+  formats::PrefRecord pref;
+  ok = formats::LeggiPreferenze("C:\\Ordelio\\ordelio.prf", &pref) && ok;
+  pref.LinguaAttuale.Assegna("English");
+  return support::ScriviFileTesto("C:\\Ordelio\\ordelio.prf", formats::CodificaPreferenze(pref)) && ok;
+}
+
 }  // namespace cli

@@ -13,4 +13,8 @@ bool CreaMacchinaDemo(const std::string& cartella, std::string* errore);
 // machine holds in C:\Supporto) and a list of the original CD (trle_cd.le), in `cartellaProgramma`.
 bool CreaElenchiDemo(const std::string& cartellaProgramma);
 
+// What the user does on the demo machine between two check runs: installs a tutorial level into the editor,
+// lists it in ordeio.txt and the script, and switches Ordelio to English.
+bool CambiaMacchinaDemo();
+
 }  // namespace cli

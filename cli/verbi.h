@@ -22,6 +22,7 @@ int VerboSample(const Argomenti& args, MessaggiConsole& msg);
 int VerboCheck(const Argomenti& args, MessaggiConsole& msg);
 int VerboDemo(const Argomenti& args, MessaggiConsole& msg);
 int VerboReport(const Argomenti& args, MessaggiConsole& msg);
+int VerboCompare(const Argomenti& args, MessaggiConsole& msg);
 
 // Opens `snapshot` as the analysis window does and runs the report items named in `voci` (header pref
 // archive ordl trle dirarc ordeio script backup) in order. Prints the report area's text at the end, or,
@@ -29,5 +30,8 @@ int VerboReport(const Argomenti& args, MessaggiConsole& msg);
 int Prospetti(const std::string& snapshot, const std::vector<std::string>& voci, bool ognuno,
               MessaggiConsole& msg);
 std::vector<std::string> TutteLeVoci();
+
+// Opens both snapshots and prints their comparison, as text or JSON. Exit 1 when one could not be read.
+int Confronta(const std::string& vecchio, const std::string& nuovo, bool json, MessaggiConsole& msg);
 
 }  // namespace cli

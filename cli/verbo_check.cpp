@@ -63,7 +63,25 @@ int VerboDemo(const Argomenti& args, MessaggiConsole& msg) {
     msg.Critico("cannot write the sample lists into " + host::CartellaProgramma());
     return 1;
   }
-  return Prospetti(collection::kNomeSnapshot, TutteLeVoci(), true, msg);
+  const int prospetti = Prospetti(collection::kNomeSnapshot, TutteLeVoci(), true, msg);
+  // A second check run after the user changed a few things, kept beside the first, which stays under its
+  // own name; then what the supporter sees of the change.
+  const std::string primo = support::LeggiFile(collection::kNomeSnapshot);
+  const std::string secondo = "C:\\INFO_ORDL_2.BIN";
+  if (!CambiaMacchinaDemo()) {
+    msg.Critico("cannot change the demo machine in " + cartella);
+    return 1;
+  }
+  if (const int esito = Controlla({}, {}, msg); esito != 0) return esito;
+  if (!support::ScriviFileTesto(secondo, support::LeggiFile(collection::kNomeSnapshot)) ||
+      !support::ScriviFileTesto(collection::kNomeSnapshot, primo)) {
+    msg.Critico("cannot write " + secondo);
+    return 1;
+  }
+  ScriviByte("== compare\n");
+  const int confronto = Confronta(collection::kNomeSnapshot, secondo, false, msg);
+  ScriviByte("\n");
+  return prospetti != 0 ? prospetti : confronto;
 }
 
 }  // namespace cli

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "analysis/analisi_backup.h"
+#include "analysis/confronto.h"
 #include "analysis/elenchi.h"
 #include "analysis/prospetto_archivio.h"
 #include "analysis/prospetto_header.h"
@@ -121,6 +122,18 @@ void mnu_AnalisiBackup_Click(Dialog_Analisi& d) {
   if (!testo) return;
   d.NumeroFileTrovati = static_cast<std::int32_t>(d.FileTrovati.size());
   Mostra(d, testo);
+  DeselezionaProspetti(d);
+}
+
+void mnu_Confronta_Click(Dialog_Analisi& d) {
+  std::string nome;
+  if (!ScegliSnapshot(d.CommonDialog1, nome)) return;
+  SnapshotAperto nuovo;
+  if (!ApriSnapshot(nome, d.CartellaProgramma + "\\" + kCartellaConfronto, nuovo)) {
+    d.Messaggi.Critico("Errore estraendo file: " + nome);
+    return;
+  }
+  Mostra(d, TestoConfronto(ConfrontaSnapshot({d.CartellaDati, d.Contenuto}, nuovo, d.Messaggi)));
   DeselezionaProspetti(d);
 }
 

@@ -97,6 +97,11 @@ void mnu_ShowArchivioDir_Click(Dialog_Analisi& d);
 void mnu_ShowOrdelioTxt_Click(Dialog_Analisi& d);
 void mnu_ShowScriptDat_Click(Dialog_Analisi& d);
 void mnu_AnalisiBackup_Click(Dialog_Analisi& d);
+// "Confronta con un altro snapshot...": asks for a snapshot with the dialog of "Leggi Dati", unpacks it into
+// a folder of its own and shows its comparison with the open one (old) in the report area, clearing the
+// report marks. Dati, the open snapshot's table and the header record stay as they were; a cancel changes
+// nothing, and a snapshot that cannot be read shows a critical message and no text. No check mark.
+void mnu_Confronta_Click(Dialog_Analisi& d);
 // Runs the menu item `v`, as its click does.
 void EseguiVoce(Dialog_Analisi& d, Voce v);
 

@@ -17,6 +17,7 @@
 #include <QtTest>
 
 #include "cli/macchina_demo.h"
+#include "analysis/confronto.h"
 #include "collection/controllo.h"
 #include "collection/scoperta.h"
 #include "finestra_prova.h"
@@ -296,6 +297,36 @@ class ProvaFinestre : public QObject {
     w.Pul_EstraiDati->click();
     QCOMPARE(mostrata, 1);
     QVERIFY(!w.Chiusa());
+  }
+
+  // The comparison with a second snapshot: the model's text, the marks cleared, Dati left as it was.
+  void confrontoConUnAltroSnapshot() {
+    Demo();
+    support::DidascaliaMuta label;
+    support::BarraMuta barra;
+    const std::vector<std::string> membri = {"C:\\Giochi\\Trle\\ordeio.txt", "C:\\Giochi\\Trle\\script.dat"};
+    QVERIFY(collection::SalvaSnapshot("C:\\vecchio.bin", membri, 2, label, barra));
+    QVERIFY(cli::CambiaMacchinaDemo());
+    QVERIFY(collection::SalvaSnapshot("C:\\nuovo.bin", membri, 2, label, barra));
+
+    Banco banco;
+    formats::InfoHeader header;
+    gui::FinestraAnalisi f(nullptr, banco.messaggi, banco.file, banco.appunti, header);
+    analysis::ImpostaValori(f.Modello(), "C:\\vecchio.bin");
+    f.Voce(Voce::mnu_ShowOrdelioTxt)->trigger();
+    const std::string ordeio = f.Area().Testo();
+    banco.file.Scegli("C:\\nuovo.bin");
+    f.mnu_Confronta->trigger();
+
+    analysis::SnapshotAperto nuovo;
+    QVERIFY(analysis::ApriSnapshot("C:\\nuovo.bin", "C:\\Atteso", nuovo));
+    const std::string atteso = analysis::TestoConfronto(analysis::ConfrontaSnapshot(
+        {f.Modello().CartellaDati, f.Modello().Contenuto}, nuovo, banco.messaggi));
+    QCOMPARE(f.Area().Testo(), atteso);
+    QVERIFY(!f.Voce(Voce::mnu_ShowOrdelioTxt)->isChecked());
+    f.Voce(Voce::mnu_ShowOrdelioTxt)->trigger();
+    QCOMPARE(f.Area().Testo(), ordeio);
+    QCOMPARE(banco.messaggi.tutti.size(), std::size_t{1});  // the header report: no infofile.bin was packed
   }
 
   // The buttons and menu items reach their handlers; the handlers' own cases are the core's tests.

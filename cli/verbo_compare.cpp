@@ -1,0 +1,40 @@
+// Two snapshots of one support case side by side: what changed on the user's machine between two check runs.
+#include <tuple>
+
+#include "analysis/confronto.h"
+#include "host/machine.h"
+#include "verbi.h"
+
+namespace cli {
+
+int Confronta(const std::string& vecchio, const std::string& nuovo, bool json, MessaggiConsole& msg) {
+  // Each one in a folder of its own, so that Dati, the window's open snapshot, stays as it is.
+  const std::string programma = host::CartellaProgramma() + "\\";
+  analysis::SnapshotAperto v, n;
+  for (auto [percorso, cartella, aperto] : {std::tuple{vecchio, analysis::kCartellaConfrontoVecchio, &v},
+                                            std::tuple{nuovo, analysis::kCartellaConfronto, &n}})
+    if (!analysis::ApriSnapshot(percorso, programma + cartella, *aperto)) {
+      msg.Critico("Errore estraendo file: " + percorso);
+      return 1;
+    }
+  const analysis::Confronto c = analysis::ConfrontaSnapshot(v, n, msg);
+  ScriviByte(json ? analysis::JsonConfronto(c) : analysis::TestoConfronto(c));
+  return 0;
+}
+
+int VerboCompare(const Argomenti& args, MessaggiConsole& msg) {
+  bool json = false;
+  Argomenti snapshot;
+  for (const auto& a : args) {
+    if (a == "--json")
+      json = true;
+    else if (a.starts_with("--"))
+      return Uso("unknown option: " + a);
+    else
+      snapshot.push_back(ArgomentoPercorso(a));
+  }
+  if (snapshot.size() != 2) return Uso("compare needs two snapshots: OLD NEW");
+  return Confronta(snapshot[0], snapshot[1], json, msg);
+}
+
+}  // namespace cli

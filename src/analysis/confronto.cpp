@@ -1,0 +1,124 @@
+#include "analysis/confronto.h"
+
+#include <string_view>
+#include <unordered_map>
+#include <utility>
+
+#include "analysis/confronto_parti.h"
+#include "analysis/elenchi.h"
+#include "host/nomi.h"
+#include "support/files.h"
+
+namespace analysis::parti {
+
+Differenza Nuova(TipoDifferenza tipo, std::string oggetto, std::string vecchio, std::string nuovo,
+                 std::string riga) {
+  return {tipo, std::move(oggetto), std::move(vecchio), std::move(nuovo), std::move(riga)};
+}
+
+void Campo(Differenze& d, const std::string& oggetto, const std::string& a, const std::string& b) {
+  if (a != b)
+    d.push_back(
+        Nuova(TipoDifferenza::Cambiato, oggetto, a, b, "* " + oggetto + ": \"" + a + "\" -> \"" + b + "\""));
+}
+
+bool Presenti(Differenze& d, const std::string& nome, bool vecchio, bool nuovo) {
+  if (vecchio && !nuovo)
+    d.push_back(
+        Nuova(TipoDifferenza::Tolto, nome, nome, "", "- " + nome + " (salvato solo nel vecchio snapshot)"));
+  if (nuovo && !vecchio)
+    d.push_back(
+        Nuova(TipoDifferenza::Aggiunto, nome, "", nome, "+ " + nome + " (salvato solo nel nuovo snapshot)"));
+  return vecchio && nuovo;
+}
+
+bool Membro(const SnapshotAperto& s, const std::string& nome) {
+  return support::FileExists(s.cartella + "\\" + nome);
+}
+
+void Accoppia(const std::vector<std::string>& vecchie, const std::vector<std::string>& nuove,
+              std::vector<std::size_t>& coppia, std::vector<char>& preso) {
+  struct Catena {
+    std::size_t primo, ultimo;
+  };
+  std::unordered_map<std::string_view, Catena> catene;
+  catene.reserve(nuove.size());
+  std::vector<std::size_t> seguente(nuove.size(), kNessuno);
+  for (std::size_t j = 0; j < nuove.size(); ++j) {
+    if (preso[j]) continue;
+    const auto [it, primo] = catene.try_emplace(nuove[j], Catena{j, j});
+    if (!primo) seguente[std::exchange(it->second.ultimo, j)] = j;
+  }
+  for (std::size_t i = 0; i < vecchie.size(); ++i) {
+    if (coppia[i] != kNessuno) continue;
+    const auto it = catene.find(vecchie[i]);
+    if (it == catene.end() || it->second.primo == kNessuno) continue;
+    const std::size_t j = it->second.primo;
+    it->second.primo = seguente[j];
+    coppia[i] = j;
+    preso[j] = 1;
+  }
+}
+
+std::vector<std::string> Maiuscoli(const std::vector<std::string>& nomi) {
+  std::vector<std::string> m;
+  m.reserve(nomi.size());
+  for (const auto& n : nomi) m.push_back(host::Maiuscolo(n));
+  return m;
+}
+
+}  // namespace analysis::parti
+
+namespace analysis {
+namespace {
+
+using parti::Differenze;
+
+struct Parte {
+  const char* chiave;
+  const char* titolo;
+  Differenze (*confronta)(const SnapshotAperto& vecchio, const SnapshotAperto& nuovo, support::Messaggi&);
+};
+
+template <const ProspettoDirectory& quale>
+Differenze Elenco(const SnapshotAperto& v, const SnapshotAperto& n, support::Messaggi& m) {
+  return parti::ParteElenco(quale.File, v, n, m);
+}
+
+// The parts in the order of the report menu; one more part is one more row.
+const Parte kParti[] = {
+    {"header", "HEADER", parti::ParteHeader},
+    {"pref", "PREFERENZE", parti::PartePreferenze},
+    {"archive", "ARCHIVIO LIVELLI", parti::ParteArchivio},
+    {"ordl", "DIRECTORY ORDELIO", Elenco<kDirectoryOrdl>},
+    {"trle", "DIRECTORY LEVEL EDITOR", Elenco<kDirectoryTrle>},
+    {"dirarc", "DIRECTORY ARCHIVIO LIVELLI", Elenco<kDirectoryArchivio>},
+    {"ordeio", "ORDEIO.TXT", parti::ParteOrdeio},
+    {"script", "SCRIPT.DAT", parti::ParteScript},
+};
+
+}  // namespace
+
+bool ApriSnapshot(const std::string& snapshot, const std::string& cartella, SnapshotAperto& aperto) {
+  if (support::DirExists(cartella))
+    support::SvuotaCartella(cartella, "*");
+  else
+    support::CreaCartella(cartella);
+  aperto = {cartella, {}};
+  return collection::EstraiSnapshot(snapshot, cartella, aperto.contenuto);
+}
+
+Confronto ConfrontaSnapshot(const SnapshotAperto& vecchio, const SnapshotAperto& nuovo,
+                            support::Messaggi& messaggi) {
+  Confronto c;
+  for (const auto& p : kParti) c.parti.push_back({p.chiave, p.titolo, p.confronta(vecchio, nuovo, messaggi)});
+  return c;
+}
+
+std::size_t NumeroDifferenze(const Confronto& c) {
+  std::size_t n = 0;
+  for (const auto& p : c.parti) n += p.differenze.size();
+  return n;
+}
+
+}  // namespace analysis

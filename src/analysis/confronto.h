@@ -1,0 +1,66 @@
+// The comparison of two snapshots of one support case: what changed on the user's machine between two check
+// runs, part by part (header, preferences, level archive, the three folder lists, ordeio.txt, script.dat).
+// Each part compares what its report shows, so a difference here is one the reports would show too.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "collection/snapshot.h"
+#include "support/interfacce.h"
+
+namespace analysis {
+
+enum class TipoDifferenza { Aggiunto, Tolto, Cambiato, Spostato };
+
+struct Differenza {
+  TipoDifferenza tipo = TipoDifferenza::Cambiato;
+  // What changed: a field, a file name, a level, a line.
+  std::string oggetto;
+  // The value in the old and in the new snapshot: "" on the side where the thing is missing.
+  std::string vecchio;
+  std::string nuovo;
+  // The line of the text, without indent or line end: each part knows best how its values read.
+  std::string riga;
+};
+
+struct ParteConfronto {
+  // The part's key in the JSON and its title in the text.
+  std::string chiave;
+  std::string titolo;
+  std::vector<Differenza> differenze;
+};
+
+struct Confronto {
+  std::vector<ParteConfronto> parti;
+};
+
+// One snapshot unpacked into a folder of its own.
+struct SnapshotAperto {
+  std::string cartella;
+  collection::ContenutoSnapshot contenuto;
+};
+
+// Folders below the program folder for the snapshots a comparison unpacks: the window's open snapshot stays
+// in Dati, the one it is compared with goes to the first; the headless tool puts the old one in the second.
+inline constexpr const char* kCartellaConfronto = "Confronto";
+inline constexpr const char* kCartellaConfrontoVecchio = "ConfrontoVecchio";
+
+// Empties (or makes) `cartella` and unpacks `snapshot` there. False when it could not be read.
+bool ApriSnapshot(const std::string& snapshot, const std::string& cartella, SnapshotAperto& aperto);
+
+// Every part, in the order of the report menu. A member that only one side holds is a difference of its
+// part; the readers' own messages (a damaged list, say) go to `messaggi`.
+Confronto ConfrontaSnapshot(const SnapshotAperto& vecchio, const SnapshotAperto& nuovo,
+                            support::Messaggi& messaggi);
+
+std::size_t NumeroDifferenze(const Confronto& c);
+
+// The report for the fixed-pitch font: the summary (the count of each part), then each part with its
+// differences, or a line saying it has none. CR LF line ends.
+std::string TestoConfronto(const Confronto& c);
+
+// One JSON object: the total, then each part with its differences; texts in UTF-8.
+std::string JsonConfronto(const Confronto& c);
+
+}  // namespace analysis

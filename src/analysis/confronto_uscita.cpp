@@ -1,0 +1,70 @@
+// The comparison as the supporter reads it (the report text) and as a script reads it (JSON).
+#include <nlohmann/json.hpp>
+
+#include "analysis/confronto.h"
+#include "analysis/testo.h"
+#include "host/machine.h"
+
+namespace analysis {
+namespace {
+
+// Wide enough for the longest title, so that the counts of the summary stand in one column.
+constexpr std::size_t kColonnaConteggi = 30;
+
+const char* Tipo(TipoDifferenza t) {
+  switch (t) {
+    case TipoDifferenza::Aggiunto:
+      return "added";
+    case TipoDifferenza::Tolto:
+      return "removed";
+    case TipoDifferenza::Cambiato:
+      return "changed";
+    case TipoDifferenza::Spostato:
+      return "moved";
+  }
+  return "";
+}
+
+}  // namespace
+
+std::string TestoConfronto(const Confronto& c) {
+  std::string t;
+  AggiungiRiga(t, "CONFRONTO SNAPSHOT (vecchio -> nuovo)");
+  AggiungiRiga(t, "Differenze: " + std::to_string(NumeroDifferenze(c)));
+  for (const auto& p : c.parti) {
+    std::string riga = "  " + p.titolo;
+    riga.resize(std::max(kColonnaConteggi, riga.size() + 1), ' ');
+    AggiungiRiga(t, riga + std::to_string(p.differenze.size()));
+  }
+  for (const auto& p : c.parti) {
+    AggiungiRiga(t, "");
+    AggiungiRiga(t, p.titolo + " (" + std::to_string(p.differenze.size()) + ")");
+    if (p.differenze.empty()) AggiungiRiga(t, "  Nessuna differenza");
+    for (const auto& d : p.differenze) AggiungiRiga(t, "  " + d.riga);
+  }
+  return t;
+}
+
+std::string JsonConfronto(const Confronto& c) {
+  using Json = nlohmann::ordered_json;
+  const auto utf8 = [](const std::string& s) { return host::VersoUtf8(s); };
+  Json parti = Json::array();
+  for (const auto& p : c.parti) {
+    Json differenze = Json::array();
+    for (const auto& d : p.differenze) {
+      Json o = {{"kind", Tipo(d.tipo)}, {"item", utf8(d.oggetto)}};
+      if (d.tipo != TipoDifferenza::Aggiunto) o["old"] = utf8(d.vecchio);
+      if (d.tipo != TipoDifferenza::Tolto) o["new"] = utf8(d.nuovo);
+      differenze.push_back(std::move(o));
+    }
+    parti.push_back({{"part", p.chiave},
+                     {"title", utf8(p.titolo)},
+                     {"count", p.differenze.size()},
+                     {"differences", std::move(differenze)}});
+  }
+  const std::size_t n = NumeroDifferenze(c);
+  const Json j = {{"identical", n == 0}, {"differences", n}, {"parts", std::move(parti)}};
+  return j.dump(2) + "\n";
+}
+
+}  // namespace analysis
