@@ -26,9 +26,11 @@ void Cerca(const MacchinaProva& m, const std::string& registro, FinestraProva& f
   collection::CercaInstallazioni(f.principale, pref);
 }
 
-// The rows of tests/data/cartelle/scoperta.txt.
+// The rows of tests/data/cartelle/scoperta.txt: the folders shown and put in the header.
 TEST(Scoperta, CartelleDalRegistroEDaOrdelio) {
   MisureFinte misure;
+  MisureFinte::Figure()['C'] = {0, 0, 5000};
+  MisureFinte::Figure()['D'] = {0, 0, 9000};
   const auto righe = LeggiTabella("cartelle/scoperta.txt");
   ASSERT_EQ(righe.size(), 8u);
   for (const auto& r : righe) {
@@ -47,6 +49,7 @@ TEST(Scoperta, CartelleDalRegistroEDaOrdelio) {
       MacchinaProva::ScriviHost(m.C("Ordelio/Ordelio.prf"), formats::CodificaPreferenze(p));
     }
     FinestraProva f;
+    f.principale.InfoHeader.FlagErrori = 7;
     Cerca(m, reg, f);
     EXPECT_EQ(f.nomeTrle.testo, r[4]);
     EXPECT_EQ(f.dirOrdl.storia, r[5].empty() ? std::vector<std::string>{} : std::vector<std::string>{r[5]});
@@ -54,24 +57,12 @@ TEST(Scoperta, CartelleDalRegistroEDaOrdelio) {
     EXPECT_EQ(f.principale.InfoHeader.StartFolderOrdl.Testo(), r[5] + std::string(256 - r[5].size(), ' '));
     EXPECT_TRUE(f.messaggi.tutti.empty());
     EXPECT_EQ(f.dialogo.mostrato, 0);
+    // The machine's figures too (the test prefix has D: and its drive types); nothing else of the header.
+    const formats::InfoHeader& h = f.principale.InfoHeader;
+    EXPECT_TRUE(m.Prefisso().empty() || (h.WindowsXp && h.DiscoMaggiore.Testo() == "D" &&
+                                         h.SpazioDiscoMaggiore == 9000 && h.SpazioDiscoC == 5000));
+    EXPECT_EQ(h.FlagErrori, 7);
   }
-}
-
-TEST(Scoperta, FigureDellaMacchina) {
-#ifdef _WIN32
-  GTEST_SKIP() << "needs the test prefix's D: link and drive types";
-#endif
-  MacchinaProva m;
-  MisureFinte misure;
-  MisureFinte::Figure()['C'] = {0, 0, 5000};
-  MisureFinte::Figure()['D'] = {0, 0, 9000};
-  FinestraProva f;
-  f.principale.InfoHeader.FlagErrori = 7;
-  Cerca(m, "", f);
-  const formats::InfoHeader& h = f.principale.InfoHeader;
-  EXPECT_TRUE(h.WindowsXp && h.DiscoMaggiore.Testo() == "D" && h.SpazioDiscoMaggiore == 9000 &&
-              h.SpazioDiscoC == 5000);
-  EXPECT_EQ(h.FlagErrori, 7);  // only the start fields are touched
 }
 
 }  // namespace

@@ -38,41 +38,51 @@ std::set<std::string> Albero(const std::string& radice, bool profondo = true) {
   return tutti;
 }
 
-TEST(Snapshot, FormatoAlByte) {
-  MacchinaProva m;
-  MacchinaProva::ScriviHost(m.C("A/abc.txt"), "abc");
-  MacchinaProva::ScriviHost(m.C("x.bin"), "12345");
-  MacchinaProva::ScriviHost(m.C("INFO_ORDL.BIN"), "an older one");
-  ASSERT_TRUE(host::ImpostaAttributi("C:\\INFO_ORDL.BIN", host::kAttrReadOnly, nullptr));
-  DidascaliaProva d;
-  BarraProva b;
-  ASSERT_TRUE(collection::SalvaSnapshot("C:\\INFO_ORDL.BIN",
-                                        {"C:\\A\\abc.txt", "", "C:\\manca.txt", "C:\\x.bin"}, 4, d, b));
-  const std::string atteso =
-      Le32(2) + Le32(12) + "C:\\A\\abc.txt" + Le32(3) + Le32(8) + "C:\\x.bin" + Le32(5) + "abc" + "12345";
-  EXPECT_EQ(MacchinaProva::LeggiHost(m.C("INFO_ORDL.BIN")), atteso);
-  EXPECT_EQ(d.storia, (V{"Saving ordl_info file", ""}));
-  EXPECT_EQ(b.storia, (std::vector<double>{50, 100, 0}));
-}
-
-TEST(Snapshot, AndataERitorno) {
+// The table, then the bodies; members that are blank or missing left out; an older read-only snapshot
+// replaced. Unpacked, each member lands under its last component.
+TEST(Snapshot, FormatoEAndataERitorno) {
   MacchinaProva m;
   std::string grande(3 * 1024 * 1024 + 17, '\0');  // more than one piece of the copy
   for (std::size_t i = 0; i < grande.size(); ++i) grande[i] = static_cast<char>(i * 7 + i / 1000);
   MacchinaProva::ScriviHost(m.C("Trle/script.dat"), grande);
+  MacchinaProva::ScriviHost(m.C("A/abc.txt"), "abc");
   MacchinaProva::ScriviHost(m.C("Trle/vuoto.txt"), "");
   MacchinaProva::ScriviHost(m.C("Ordl/ordelio.prf"), "prima");
   MacchinaProva::ScriviHost(m.C("Ordl/sub/ORDELIO.PRF"), "seconda");
-  ASSERT_TRUE(Salva("C:\\INFO_ORDL.BIN", {"C:\\Trle\\script.dat", "C:\\Trle\\vuoto.txt",
-                                          "C:\\Ordl\\ordelio.prf", "C:\\Ordl\\sub\\ORDELIO.PRF"}));
+  MacchinaProva::ScriviHost(m.C("INFO_ORDL.BIN"), "an older one");
+  ASSERT_TRUE(host::ImpostaAttributi("C:\\INFO_ORDL.BIN", host::kAttrReadOnly, nullptr));
+  DidascaliaProva d;
+  BarraProva b;
+  const V membri = {"C:\\A\\abc.txt",
+                    "",
+                    "C:\\manca.txt",
+                    "C:\\Trle\\script.dat",
+                    "C:\\Trle\\vuoto.txt",
+                    "C:\\Ordl\\ordelio.prf",
+                    "C:\\Ordl\\sub\\ORDELIO.PRF"};
+  ASSERT_TRUE(collection::SalvaSnapshot("C:\\INFO_ORDL.BIN", membri, 7, d, b));
+  std::string atteso = Le32(5);
+  for (const auto& [nome, corpo] : std::vector<std::pair<std::string, std::string>>{{membri[0], "abc"},
+                                                                                    {membri[3], grande},
+                                                                                    {membri[4], ""},
+                                                                                    {membri[5], "prima"},
+                                                                                    {membri[6], "seconda"}})
+    atteso +=
+        Le32(static_cast<std::int32_t>(nome.size())) + nome + Le32(static_cast<std::int32_t>(corpo.size()));
+  atteso += "abc" + grande + "prima" + "seconda";
+  EXPECT_TRUE(MacchinaProva::LeggiHost(m.C("INFO_ORDL.BIN")) == atteso);
+  EXPECT_EQ(d.storia, (V{"Saving ordl_info file", ""}));
+  EXPECT_EQ(d.ridisegni, 2);
+  EXPECT_EQ(b.storia, (std::vector<double>{20, 40, 60, 80, 100, 0}));
+
   fs::create_directories(m.C("Dati"));
   ContenutoSnapshot c;
   ASSERT_TRUE(collection::EstraiSnapshot("C:\\INFO_ORDL.BIN", "C:\\Dati", c));
-  EXPECT_EQ(c.Dimensioni, (std::vector<std::int32_t>{static_cast<std::int32_t>(grande.size()), 0, 5, 7}));
-  EXPECT_EQ(MacchinaProva::LeggiHost(m.C("Dati/script.dat")), grande);
+  EXPECT_EQ(c.Dimensioni, (std::vector<std::int32_t>{3, static_cast<std::int32_t>(grande.size()), 0, 5, 7}));
+  EXPECT_TRUE(MacchinaProva::LeggiHost(m.C("Dati/script.dat")) == grande);
   // Same last component: one target, the later wins (names match without regard to case).
   EXPECT_EQ(Albero(m.C("Dati")),
-            (std::set<std::string>{"script.dat:3145745", "vuoto.txt:0", "ordelio.prf:7"}));
+            (std::set<std::string>{"abc.txt:3", "script.dat:3145745", "vuoto.txt:0", "ordelio.prf:7"}));
 }
 
 TEST(Snapshot, TabellaECorpiConcordanoSempre) {
