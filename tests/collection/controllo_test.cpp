@@ -3,10 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <functional>
 #include <map>
 
 #include "collection/snapshot.h"
+#include "esadecimale.h"
 #include "finestra_prova.h"
 #include "formats/archivio.h"
 #include "formats/info_header.h"
@@ -59,96 +59,54 @@ struct Installazioni {
   }
 };
 
-// The snapshot's members of a complete run, less those at the places given.
-V Membri(std::initializer_list<std::size_t> via = {}) {
-  const V tutti = {"C:\\Prog\\Infofile.bin", "C:\\Ordl\\ordelio.prf", "C:\\Ordl\\archivio.qlv",
-                   "C:\\Prog\\DirArc.el",    "C:\\Prog\\TRLE.el",     "C:\\Prog\\ORDL.el",
-                   "C:\\Trle\\ordeio.txt",   "C:\\Trle\\script.dat"};
-  V v;
-  for (std::size_t k = 0; k < tutti.size(); ++k)
-    if (std::find(via.begin(), via.end(), k) == via.end()) v.push_back(tutti[k]);
-  return v;
-}
-
-// Each run: the snapshot's members and the bits for what is missing, or no snapshot; the one message; a
-// folder caption left empty opens the dialog (cancelled here) and keeps the window open, every other run
-// closes it; the working files gone and the installations as they were.
+// The rows of tests/data/cartelle/controllo.txt. Each run: the snapshot's members and the bits for what is
+// missing, or no snapshot; the one message; a folder caption left empty opens the dialog and keeps the window
+// open, every other run closes it; the working files gone and the installations as they were.
 TEST(Controllo, Corse) {
-  const std::string fine =
-      "plain: Scanning is complete\r\nNow you should send following file:\r\nC:\\INFO_ORDL.BIN (";
-  const auto togli = [](const char* f) { return [f](Installazioni& i) { fs::remove(i.m.C(f)); }; };
-  struct Caso {
-    const char* caso;
-    std::function<void(Installazioni&)> prepara;
-    std::int32_t flag;
-    V membri;  // none: no snapshot
-    std::string messaggio;
-    const char* dialogo = nullptr;
-  };
-  const Caso casi[] = {
-      {"complete, over an older snapshot",
-       [](Installazioni& i) { MacchinaProva::ScriviHost(i.m.C("INFO_ORDL.BIN"), "older"); }, 0, Membri(),
-       fine},
-      {"no ordelio.prf", togli("Ordl/ordelio.prf"), 0x001, Membri({1, 2, 3}), fine},
-      {"blank archive path", [](Installazioni& i) { i.Preferenze(""); }, 0x002, Membri({2, 3}), fine},
-      {"archive missing", togli("Ordl/archivio.qlv"), 0x002, Membri({2, 3}), fine},
-      {"no ordl2009.exe", togli("Ordl/ordl2009.exe"), 0x040, Membri(), fine},
-      {"ordeio.txt only in the Ordelio folder",
-       [](Installazioni& i) { fs::rename(i.m.C("Trle/ordeio.txt"), i.m.C("Ordl/ordeio.txt")); }, 0x080,
-       Membri({6}), fine},
-      {"no script.dat", togli("Trle/script.dat"), 0x100, Membri({7}), fine},
-      {"archive folder blank",
-       [](Installazioni& i) {
-         MacchinaProva::ScriviHost(i.m.C("Ordl/archivio.qlv"), formats::CodificaArchivioHeader({}));
-       },
-       0, Membri({3}), fine},
-      {"no editor folder",
-       [](Installazioni& i) { i.f.nomeTrle.testo.clear(); },
-       0,
-       {},
-       "plain: Please select folder where is installated the program Tomb Raider Level Editor",
-       "Select TRLE folder"},
-      {"no Ordelio folder",
-       [](Installazioni& i) { i.f.dirOrdl.testo.clear(); },
-       0,
-       {},
-       "plain: Please select folder where is installated the program Ordelio",
-       "Select folder where is Ordelio"},
-      {"program folder missing",
-       [](Installazioni& i) { i.f.principale.CartellaProgramma = "C:\\Manca"; },
-       0,
-       {},
-       "critical: ERROR: I cann't write in current folder: C:\\Manca"},
-      {"snapshot name taken by a folder",
-       [](Installazioni& i) { fs::create_directories(i.m.C("INFO_ORDL.BIN")); },
-       0,
-       {},
-       "critical: Error saving C:\\INFO_ORDL.BIN"},
-  };
-  for (const auto& c : casi) {
-    SCOPED_TRACE(c.caso);
+  const V completi = {"C:\\Prog\\Infofile.bin", "C:\\Ordl\\ordelio.prf", "C:\\Ordl\\archivio.qlv",
+                      "C:\\Prog\\DirArc.el",    "C:\\Prog\\TRLE.el",     "C:\\Prog\\ORDL.el",
+                      "C:\\Trle\\ordeio.txt",   "C:\\Trle\\script.dat"};
+  const auto righe = LeggiTabella("cartelle/controllo.txt");
+  ASSERT_EQ(righe.size(), 12u);
+  for (const auto& r : righe) {
+    SCOPED_TRACE(r[0]);
     Installazioni i;
-    c.prepara(i);
-    if (c.dialogo) i.f.dialogo.Rispondi(false, "");
+    const std::string& x = r[2];
+    if (r[1] == "write") MacchinaProva::ScriviHost(i.m.C(x), "older");
+    if (r[1] == "remove") fs::remove(i.m.C(x));
+    if (r[1] == "move") fs::rename(i.m.C("Trle/ordeio.txt"), i.m.C(x));
+    if (r[1] == "folder") fs::create_directories(i.m.C(x));
+    if (r[1] == "prf") i.Preferenze("");
+    if (r[1] == "qlv")
+      MacchinaProva::ScriviHost(i.m.C("Ordl/archivio.qlv"), formats::CodificaArchivioHeader({}));
+    if (r[1] == "caption") (x == "editor" ? i.f.nomeTrle : i.f.dirOrdl).testo.clear();
+    if (r[1] == "program") i.f.principale.CartellaProgramma = x;
+    if (!r[6].empty()) i.f.dialogo.Rispondi(false, "");
+    V membri;
+    for (std::size_t k = 0; k < completi.size(); ++k)
+      if (r[4].find(std::to_string(k)) == std::string::npos) membri.push_back(completi[k]);
     const auto prima = i.Impronta();
     collection::Pul_Start_Click(i.f.principale);
     fs::create_directories(i.m.C("Dati"));
     collection::ContenutoSnapshot s;
     const bool snapshot = collection::EstraiSnapshot(collection::kNomeSnapshot, "C:\\Dati", s);
-    EXPECT_EQ(s.Nomi, snapshot ? c.membri : V{});
-    EXPECT_EQ(snapshot, !c.membri.empty());
-    EXPECT_EQ(i.f.dialogo.titoli, c.dialogo ? V{c.dialogo} : V{});
+    EXPECT_EQ(snapshot, r[4] != "none");
+    EXPECT_EQ(i.f.dialogo.titoli, r[6].empty() ? V{} : V{r[6]});
     ASSERT_EQ(i.f.messaggi.tutti.size(), 1u);
-    EXPECT_EQ(i.f.messaggi.tutti[0].substr(0, c.messaggio.size()), c.messaggio);
-    EXPECT_EQ(i.f.chiusure, c.dialogo ? 0 : 1);
+    const std::string& messaggio = i.f.messaggi.tutti[0];
+    EXPECT_TRUE(messaggio.starts_with(r[5])) << messaggio;
+    EXPECT_EQ(i.f.chiusure, r[6].empty() ? 1 : 0);
     EXPECT_TRUE(fs::is_empty(i.m.C("Prog")));
     EXPECT_EQ(i.Impronta(), prima);
     if (!snapshot) continue;
-    EXPECT_TRUE(i.f.messaggi.tutti[0].ends_with(")\r\nvia email to: " + collection::IndirizzoSupporto()));
+    EXPECT_EQ(s.Nomi, membri);
+    EXPECT_TRUE(
+        messaggio.starts_with(r[5] + "\r\nNow you should send following file:\r\nC:\\INFO_ORDL.BIN ("));
+    EXPECT_TRUE(messaggio.ends_with(")\r\nvia email to: " + collection::IndirizzoSupporto()));
     const auto h = formats::DecodificaInfoHeader(MacchinaProva::LeggiHost(i.m.C("Dati/Infofile.bin")));
-    EXPECT_EQ(h.FlagErrori, c.flag);
+    EXPECT_EQ(h.FlagErrori, std::stoi(r[3], nullptr, 16));
     EXPECT_EQ(h.VersioneOrdelio.Testo(),
-              c.flag == 0x040 ? std::string(256, '\0') : "1, 0, 0, 5" + std::string(246, ' '));
+              r[3] == "0x040" ? std::string(256, '\0') : "1, 0, 0, 5" + std::string(246, ' '));
     EXPECT_EQ(h.StartFolderTrle.Testo().substr(0, 7), "C:\\Trle");
   }
 }
