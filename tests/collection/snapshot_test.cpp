@@ -3,58 +3,86 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
+#include "esadecimale.h"
 #include "finestra_prova.h"
+#include "host/machine.h"
 #include "macchina_prova.h"
+#include "osservatore_allocazioni.h"
 #include "support/files.h"
 
 namespace {
 
 using collection::ContenutoSnapshot;
 namespace fs = std::filesystem;
+using V = std::vector<std::string>;
 
-bool Salva(const std::string& nome, const std::vector<std::string>& membri) {
+bool Salva(const std::string& nome, const V& membri) {
   support::DidascaliaMuta d;
   support::BarraMuta b;
   return collection::SalvaSnapshot(nome, membri, static_cast<std::int32_t>(membri.size()), d, b);
 }
 
-TEST(Snapshot, FormatoAlByte) {
-  MacchinaProva m;
-  MacchinaProva::ScriviHost(m.C("A/abc.txt"), "abc");
-  MacchinaProva::ScriviHost(m.C("x.bin"), "12345");
-  DidascaliaProva d;
-  BarraProva b;
-  const std::vector<std::string> membri = {"C:\\A\\abc.txt", "", "C:\\manca.txt", "C:\\x.bin"};
-  ASSERT_TRUE(collection::SalvaSnapshot("C:\\INFO_ORDL.BIN", membri, 4, d, b));
-  const std::string atteso =
-      Le32(2) + Le32(12) + "C:\\A\\abc.txt" + Le32(3) + Le32(8) + "C:\\x.bin" + Le32(5) + "abc" + "12345";
-  EXPECT_EQ(MacchinaProva::LeggiHost(m.C("INFO_ORDL.BIN")), atteso);
-  EXPECT_EQ(d.storia, (std::vector<std::string>{"Saving ordl_info file", ""}));
-  EXPECT_EQ(d.ridisegni, 2);
-  EXPECT_EQ(b.storia, (std::vector<double>{50, 100, 0}));
+// Files below `radice`, with their sizes; `profondo` false: its top level only.
+std::set<std::string> Albero(const std::string& radice, bool profondo = true) {
+  std::set<std::string> tutti;
+  for (auto it = fs::recursive_directory_iterator(radice); it != fs::end(it); ++it) {
+    if (!profondo) it.disable_recursion_pending();
+    tutti.insert(fs::relative(it->path(), radice).generic_string() +
+                 (it->is_regular_file() ? ":" + std::to_string(it->file_size()) : ""));
+  }
+  return tutti;
 }
 
-TEST(Snapshot, AndataERitorno) {
+// The table, then the bodies; members that are blank or missing left out; an older read-only snapshot
+// replaced. Unpacked, each member lands under its last component.
+TEST(Snapshot, FormatoEAndataERitorno) {
   MacchinaProva m;
   std::string grande(3 * 1024 * 1024 + 17, '\0');  // more than one piece of the copy
   for (std::size_t i = 0; i < grande.size(); ++i) grande[i] = static_cast<char>(i * 7 + i / 1000);
   MacchinaProva::ScriviHost(m.C("Trle/script.dat"), grande);
+  MacchinaProva::ScriviHost(m.C("A/abc.txt"), "abc");
   MacchinaProva::ScriviHost(m.C("Trle/vuoto.txt"), "");
   MacchinaProva::ScriviHost(m.C("Ordl/ordelio.prf"), "prima");
   MacchinaProva::ScriviHost(m.C("Ordl/sub/ORDELIO.PRF"), "seconda");
-  ASSERT_TRUE(Salva("C:\\INFO_ORDL.BIN", {"C:\\Trle\\script.dat", "C:\\Trle\\vuoto.txt",
-                                          "C:\\Ordl\\ordelio.prf", "C:\\Ordl\\sub\\ORDELIO.PRF"}));
+  MacchinaProva::ScriviHost(m.C("INFO_ORDL.BIN"), "an older one");
+  ASSERT_TRUE(host::ImpostaAttributi("C:\\INFO_ORDL.BIN", host::kAttrReadOnly, nullptr));
+  DidascaliaProva d;
+  BarraProva b;
+  const V membri = {"C:\\A\\abc.txt",
+                    "",
+                    "C:\\manca.txt",
+                    "C:\\Trle\\script.dat",
+                    "C:\\Trle\\vuoto.txt",
+                    "C:\\Ordl\\ordelio.prf",
+                    "C:\\Ordl\\sub\\ORDELIO.PRF"};
+  ASSERT_TRUE(collection::SalvaSnapshot("C:\\INFO_ORDL.BIN", membri, 7, d, b));
+  std::string atteso = Le32(5);
+  for (const auto& [nome, corpo] : std::vector<std::pair<std::string, std::string>>{{membri[0], "abc"},
+                                                                                    {membri[3], grande},
+                                                                                    {membri[4], ""},
+                                                                                    {membri[5], "prima"},
+                                                                                    {membri[6], "seconda"}})
+    atteso +=
+        Le32(static_cast<std::int32_t>(nome.size())) + nome + Le32(static_cast<std::int32_t>(corpo.size()));
+  atteso += "abc" + grande + "prima" + "seconda";
+  EXPECT_TRUE(MacchinaProva::LeggiHost(m.C("INFO_ORDL.BIN")) == atteso);
+  EXPECT_EQ(d.storia, (V{"Saving ordl_info file", ""}));
+  EXPECT_EQ(d.ridisegni, 2);
+  EXPECT_EQ(b.storia, (std::vector<double>{20, 40, 60, 80, 100, 0}));
+
   fs::create_directories(m.C("Dati"));
   ContenutoSnapshot c;
   ASSERT_TRUE(collection::EstraiSnapshot("C:\\INFO_ORDL.BIN", "C:\\Dati", c));
-  EXPECT_EQ(c.Dimensioni, (std::vector<std::int32_t>{static_cast<std::int32_t>(grande.size()), 0, 5, 7}));
-  EXPECT_EQ(MacchinaProva::LeggiHost(m.C("Dati/script.dat")), grande);
-  EXPECT_TRUE(MacchinaProva::EsisteHost(m.C("Dati/vuoto.txt")));
+  EXPECT_EQ(c.Dimensioni, (std::vector<std::int32_t>{3, static_cast<std::int32_t>(grande.size()), 0, 5, 7}));
+  EXPECT_TRUE(MacchinaProva::LeggiHost(m.C("Dati/script.dat")) == grande);
   // Same last component: one target, the later wins (names match without regard to case).
-  EXPECT_EQ(MacchinaProva::LeggiHost(m.C("Dati/ordelio.prf")), "seconda");
+  EXPECT_EQ(Albero(m.C("Dati")),
+            (std::set<std::string>{"abc.txt:3", "script.dat:3145745", "vuoto.txt:0", "ordelio.prf:7"}));
 }
 
 TEST(Snapshot, TabellaECorpiConcordanoSempre) {
@@ -77,13 +105,32 @@ TEST(Snapshot, TabellaECorpiConcordanoSempre) {
   EXPECT_EQ(MacchinaProva::LeggiHost(m.C("Dati/dopo.txt")), "dopo");
 }
 
-TEST(Snapshot, UnVecchioSnapshotDiSolaLetturaVaVia) {
-  MacchinaProva m;
-  MacchinaProva::ScriviHost(m.C("a.txt"), "a");
-  MacchinaProva::ScriviHost(m.C("s.bin"), "vecchio");
-  ASSERT_TRUE(host::ImpostaAttributi("C:\\s.bin", 1, nullptr));
-  EXPECT_TRUE(Salva("C:\\s.bin", {"C:\\a.txt"}));
-  EXPECT_EQ(fs::file_size(m.C("s.bin")), 4u + 4 + 8 + 4 + 1);
+// Snapshots from outside (tests/data/snapshot/ostili.hex): none may write outside the target folder,
+// crash, or allocate anything near the sizes it claims.
+TEST(Snapshot, OstiliNonFannoDanniFuoriDallaCartella) {
+  // On Windows C:\ is the machine's own drive; a name that climbs out can only land at the top of it.
+  const bool tuttoIlDrive = fs::path::preferred_separator == '/';
+  const auto casi = LeggiCasi("snapshot/ostili.hex");
+  ASSERT_EQ(casi.size(), 14u);
+  for (const auto& c : casi) {
+    SCOPED_TRACE(c.campi[0]);
+    MacchinaProva m;
+    fs::create_directories(m.C("Dati"));
+    MacchinaProva::ScriviHost(m.C("snap.bin"), c.byte);
+    const auto fuoriPrima = Albero(m.C(""), tuttoIlDrive);
+    ContenutoSnapshot contenuto;
+    std::optional<OsservaAllocazioni> osserva(std::in_place);
+    EXPECT_EQ(collection::EstraiSnapshot("C:\\snap.bin", "C:\\Dati", contenuto), c.campi[1] == "1");
+    EXPECT_LT(osserva->Massima(), std::size_t{4} << 20);
+    osserva.reset();
+    EXPECT_EQ(Albero(m.C("Dati")), c.campi[2].empty() ? std::set<std::string>{} : std::set{c.campi[2]});
+    auto fuoriDopo = Albero(m.C(""), tuttoIlDrive);
+    std::erase_if(fuoriDopo, [](const std::string& s) { return s.starts_with("Dati/"); });
+    EXPECT_EQ(fuoriDopo, fuoriPrima);
+    if (!m.Prefisso().empty()) {
+      EXPECT_EQ(Albero(m.Prefisso() + "/dosdevices").size(), 2u);
+    }
+  }
 }
 
 }  // namespace

@@ -120,35 +120,4 @@ TEST(Record, CaricaPreferenzeERegolaDellaLunghezza) {
   }
 }
 
-TEST(Record, ArchivioConteggiOstili) {
-  MacchinaProva m;
-  const auto archivio = [](std::int32_t tot, int record, std::size_t taglio = 0) {
-    ArchivioHeader h;
-    h.TotLivelli = tot;
-    std::string b = CodificaArchivioHeader(h);
-    for (int i = 0; i < record; ++i) {
-      ArchivioLivello v;
-      v.Nome.Assegna(std::string("L").append(std::to_string(i)));
-      b += CodificaArchivioLivello(v);
-    }
-    return b.substr(0, b.size() - taglio);
-  };
-  const std::tuple<const char*, std::string, std::size_t> casi[] = {
-      {"more records than counted", archivio(2, 5), 2},       {"negative count", archivio(-7, 2), 0},
-      {"count past the end", archivio(0x7FFFFFFF, 3), 3},     {"cut last record", archivio(3, 3, 1000), 3},
-      {"header only, cut", archivio(5, 0).substr(0, 100), 0},
-  };
-  for (const auto& [caso, byte, quanti] : casi) {
-    MacchinaProva::ScriviHost(m.C("archivio.qlv"), byte);
-    ArchivioHeader h;
-    std::vector<ArchivioLivello> livelli;
-    ASSERT_TRUE(LeggiArchivio("C:\\archivio.qlv", &h, &livelli)) << caso;
-    ASSERT_EQ(livelli.size(), quanti) << caso;
-    for (std::size_t i = 0; i < livelli.size(); ++i)
-      EXPECT_EQ(livelli[i].Nome.Testo().substr(0, 2), std::string("L").append(std::to_string(i))) << caso;
-  }
-  ArchivioHeader h;
-  EXPECT_FALSE(LeggiArchivioHeader("C:\\manca.qlv", &h));
-}
-
 }  // namespace
