@@ -126,9 +126,9 @@ TEST(Confronto, EachCaseGivesItsExpectedTextAndJson) {
     const std::string radice = std::string(CHECKORDL_DATI_PROVA) + "/confronto/" + caso;
     for (const auto& [estensione, testo] :
          {std::pair{".txt", analysis::TestoConfronto(c)}, std::pair{".json", analysis::JsonConfronto(c)}}) {
-      // CHECKORDL_RISCRIVI_ATTESI=1 writes what the comparison gives now as the expected texts: for a change
+      // CHECKORDL_RIGENERA=1 writes what the comparison gives now as the expected texts: for a change
       // of the texts made on purpose, to be read over in the diff before it is committed.
-      if (std::getenv("CHECKORDL_RISCRIVI_ATTESI")) MacchinaProva::ScriviHost(radice + estensione, testo);
+      if (std::getenv("CHECKORDL_RIGENERA")) MacchinaProva::ScriviHost(radice + estensione, testo);
       EXPECT_EQ(testo, MacchinaProva::LeggiHost(radice + estensione)) << radice + estensione;
     }
   }
