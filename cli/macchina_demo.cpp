@@ -92,7 +92,8 @@ bool CreaMacchinaDemo(const std::string& cartella, std::string* errore) {
 
   // The level editor.
   file("C:\\Giochi\\Trle\\tomb4.exe", kDemo_tomb4);
-  const std::vector<std::string> livelli = {"DATA\\TITLE", "DATA\\KRIEGLER", "DATA\\EGYPT"};
+  // The script names one level more than the data folder holds: the game stops when it gets there.
+  const std::vector<std::string> livelli = {"DATA\\TITLE", "DATA\\KRIEGLER", "DATA\\EGYPT", "DATA\\TUT1"};
   unsigned seme = 0;
   for (const char* l : {"title", "kriegler", "egypt"}) {
     ++seme;

@@ -63,7 +63,10 @@ int VerboDemo(const Argomenti& args, MessaggiConsole& msg) {
     msg.Critico("cannot write the sample lists into " + host::CartellaProgramma());
     return 1;
   }
-  return Prospetti(collection::kNomeSnapshot, TutteLeVoci(), true, msg);
+  const int prospetti = Prospetti(collection::kNomeSnapshot, TutteLeVoci(), true, msg);
+  ScriviByte("== findings\n");
+  const int riepilogo = VerboFindings({collection::kNomeSnapshot}, msg);
+  return prospetti != 0 ? prospetti : riepilogo;
 }
 
 }  // namespace cli

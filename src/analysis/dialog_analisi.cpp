@@ -7,9 +7,11 @@
 #include "analysis/prospetto_archivio.h"
 #include "analysis/prospetto_header.h"
 #include "analysis/prospetto_preferenze.h"
+#include "analysis/riepilogo.h"
 #include "analysis/testi.h"
 #include "host/nomi.h"
 #include "support/files.h"
+#include "support/valori.h"
 
 namespace analysis {
 namespace {
@@ -121,6 +123,12 @@ void mnu_AnalisiBackup_Click(Dialog_Analisi& d) {
   if (!testo) return;
   d.NumeroFileTrovati = static_cast<std::int32_t>(d.FileTrovati.size());
   Mostra(d, testo);
+  DeselezionaProspetti(d);
+}
+
+void mnu_RiepilogoProblemi_Click(Dialog_Analisi& d) {
+  Mostra(d, TestoRiepilogo(CalcolaRiepilogo(d.CartellaDati, d.Contenuto, d.CartellaProgramma,
+                                            support::SeparatoreDecimale())));
   DeselezionaProspetti(d);
 }
 

@@ -97,6 +97,9 @@ void mnu_ShowArchivioDir_Click(Dialog_Analisi& d);
 void mnu_ShowOrdelioTxt_Click(Dialog_Analisi& d);
 void mnu_ShowScriptDat_Click(Dialog_Analisi& d);
 void mnu_AnalisiBackup_Click(Dialog_Analisi& d);
+// The menu "Diagnosi": the findings of the opened snapshot. Like the backup analysis it clears the report
+// marks; it has no mark of its own.
+void mnu_RiepilogoProblemi_Click(Dialog_Analisi& d);
 // Runs the menu item `v`, as its click does.
 void EseguiVoce(Dialog_Analisi& d, Voce v);
 

@@ -107,6 +107,8 @@ void FinestraAnalisi::Costruisci() {
     voci_[static_cast<std::size_t>(p.voce)] = Azione(prospetto, p.nome, p.testo);
   QMenu* analisi = gui::Menu(Menu, "mnu_Analisi", "Analisi");
   voci_[static_cast<std::size_t>(kAnalisi.voce)] = Azione(analisi, kAnalisi.nome, kAnalisi.testo);
+  QMenu* diagnosi = gui::Menu(Menu, "mnu_Diagnosi", "Diagnosi");
+  mnu_RiepilogoProblemi = Azione(diagnosi, "mnu_RiepilogoProblemi", "Riepilogo problemi");
 
   for (int i = 0; i < analysis::kNumeroVoci; ++i) {
     const auto v = static_cast<analysis::Voce>(i);
@@ -121,6 +123,8 @@ void FinestraAnalisi::Costruisci() {
   connect(mnu_SalvaFile, &QAction::triggered, this, [this] { analysis::mnu_SalvaFile_Click(modello_); });
   connect(mnu_Esci, &QAction::triggered, this, [this] { close(); });
   connect(mnu_Copia, &QAction::triggered, this, [this] { analysis::mnu_Copia_Click(modello_); });
+  connect(mnu_RiepilogoProblemi, &QAction::triggered, this,
+          [this] { analysis::mnu_RiepilogoProblemi_Click(modello_); });
   connect(Pul_Trova, &QPushButton::clicked, this, [this] { analysis::Pul_Trova_Click(modello_); });
   connect(Pul_Prima, &QPushButton::clicked, this, [this] { analysis::Pul_Prima_Click(modello_); });
   connect(Pul_Dopo, &QPushButton::clicked, this, [this] { analysis::Pul_Dopo_Click(modello_); });

@@ -52,6 +52,7 @@ class FinestraAnalisi : public QDialog {
   QAction* mnu_SalvaFile;
   QAction* mnu_Esci;
   QAction* mnu_Copia;
+  QAction* mnu_RiepilogoProblemi;
 
  protected:
   void keyPressEvent(QKeyEvent* evento) override;

@@ -146,7 +146,8 @@ class ProvaFinestre : public QObject {
                        "preferenze,mnu_ShowArchivioQlv=File archivio qlv,mnu_ShowORDL_Dir=Directory "
                        "Ordelio,mnu_ShowTRLE_Dir=Directory Level Editor,mnu_ShowArchivioDir=Directory "
                        "Archivio livelli,mnu_ShowOrdelioTxt=Ordelio.txt,mnu_ShowScriptDat=Script.Dat,"
-                       "mnu_Analisi=Analisi,mnu_AnalisiBackup=Analisi backup_trle"));
+                       "mnu_Analisi=Analisi,mnu_AnalisiBackup=Analisi backup_trle,"
+                       "mnu_Diagnosi=Diagnosi,mnu_RiepilogoProblemi=Riepilogo problemi"));
   }
 
   void scatolaCritica() {
