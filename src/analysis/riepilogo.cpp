@@ -115,6 +115,7 @@ class Verifica {
     if (haHeader_) Flag();
     if (haTrle_) {
       if (trleIntero_) {
+        nomiTrle_ = NomiTrle();
         if (haScript_) LivelliScript();
         LivelliVuoti();
         Tomb4();
@@ -217,13 +218,12 @@ class Verifica {
 
   void LivelliScript() {
     const std::vector<std::string> livelli = LeggiScript(dati_ + "script.dat");
-    const auto nomi = NomiTrle();
     std::unordered_set<std::string> detti;
     std::int64_t mancanti = 0;
     for (const auto& l : livelli) {
       const std::string chiave = host::Maiuscolo(l.front() == '\\' ? l : "\\" + l);
       // A level the script names twice is told once.
-      if (nomi.contains(chiave) || !detti.insert(chiave).second) continue;
+      if (nomiTrle_.contains(chiave) || !detti.insert(chiave).second) continue;
       ++mancanti;
       Aggiungi(
           "script.level-missing", Gravita::fail, "A level that script.dat names is not in the editor folder",
@@ -257,7 +257,7 @@ class Verifica {
   }
 
   void Tomb4() {
-    if (NomiTrle().contains("\\TOMB4.EXE"))
+    if (nomiTrle_.contains("\\TOMB4.EXE"))
       Aggiungi("editor.tomb4-present", Gravita::pass, "The editor folder holds tomb4.exe",
                {{"editor_folder", trle_.CartellaBase}});
     else
@@ -382,6 +382,8 @@ class Verifica {
   // The archive member's path, "" when the snapshot lacks it.
   std::string archivio_;
   collection::ElencoFile ordl_, trle_, dirarc_;
+  // The editor list's names in upper case, for the lookups.
+  std::unordered_set<std::string> nomiTrle_;
   std::vector<Esito> esiti_;
 };
 
