@@ -92,7 +92,8 @@ bool CreaMacchinaDemo(const std::string& cartella, std::string* errore) {
 
   // The level editor.
   file("C:\\Giochi\\Trle\\tomb4.exe", kDemo_tomb4);
-  const std::vector<std::string> livelli = {"DATA\\TITLE", "DATA\\KRIEGLER", "DATA\\EGYPT"};
+  // The script names one level more than the data folder holds: the game stops when it gets there.
+  const std::vector<std::string> livelli = {"DATA\\TITLE", "DATA\\KRIEGLER", "DATA\\EGYPT", "DATA\\TUT1"};
   unsigned seme = 0;
   for (const char* l : {"title", "kriegler", "egypt"}) {
     ++seme;
@@ -157,7 +158,7 @@ bool CreaMacchinaDemo(const std::string& cartella, std::string* errore) {
 
 bool CreaElenchiDemo(const std::string& cartellaProgramma) {
   const std::string base = "C:\\Supporto\\backup_trle";
-  collection::ElencoFile campione;
+  formats::ElencoFile campione;
   campione.CartellaBase = base;
   for (const char* nome : {"\\tomb4.exe", "\\script.dat", "\\data\\title.tr4", "\\data\\tut1.tr4"}) {
     int err = 0;
@@ -166,7 +167,7 @@ bool CreaElenchiDemo(const std::string& cartellaProgramma) {
   }
   campione.NumeroFile = static_cast<std::int32_t>(campione.NomiFile.size());
   // The CD had an older title level: the size the user's backup still has.
-  collection::ElencoFile cd;
+  formats::ElencoFile cd;
   cd.CartellaBase = "D:\\";
   cd.NomiFile = {"\\tomb4.exe", "\\data\\title.tr4"};
   cd.DimensioniFile = {static_cast<std::int32_t>(kDemo_tomb4.size()), 27000};

@@ -28,6 +28,7 @@ int Uso(const std::string& motivo) {
       "  report SNAPSHOT [ITEM...] open a snapshot and print the report area after the items\n"
       "                            (header pref archive ordl trle dirarc ordeio script backup)\n"
       "  compare OLD NEW [--json]  open two snapshots and print what changed from the old to the new\n"
+      "  findings SNAPSHOT...      print what looks wrong in each snapshot (--json: JSON Lines)\n"
       "  demo DIR                  make a sample machine in DIR, run the check and every report on it\n"
       "Paths are Windows paths (C:\\Giochi\\Trle) or absolute host paths.\n",
       stderr);
@@ -51,11 +52,11 @@ int main(int argc, char** argv) {
     const char* nome;
     int (*esegui)(const cli::Argomenti&, cli::MessaggiConsole&);
   };
-  static constexpr Verbo kVerbi[] = {{"pack", cli::VerboPack},         {"unpack", cli::VerboUnpack},
-                                     {"version", cli::VerboVersion},   {"find-exe", cli::VerboFindExe},
-                                     {"discover", cli::VerboDiscover}, {"sample", cli::VerboSample},
-                                     {"check", cli::VerboCheck},       {"demo", cli::VerboDemo},
-                                     {"report", cli::VerboReport},     {"compare", cli::VerboCompare}};
+  static constexpr Verbo kVerbi[] = {
+      {"pack", cli::VerboPack},        {"unpack", cli::VerboUnpack},     {"version", cli::VerboVersion},
+      {"find-exe", cli::VerboFindExe}, {"discover", cli::VerboDiscover}, {"sample", cli::VerboSample},
+      {"check", cli::VerboCheck},      {"demo", cli::VerboDemo},         {"report", cli::VerboReport},
+      {"compare", cli::VerboCompare},  {"findings", cli::VerboFindings}};
   for (const auto& v : kVerbi)
     if (verbo == v.nome) return v.esegui(args, msg);
   return cli::Uso("unknown verb: " + verbo);

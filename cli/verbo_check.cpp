@@ -63,7 +63,10 @@ int VerboDemo(const Argomenti& args, MessaggiConsole& msg) {
     msg.Critico("cannot write the sample lists into " + host::CartellaProgramma());
     return 1;
   }
-  const int prospetti = Prospetti(collection::kNomeSnapshot, TutteLeVoci(), true, msg);
+  int prospetti = Prospetti(collection::kNomeSnapshot, TutteLeVoci(), true, msg);
+  ScriviByte("== findings\n");
+  const int riepilogo = VerboFindings({collection::kNomeSnapshot}, msg);
+  if (prospetti == 0) prospetti = riepilogo;
   // A second check run after the user changed a few things, kept beside the first, which stays under its
   // own name; then what the supporter sees of the change.
   const std::string primo = support::LeggiFile(collection::kNomeSnapshot);

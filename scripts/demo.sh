@@ -5,7 +5,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/dipendenze.sh
-installa cmake ninja-build g++ make
+installa cmake ninja-build g++ make nlohmann-json3-dev
 
 cmake -S . -B build/demo -G Ninja -DCMAKE_BUILD_TYPE=Release -DCHECKORDL_TESTS=OFF >/dev/null
 cmake --build build/demo -j "$(nproc)" >/dev/null

@@ -4,7 +4,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/dipendenze.sh
-installa clang libclang-rt-14-dev cmake ninja-build xxd
+installa clang libclang-rt-14-dev cmake ninja-build xxd nlohmann-json3-dev
 secondi=${1:-20}
 shift || true
 cmake --preset fuzz >/dev/null
@@ -20,6 +20,7 @@ declare -A semi=(
   [preferenze]="tests/data/record/preferenze.hex"
   [registro]="tests/data/registro"
   [script]="../shared/realdata"
+  [riepilogo]="tests/data/prospetti/INFO_ORDL.BIN"
   [snapshot]="tests/data/prospetti/INFO_ORDL.BIN"
   [versione]="tests/data/versione $wine_pe/winver.exe $wine_pe/notepad.exe"
 )

@@ -4,7 +4,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/dipendenze.sh
-installa cmake ninja-build g++ make libgtest-dev libgmock-dev qt6-base-dev xvfb xauth fonts-dejavu-core \
+installa cmake ninja-build g++ make libgtest-dev libgmock-dev qt6-base-dev nlohmann-json3-dev xvfb xauth fonts-dejavu-core \
   fonts-liberation
 
 build=${BUILD:-build/schermate}

@@ -31,7 +31,7 @@
 
 namespace {
 
-using collection::ElencoFile;
+using formats::ElencoFile;
 
 // What is checked, the pipe (a path below C:, or from the prefix when it starts with '/'), and the check.
 using Caso = std::tuple<const char*, std::string, std::function<bool()>>;

@@ -1,6 +1,7 @@
 #include "analysis/analisi_backup.h"
 
 #include <algorithm>
+#include <memory>
 #include <string_view>
 #include <unordered_map>
 
@@ -37,7 +38,7 @@ std::string SostituisciSenzaCaso(const std::string& s, std::string_view cerca, s
 // Upper-case name to the index of its first entry in the list.
 class Indice {
  public:
-  explicit Indice(const collection::ElencoFile& e) {
+  explicit Indice(const formats::ElencoFile& e) {
     const std::size_t n = VociUsabili(e);
     mappa_.reserve(n);
     for (std::size_t i = 0; i < n; ++i) mappa_.try_emplace(host::Maiuscolo(e.NomiFile[i]), i);
@@ -88,8 +89,9 @@ class MisuraPerCartella {
 
 std::string TestoAnalisiBackup(const ListeBackup& liste, const std::string& elencoCampione,
                                const MisuraFile& misura, std::vector<std::string>& fileTrovati,
-                               support::BarraProgresso& barra, char separatoreDecimale) {
-  const collection::ElencoFile& campione = liste.Campione;
+                               support::BarraProgresso& barra, char separatoreDecimale,
+                               TotaliBackup* totali) {
+  const formats::ElencoFile& campione = liste.Campione;
   const std::size_t numeroCampione = VociUsabili(campione);
   fileTrovati.assign(numeroCampione, {});
   for (std::size_t i = 0; i < numeroCampione; ++i)
@@ -157,6 +159,14 @@ std::string TestoAnalisiBackup(const ListeBackup& liste, const std::string& elen
     AggiungiRiga(t, riga + esito);
   }
 
+  if (totali)
+    *totali = {numeroFileTrovati,
+               corretti,
+               mancanti,
+               maggiori,
+               minori,
+               originaliCd,
+               numeroBackup - numeroFileTrovati};
   AggiungiRiga(t, std::string(74, '-'));
   AggiungiRiga(t, "FILE CORRETTI = " + std::to_string(corretti));
   AggiungiRiga(t, "FILE MANCANTI = " + std::to_string(mancanti));
@@ -165,6 +175,12 @@ std::string TestoAnalisiBackup(const ListeBackup& liste, const std::string& elen
   AggiungiRiga(t, "FILE CON DIMENSIONE MINORE   = " + std::to_string(minori));
   AggiungiRiga(t, "FILE ORIGINALI CD (VECCHI)   = " + std::to_string(originaliCd));
   return t;
+}
+
+MisuraFile MisuraCopieCampione() {
+  return [perCartella = std::make_shared<MisuraPerCartella>()](const std::string& percorso) {
+    return (*perCartella)(percorso);
+  };
 }
 
 std::optional<std::string> AnalisiBackup(const std::string& cartellaProgramma,
@@ -190,10 +206,8 @@ std::optional<std::string> AnalisiBackup(const std::string& cartellaProgramma,
     messaggi.Critico("Errore caricando elenco file di cartella trle_cd");
     return std::nullopt;
   }
-  MisuraPerCartella perCartella;
-  const MisuraFile misura = [&perCartella](const std::string& percorso) { return perCartella(percorso); };
-  std::string testo =
-      TestoAnalisiBackup(liste, elencoCampione, misura, fileTrovati, barra, support::SeparatoreDecimale());
+  std::string testo = TestoAnalisiBackup(liste, elencoCampione, MisuraCopieCampione(), fileTrovati, barra,
+                                         support::SeparatoreDecimale());
   barra.SetValue(0);
   barra.Refresh();
   return testo;

@@ -25,9 +25,14 @@ inline constexpr const char* kOriginaleCd = "ORIGINALE CD";
 inline constexpr const char* kCampioneMancante = "COPIA CAMPIONE NON TROVATA";
 
 struct ListeBackup {
-  collection::ElencoFile Campione;
-  collection::ElencoFile Utente;
-  collection::ElencoFile Cd;
+  formats::ElencoFile Campione;
+  formats::ElencoFile Utente;
+  formats::ElencoFile Cd;
+};
+
+// The six totals of the report, for callers that want the figures rather than the text.
+struct TotaliBackup {
+  std::int64_t Campione = 0, Corretti = 0, Mancanti = 0, Maggiori = 0, Minori = 0, OriginaliCd = 0, InPiu = 0;
 };
 
 // The report for three loaded lists. `elencoCampione` is the path of the sample list as line 4 shows it.
@@ -35,7 +40,11 @@ struct ListeBackup {
 // names, first entry wins), so the work grows with the lists' lengths and not with their product.
 std::string TestoAnalisiBackup(const ListeBackup& liste, const std::string& elencoCampione,
                                const MisuraFile& misura, std::vector<std::string>& fileTrovati,
-                               support::BarraProgresso& barra, char separatoreDecimale);
+                               support::BarraProgresso& barra, char separatoreDecimale,
+                               TotaliBackup* totali = nullptr);
+
+// The good copies measured as the menu item measures them: one listing per folder.
+MisuraFile MisuraCopieCampione();
 
 // The menu item: finds Ordelio on this computer, loads backup_trle.le and trle_cd.le from
 // `cartellaProgramma` and ordl.el from `cartellaDati`, and gives the report with `barra` back at 0. When it

@@ -8,9 +8,11 @@
 #include "analysis/prospetto_archivio.h"
 #include "analysis/prospetto_header.h"
 #include "analysis/prospetto_preferenze.h"
+#include "analysis/riepilogo.h"
 #include "analysis/testi.h"
 #include "host/nomi.h"
 #include "support/files.h"
+#include "support/valori.h"
 
 namespace analysis {
 namespace {
@@ -134,6 +136,12 @@ void mnu_Confronta_Click(Dialog_Analisi& d) {
     return;
   }
   Mostra(d, TestoConfronto(ConfrontaSnapshot({d.CartellaDati, d.Contenuto}, nuovo, d.Messaggi)));
+  DeselezionaProspetti(d);
+}
+
+void mnu_RiepilogoProblemi_Click(Dialog_Analisi& d) {
+  Mostra(d, TestoRiepilogo(CalcolaRiepilogo(d.CartellaDati, d.Contenuto, d.CartellaProgramma,
+                                            support::SeparatoreDecimale())));
   DeselezionaProspetti(d);
 }
 

@@ -102,6 +102,9 @@ void mnu_AnalisiBackup_Click(Dialog_Analisi& d);
 // report marks. Dati, the open snapshot's table and the header record stay as they were; a cancel changes
 // nothing, and a snapshot that cannot be read shows a critical message and no text. No check mark.
 void mnu_Confronta_Click(Dialog_Analisi& d);
+// The menu "Diagnosi": the findings of the opened snapshot. Like the backup analysis it clears the report
+// marks; it has no mark of its own.
+void mnu_RiepilogoProblemi_Click(Dialog_Analisi& d);
 // Runs the menu item `v`, as its click does.
 void EseguiVoce(Dialog_Analisi& d, Voce v);
 

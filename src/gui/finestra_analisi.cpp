@@ -108,6 +108,8 @@ void FinestraAnalisi::Costruisci() {
   QMenu* analisi = gui::Menu(Menu, "mnu_Analisi", "Analisi");
   voci_[static_cast<std::size_t>(kAnalisi.voce)] = Azione(analisi, kAnalisi.nome, kAnalisi.testo);
   mnu_Confronta = Azione(analisi, "mnu_Confronta", "Confronta con un altro snapshot...");
+  QMenu* diagnosi = gui::Menu(Menu, "mnu_Diagnosi", "Diagnosi");
+  mnu_RiepilogoProblemi = Azione(diagnosi, "mnu_RiepilogoProblemi", "Riepilogo problemi");
 
   for (int i = 0; i < analysis::kNumeroVoci; ++i) {
     const auto v = static_cast<analysis::Voce>(i);
@@ -123,6 +125,8 @@ void FinestraAnalisi::Costruisci() {
   connect(mnu_Esci, &QAction::triggered, this, [this] { close(); });
   connect(mnu_Copia, &QAction::triggered, this, [this] { analysis::mnu_Copia_Click(modello_); });
   connect(mnu_Confronta, &QAction::triggered, this, [this] { analysis::mnu_Confronta_Click(modello_); });
+  connect(mnu_RiepilogoProblemi, &QAction::triggered, this,
+          [this] { analysis::mnu_RiepilogoProblemi_Click(modello_); });
   connect(Pul_Trova, &QPushButton::clicked, this, [this] { analysis::Pul_Trova_Click(modello_); });
   connect(Pul_Prima, &QPushButton::clicked, this, [this] { analysis::Pul_Prima_Click(modello_); });
   connect(Pul_Dopo, &QPushButton::clicked, this, [this] { analysis::Pul_Dopo_Click(modello_); });

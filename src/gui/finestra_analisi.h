@@ -53,6 +53,7 @@ class FinestraAnalisi : public QDialog {
   QAction* mnu_Esci;
   QAction* mnu_Copia;
   QAction* mnu_Confronta;
+  QAction* mnu_RiepilogoProblemi;
 
  protected:
   void keyPressEvent(QKeyEvent* evento) override;

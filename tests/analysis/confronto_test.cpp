@@ -26,7 +26,7 @@ struct Membri {
   std::optional<formats::PrefRecord> pref = formats::PrefRecord{};
   formats::ArchivioHeader archivio;
   std::vector<formats::ArchivioLivello> livelli;
-  std::map<std::string, collection::ElencoFile> elenchi;
+  std::map<std::string, formats::ElencoFile> elenchi;
   std::map<std::string, std::string> file;
 };
 

@@ -11,7 +11,7 @@ cli=$t/checkordl-cli
 export WINEPREFIX=$t/p
 
 "$cli" demo "$WINEPREFIX" > "$t/prospetti" 2> "$t/err" || fail "demo: $(cat "$t/err")"
-[ "$(grep -c '^== ' "$t/prospetti")" = 10 ] || fail "demo reports: $(cat "$t/prospetti")"
+[ "$(grep -c '^== ' "$t/prospetti")" = 11 ] || fail "demo reports: $(cat "$t/prospetti")"
 grep -q '^  + \\data\\tut1.tr4 (1500 bytes)' "$t/prospetti" || fail "demo comparison"
 grep -q '^\\data\\title.tr4  26 Kb (27000 bytes) *ORIGINALE CD' "$t/prospetti" || fail "demo backup analysis"
 grep -q '^plain: Scanning is complete' "$t/err" || fail "closing message"

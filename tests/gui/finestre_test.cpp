@@ -18,6 +18,7 @@
 
 #include "cli/macchina_demo.h"
 #include "analysis/confronto.h"
+#include "analysis/riepilogo.h"
 #include "collection/controllo.h"
 #include "collection/scoperta.h"
 #include "finestra_prova.h"
@@ -27,6 +28,7 @@
 #include "gui/testo_qt.h"
 #include "host/machine.h"
 #include "support/files.h"
+#include "support/valori.h"
 
 using analysis::Voce;
 
@@ -297,6 +299,31 @@ class ProvaFinestre : public QObject {
     w.Pul_EstraiDati->click();
     QCOMPARE(mostrata, 1);
     QVERIFY(!w.Chiusa());
+  }
+
+  // The findings: the same text as the headless tool gives for the same snapshot, the report marks cleared.
+  void riepilogoComeLoStrumento() {
+    Demo();
+    {
+      FinestraProva run;
+      formats::PrefRecord pref;
+      collection::CercaInstallazioni(run.principale, pref);
+      collection::Pul_Start_Click(run.principale);
+    }
+    QVERIFY(cli::CreaElenchiDemo(host::CartellaProgramma()));
+    Banco banco;
+    formats::InfoHeader header;
+    gui::FinestraAnalisi f(nullptr, banco.messaggi, banco.file, banco.appunti, header);
+    analysis::ImpostaValori(f.Modello(), collection::kNomeSnapshot);
+    f.Voce(Voce::mnu_ShowPref)->trigger();
+    f.mnu_RiepilogoProblemi->trigger();
+    const std::string altrove = host::CartellaProgramma() + "\\Altrove";
+    QVERIFY(support::CreaCartella(altrove));
+    const std::string strumento = analysis::TestoRiepilogo(analysis::ApriEVerifica(
+        collection::kNomeSnapshot, altrove, host::CartellaProgramma(), support::SeparatoreDecimale()));
+    QCOMPARE(f.Area().Testo(), strumento);
+    for (int i = 0; i < analysis::kNumeroVoci; ++i) QVERIFY(!f.Voce(static_cast<Voce>(i))->isChecked());
+    QVERIFY(banco.messaggi.tutti.empty());
   }
 
   // The comparison with a second snapshot: the model's text, the marks cleared, Dati left as it was.

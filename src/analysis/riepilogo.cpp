@@ -1,0 +1,484 @@
+#include "analysis/riepilogo.h"
+
+#include <algorithm>
+#include <iterator>
+#include <nlohmann/json.hpp>
+#include <unordered_set>
+
+#include "analysis/analisi_backup.h"
+#include "analysis/elenchi.h"
+#include "analysis/prospetto_archivio.h"
+#include "analysis/testo.h"
+#include "formats/archivio.h"
+#include "formats/info_header.h"
+#include "formats/preferenze.h"
+#include "formats/script.h"
+#include "host/machine.h"
+#include "host/nomi.h"
+#include "support/files.h"
+#include "support/valori.h"
+
+namespace analysis {
+namespace {
+
+// Below this a drive is too full for the editor to build its levels.
+constexpr double kSpazioMinimo = 200.0 * 1024 * 1024;
+constexpr std::size_t kColonnaId = 27;
+
+// Messages that a reader shows are kept as the reason of a finding instead of reaching a window.
+class MessaggiTenuti : public support::Messaggi {
+ public:
+  void Semplice(const std::string& testo) override { Aggiungi(testo); }
+  void Critico(const std::string& testo) override { Aggiungi(testo); }
+  std::string testo;
+
+ private:
+  void Aggiungi(const std::string& t) { testo += (testo.empty() ? "" : "; ") + t; }
+};
+
+// The one place where a file list is read: the reports' lenient reader. Empty when it read cleanly, else
+// what went wrong; the entries read so far are kept either way.
+std::string LeggiElenco(const std::string& percorso, formats::ElencoFile& elenco) {
+  support::BarraMuta barra;
+  MessaggiTenuti messaggi;
+  CaricaElencoFile(percorso, elenco, barra, messaggi);
+  return messaggi.testo;
+}
+
+// The one place where script.dat is read: the level files it names, as the script report prints them,
+// leaving out the empty entries of a script with fewer names than its count.
+std::vector<std::string> LeggiScript(const std::string& percorso) {
+  std::int32_t numero = 0;
+  std::vector<std::string> livelli;
+  formats::LeggiLivelliScript(percorso, numero, livelli);
+  if (numero < 0) numero = 0;
+  livelli.resize(std::min(livelli.size(), static_cast<std::size_t>(numero)));
+  std::erase_if(livelli, [](const std::string& l) { return l.empty(); });
+  return livelli;
+}
+
+// A Windows folder path as compared: upper case, no closing backslash.
+std::string CartellaConfrontabile(std::string p) {
+  while (!p.empty() && p.back() == '\\') p.pop_back();
+  return host::Maiuscolo(p);
+}
+
+struct Flag {
+  std::int32_t bit;
+  const char* id;
+  Gravita livello;
+  const char* titolo;
+  const char* azione;
+};
+// In the order of the header report's table.
+constexpr Flag kFlag[] = {
+    {formats::kMancaArchivioQlv, "flag.no-archive", Gravita::fail,
+     "The check found no level archive where ordelio.prf points",
+     "Point Ordelio's settings at the level archive, or restore archivio.qlv from a backup."},
+    {formats::kMancaCartellaOrdl, "flag.no-ordelio-folder", Gravita::fail,
+     "The check found no Ordelio folder",
+     "Reinstall Ordelio, or choose its folder with \"Change\" before the check."},
+    {formats::kMancaCartellaArchivio, "flag.no-archive-folder", Gravita::fail,
+     "The check found no archive folder",
+     "Make the archive folder named in Ordelio's archive, or restore it."},
+    {formats::kMancaCartellaBackup, "flag.no-backup-folder", Gravita::fail,
+     "The check found no backup folder", "Let Ordelio make its backup_trle folder, then check again."},
+    {formats::kMancaCartellaTrle, "flag.no-editor-folder", Gravita::fail,
+     "The check found no level editor folder",
+     "Reinstall the level editor, or choose its folder with \"Change\" before the check."},
+    {formats::kMancaOrdelioPrf, "flag.no-preferences", Gravita::fail,
+     "The check found no ordelio.prf in the Ordelio folder",
+     "Start Ordelio once so that it writes its settings, then check again."},
+    {formats::kMancaOrdl2009Exe, "flag.no-ordl2009", Gravita::fail,
+     "The check found no ordl2009.exe in the Ordelio folder", "Reinstall Ordelio."},
+    {formats::kMancaOrdeioTxt, "flag.no-ordeio-txt", Gravita::warn,
+     "The check found no ordeio.txt in the editor folder",
+     "Install a level with Ordelio so that it writes ordeio.txt, then check again."},
+    {formats::kMancaScriptDat, "flag.no-script", Gravita::fail,
+     "The check found no script.dat in the editor folder",
+     "Build the script in the level editor so that script.dat is written."},
+};
+constexpr std::int32_t kBitNoti = 0x1FF;
+
+class Verifica {
+ public:
+  Verifica(const std::string& dati, const collection::ContenutoSnapshot& contenuto, std::string programma,
+           char separatore)
+      : cartellaDati_(dati),
+        dati_(dati + "\\"),
+        contenuto_(contenuto),
+        programma_(std::move(programma)),
+        separatore_(separatore) {}
+
+  std::vector<Esito> Esegui() {
+    Membri();
+    if (haHeader_) Flag();
+    if (haTrle_) {
+      if (trleIntero_) {
+        nomiTrle_ = NomiTrle();
+        if (haScript_) LivelliScript();
+        LivelliVuoti();
+        Tomb4();
+      }
+      if (haPref_) CartellaEditor();
+    }
+    if (!archivio_.empty() && haDirarc_ && dirarcIntero_) CartelleArchivio();
+    if (haHeader_) {
+      Spazio();
+      VersioneOrdelio();
+    }
+    if (haOrdl_ && ordlIntero_) Backup();
+    std::stable_sort(esiti_.begin(), esiti_.end(),
+                     [](const Esito& a, const Esito& b) { return a.Livello < b.Livello; });
+    return std::move(esiti_);
+  }
+
+ private:
+  void Aggiungi(const char* id, Gravita g, std::string titolo, std::vector<Prova> prove = {},
+                std::string azione = {}) {
+    esiti_.push_back({id, g, std::move(titolo), std::move(prove), std::move(azione)});
+  }
+
+  // A list member, read once; false when the snapshot lacks it. `intero` tells whether it read cleanly:
+  // the checks on a list's entries leave out a list that did not, rather than report what is merely unread.
+  bool Elenco(const char* nome, formats::ElencoFile& e, bool& intero) {
+    const std::string percorso = dati_ + nome;
+    if (!support::FileExists(percorso)) return false;
+    const std::string problema = LeggiElenco(percorso, e);
+    intero = problema.empty();
+    if (!intero)
+      Aggiungi(
+          "list.unreadable", Gravita::warn, std::string(nome) + " could not be read whole",
+          {{"list", nome}, {"reason", problema}, {"entries_read", static_cast<std::int64_t>(VociUsabili(e))}},
+          "Ask the user for a new snapshot: the checks on this list's files were left out.");
+    return true;
+  }
+
+  void Membri() {
+    haHeader_ = support::FileExists(dati_ + "infofile.bin") &&
+                formats::LeggiInfoHeader(dati_ + "infofile.bin", &header_);
+    haPref_ =
+        support::FileExists(dati_ + "ordelio.prf") && formats::LeggiPreferenze(dati_ + "ordelio.prf", &prf_);
+    archivio_ = TrovaArchivio(contenuto_, cartellaDati_);
+    if (!archivio_.empty() && !support::FileExists(archivio_)) archivio_.clear();
+    haOrdl_ = Elenco("ordl.el", ordl_, ordlIntero_);
+    haTrle_ = Elenco("trle.el", trle_, trleIntero_);
+    haDirarc_ = Elenco("dirarc.el", dirarc_, dirarcIntero_);
+    haScript_ = support::FileExists(dati_ + "script.dat");
+    const struct {
+      const char* nome;
+      bool presente;
+      const char* serve;
+    } membri[] = {
+        {"infofile.bin", haHeader_, "the header report, the flags and the disk space"},
+        {"ordelio.prf", haPref_, "the preferences report and the editor folder check"},
+        {"archivio.qlv", !archivio_.empty(), "the archive report and the archive folder check"},
+        {"ordl.el", haOrdl_, "the Ordelio listing and the backup analysis"},
+        {"trle.el", haTrle_, "the editor listing and the level checks"},
+        {"dirarc.el", haDirarc_, "the archive listing and the archive folder check"},
+        {"ordeio.txt", support::FileExists(dati_ + "ordeio.txt"), "the ordeio.txt report"},
+        {"script.dat", haScript_, "the script report and the level check"},
+    };
+    std::int64_t presenti = 0;
+    for (const auto& m : membri) {
+      if (m.presente) {
+        ++presenti;
+        continue;
+      }
+      // Without the header the snapshot did not come whole from a check run.
+      Aggiungi(
+          "member.missing", m.nome == std::string("infofile.bin") ? Gravita::fail : Gravita::warn,
+          std::string("The snapshot holds no ") + m.nome, {{"member", m.nome}, {"needed_by", m.serve}},
+          "Ask the user for a new snapshot; if it still lacks the file, the file is missing on the machine.");
+    }
+    if (presenti == std::ssize(membri))
+      Aggiungi("member.all-present", Gravita::pass, "The snapshot holds all 8 files the reports read",
+               {{"members", presenti}});
+  }
+
+  void Flag() {
+    const std::int32_t f = header_.FlagErrori;
+    const std::string esa = "0x" + Esadecimale(f, 32);
+    for (const auto& r : kFlag)
+      if (f & r.bit) Aggiungi(r.id, r.livello, r.titolo, {{"FlagErrori", esa}}, r.azione);
+    if (f & ~kBitNoti)
+      Aggiungi("flag.unknown-bits", Gravita::warn, "Error flags are set that this program does not know",
+               {{"FlagErrori", esa}, {"unknown_bits", "0x" + Esadecimale(f & ~kBitNoti, 32)}},
+               "Ask the user which program made the snapshot, and make it again with this one.");
+    if (f == 0) Aggiungi("flag.none", Gravita::pass, "The check set no error flag", {{"FlagErrori", esa}});
+  }
+
+  std::unordered_set<std::string> NomiTrle() const {
+    std::unordered_set<std::string> nomi;
+    const std::size_t n = VociUsabili(trle_);
+    nomi.reserve(n);
+    for (std::size_t i = 0; i < n; ++i) nomi.insert(host::Maiuscolo(trle_.NomiFile[i]));
+    return nomi;
+  }
+
+  void LivelliScript() {
+    const std::vector<std::string> livelli = LeggiScript(dati_ + "script.dat");
+    std::unordered_set<std::string> detti;
+    std::int64_t mancanti = 0;
+    for (const auto& l : livelli) {
+      const std::string chiave = host::Maiuscolo(l.front() == '\\' ? l : "\\" + l);
+      // A level the script names twice is told once.
+      if (nomiTrle_.contains(chiave) || !detti.insert(chiave).second) continue;
+      ++mancanti;
+      Aggiungi(
+          "script.level-missing", Gravita::fail, "A level that script.dat names is not in the editor folder",
+          {{"level", l}, {"editor_folder", trle_.CartellaBase}},
+          "Copy the level file into the editor folder or take it out of the script: the game stops when it "
+          "reaches that level.");
+    }
+    if (mancanti == 0)
+      Aggiungi(
+          "script.levels-present", Gravita::pass,
+          "All " + std::to_string(livelli.size()) + " levels that script.dat names are in the editor folder",
+          {{"levels", static_cast<std::int64_t>(livelli.size())}});
+  }
+
+  void LivelliVuoti() {
+    std::int64_t livelli = 0, vuoti = 0;
+    for (std::size_t i = 0; i < VociUsabili(trle_); ++i) {
+      const std::string& nome = trle_.NomiFile[i];
+      if (host::Maiuscolo(support::EstraiEstensione(nome)) != ".TR4") continue;
+      ++livelli;
+      if (trle_.DimensioniFile[i] != 0) continue;
+      ++vuoti;
+      Aggiungi("editor.empty-level", Gravita::fail, "A level file in the editor folder is empty",
+               {{"file", nome}, {"size", std::int64_t{0}}},
+               "Build the level again in the level editor, or copy it back from a backup.");
+    }
+    if (vuoti == 0)
+      Aggiungi("editor.no-empty-level", Gravita::pass,
+               "None of the " + std::to_string(livelli) + " level files in the editor folder is empty",
+               {{"levels", livelli}});
+  }
+
+  void Tomb4() {
+    if (nomiTrle_.contains("\\TOMB4.EXE"))
+      Aggiungi("editor.tomb4-present", Gravita::pass, "The editor folder holds tomb4.exe",
+               {{"editor_folder", trle_.CartellaBase}});
+    else
+      Aggiungi("editor.no-tomb4", Gravita::fail, "The editor folder holds no tomb4.exe",
+               {{"editor_folder", trle_.CartellaBase}},
+               "Reinstall the level editor: without tomb4.exe no level can be played.");
+  }
+
+  void CartellaEditor() {
+    const std::string pathTrle = support::PulisciStringa(prf_.PathTRLE.Testo());
+    const std::vector<Prova> prove = {{"PathTRLE", pathTrle}, {"editor_folder", trle_.CartellaBase}};
+    if (CartellaConfrontabile(pathTrle) == CartellaConfrontabile(trle_.CartellaBase))
+      Aggiungi("prefs.same-editor-folder", Gravita::pass,
+               "Ordelio points at the editor folder that was checked", prove);
+    else
+      Aggiungi(
+          "prefs.other-editor-folder", Gravita::fail,
+          "Ordelio points at another editor folder than the one that was checked", prove,
+          "Set the editor folder in Ordelio's settings to the level editor the user plays, or check that "
+          "folder instead.");
+  }
+
+  void CartelleArchivio() {
+    formats::ArchivioHeader h;
+    if (!formats::LeggiArchivioHeader(archivio_, &h)) return;
+    // A level folder shows in the list only through the files below it.
+    std::unordered_set<std::string> cartelle;
+    for (std::size_t i = 0; i < VociUsabili(dirarc_); ++i) {
+      const std::string& nome = dirarc_.NomiFile[i];
+      const std::size_t inizio = nome.starts_with('\\') ? 1 : 0;
+      const std::size_t fine = nome.find('\\', inizio);
+      if (fine != std::string::npos) cartelle.insert(host::Maiuscolo(nome.substr(inizio, fine - inizio)));
+    }
+    const auto numero = static_cast<std::int64_t>(cartelle.size());
+    const std::vector<Prova> prove = {{"TotLivelli", std::int64_t{h.TotLivelli}},
+                                      {"folders", numero},
+                                      {"archive_folder", dirarc_.CartellaBase}};
+    if (numero < h.TotLivelli)
+      Aggiungi("archive.few-folders", Gravita::warn,
+               "The archive lists " + std::to_string(h.TotLivelli) + " levels but its folder holds " +
+                   std::to_string(numero) + " level folders",
+               prove, "Restore the missing level folders from a backup, or let Ordelio rebuild its archive.");
+    else
+      Aggiungi(
+          "archive.folders-match", Gravita::pass,
+          "The archive folder holds a folder for each of the " + std::to_string(h.TotLivelli) + " levels",
+          prove);
+  }
+
+  void Spazio() {
+    struct Disco {
+      std::string lettera;
+      double libero;
+    };
+    std::vector<Disco> dischi = {{"C", header_.SpazioDiscoC}};
+    const char maggiore = host::Maiuscola(header_.DiscoMaggiore.byte[0]);
+    if (maggiore >= 'A' && maggiore <= 'Z' && maggiore != 'C')
+      dischi.push_back({std::string(1, maggiore), header_.SpazioDiscoMaggiore});
+    std::string tutti;
+    bool poco = false;
+    for (const auto& d : dischi) {
+      const std::string libero = support::FormattaDimensione(d.libero, separatore_);
+      tutti += (tutti.empty() ? "" : ", ") + d.lettera + ": " + libero;
+      if (d.libero >= kSpazioMinimo) continue;
+      poco = true;
+      Aggiungi("disk.low-space", Gravita::warn,
+               "Drive " + d.lettera + ": has little free space (" + libero + ")",
+               {{"drive", d.lettera}, {"free_bytes", static_cast<std::int64_t>(d.libero)}},
+               "Free at least 200 Mb on drive " + d.lettera + ": before building or installing levels.");
+    }
+    if (!poco) Aggiungi("disk.space-ok", Gravita::pass, "Enough free space: " + tutti);
+  }
+
+  void VersioneOrdelio() {
+    if (header_.FlagErrori & formats::kMancaOrdl2009Exe) return;
+    const std::string versione = support::PulisciStringa(header_.VersioneOrdelio.Testo());
+    if (versione.empty())
+      Aggiungi(
+          "ordelio.no-version", Gravita::warn, "ordl2009.exe was found but carries no version text",
+          {{"VersioneOrdelio", versione}},
+          "Reinstall Ordelio from its own setup: this ordl2009.exe may be damaged or not the right one.");
+    else
+      Aggiungi("ordelio.version", Gravita::pass, "Ordelio's version is " + versione,
+               {{"VersioneOrdelio", versione}});
+  }
+
+  void Backup() {
+    const std::string campione = programma_ + "\\backup_trle.le", cd = programma_ + "\\trle_cd.le";
+    if (!support::FileExists(campione) || !support::FileExists(cd)) return;
+    ListeBackup liste;
+    LeggiElenco(campione, liste.Campione);
+    LeggiElenco(cd, liste.Cd);
+    liste.Utente = ordl_;
+    std::vector<std::string> fileTrovati;
+    support::BarraMuta barra;
+    TotaliBackup t;
+    TestoAnalisiBackup(liste, campione, MisuraCopieCampione(), fileTrovati, barra, separatore_, &t);
+    const std::vector<Prova> prove = {{"sample_files", t.Campione}, {"correct", t.Corretti},
+                                      {"missing", t.Mancanti},      {"larger", t.Maggiori},
+                                      {"smaller", t.Minori},        {"cd_originals", t.OriginaliCd}};
+    if (t.Mancanti + t.Maggiori + t.Minori > 0)
+      Aggiungi("backup.differs", Gravita::warn,
+               "backup_trle differs from the sample: " + std::to_string(t.Mancanti) + " missing, " +
+                   std::to_string(t.Maggiori) + " larger, " + std::to_string(t.Minori) + " smaller",
+               prove,
+               "Run the backup analysis for the files, and have the user restore them from the sample.");
+    else
+      Aggiungi("backup.matches", Gravita::pass,
+               "backup_trle matches the sample (" + std::to_string(t.Corretti) + " files)", prove);
+  }
+
+  const std::string cartellaDati_;
+  // With its closing backslash, for the members' paths.
+  const std::string dati_;
+  const collection::ContenutoSnapshot& contenuto_;
+  const std::string programma_;
+  const char separatore_;
+  formats::InfoHeader header_;
+  formats::PrefRecord prf_;
+  bool haHeader_ = false, haPref_ = false, haScript_ = false, haOrdl_ = false, haTrle_ = false,
+       haDirarc_ = false, ordlIntero_ = false, trleIntero_ = false, dirarcIntero_ = false;
+  // The archive member's path, "" when the snapshot lacks it.
+  std::string archivio_;
+  formats::ElencoFile ordl_, trle_, dirarc_;
+  // The editor list's names in upper case, for the lookups.
+  std::unordered_set<std::string> nomiTrle_;
+  std::vector<Esito> esiti_;
+};
+
+const char* NomeGravita(Gravita g) {
+  switch (g) {
+    case Gravita::fail:
+      return "fail";
+    case Gravita::warn:
+      return "warn";
+    case Gravita::pass:
+      break;
+  }
+  return "pass";
+}
+
+std::string TestoProva(const Prova& p) {
+  if (const auto* s = std::get_if<std::string>(&p.Valore)) return p.Nome + ": " + *s;
+  return p.Nome + ": " + std::to_string(std::get<std::int64_t>(p.Valore));
+}
+
+}  // namespace
+
+std::vector<Esito> CalcolaRiepilogo(const std::string& cartellaDati,
+                                    const collection::ContenutoSnapshot& contenuto,
+                                    const std::string& cartellaProgramma, char separatoreDecimale) {
+  return Verifica(cartellaDati, contenuto, cartellaProgramma, separatoreDecimale).Esegui();
+}
+
+RiepilogoSnapshot ApriEVerifica(const std::string& snapshot, const std::string& cartella,
+                                const std::string& cartellaProgramma, char separatoreDecimale) {
+  RiepilogoSnapshot r;
+  if (!support::FileExists(snapshot))
+    r.Errore = "the file does not exist";
+  else if (!collection::EstraiSnapshot(snapshot, cartella, r.Contenuto))
+    r.Errore = "not a snapshot, or cut off: its table or a member runs past the end of the file";
+  else
+    r.Esiti = CalcolaRiepilogo(cartella, r.Contenuto, cartellaProgramma, separatoreDecimale);
+  return r;
+}
+
+std::string TestoRiepilogo(const std::vector<Esito>& esiti) {
+  std::int64_t conta[3] = {};
+  for (const auto& e : esiti) ++conta[static_cast<int>(e.Livello)];
+  std::string t;
+  AggiungiRiga(t, "Findings: " + std::to_string(conta[0]) + " fail, " + std::to_string(conta[1]) + " warn, " +
+                      std::to_string(conta[2]) + " pass");
+  const std::string rientro(6 + kColonnaId, ' ');
+  for (const Esito& e : esiti) {
+    std::string riga = host::Maiuscolo(NomeGravita(e.Livello)) + "  " + e.Id;
+    riga.append(riga.size() < rientro.size() ? rientro.size() - riga.size() : 1, ' ');
+    AggiungiRiga(t, riga + e.Titolo);
+    if (e.Livello == Gravita::pass) continue;
+    std::string prove;
+    for (const auto& p : e.Prove) prove += (prove.empty() ? "" : "; ") + TestoProva(p);
+    if (!prove.empty()) AggiungiRiga(t, rientro + prove);
+    if (!e.Azione.empty()) AggiungiRiga(t, rientro + "-> " + e.Azione);
+  }
+  return t;
+}
+
+std::string TestoRiepilogo(const RiepilogoSnapshot& r) {
+  if (r.Errore.empty()) return TestoRiepilogo(r.Esiti);
+  std::string t;
+  AggiungiRiga(t, "The snapshot cannot be read: " + r.Errore);
+  return t;
+}
+
+std::string JsonRiepilogo(const std::string& snapshot, const RiepilogoSnapshot& r) {
+  using nlohmann::ordered_json;
+  const auto utf8 = [](const std::string& s) { return host::VersoUtf8(s); };
+  ordered_json j;
+  j["snapshot"] = utf8(snapshot);
+  if (!r.Errore.empty()) j["error"] = r.Errore;
+  ordered_json membri = ordered_json::array();
+  const std::size_t n = std::min(r.Contenuto.Nomi.size(), r.Contenuto.Dimensioni.size());
+  for (std::size_t i = 0; i < n; ++i)
+    membri.push_back({{"name", utf8(r.Contenuto.Nomi[i])}, {"size", r.Contenuto.Dimensioni[i]}});
+  j["members"] = std::move(membri);
+  ordered_json esiti = ordered_json::array();
+  for (const auto& e : r.Esiti) {
+    ordered_json prove = ordered_json::object();
+    for (const auto& p : e.Prove) {
+      if (const auto* s = std::get_if<std::string>(&p.Valore))
+        prove[utf8(p.Nome)] = utf8(*s);
+      else
+        prove[utf8(p.Nome)] = std::get<std::int64_t>(p.Valore);
+    }
+    esiti.push_back({{"id", e.Id},
+                     {"severity", NomeGravita(e.Livello)},
+                     {"title", utf8(e.Titolo)},
+                     {"evidence", std::move(prove)},
+                     {"action", utf8(e.Azione)}});
+  }
+  j["findings"] = std::move(esiti);
+  return j.dump(-1, ' ', false, ordered_json::error_handler_t::replace);
+}
+
+}  // namespace analysis

@@ -1,0 +1,155 @@
+// The findings of snapshots made to trip each check (and one that passes them all), as text and as JSON,
+// against tests/data/riepilogo/<case>.txt and <case>.json.
+// CHECKORDL_RIGENERA=1 rewrites those files from what the code gives now, for a change of wording
+// made on purpose; read the diff before committing it.
+#include "analysis/riepilogo.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <functional>
+#include <map>
+#include <nlohmann/json.hpp>
+
+#include "formats/archivio.h"
+#include "formats/info_header.h"
+#include "formats/preferenze.h"
+#include "macchina_prova.h"
+#include "support/files.h"
+
+namespace {
+
+std::string Stringa(const std::string& s) {
+  return Le32(static_cast<std::int32_t>(s.size())) + s;
+}
+
+std::string Elenco(const std::string& base, const std::vector<std::pair<std::string, std::int32_t>>& voci) {
+  std::string b = Le32(static_cast<std::int32_t>(voci.size())) + Stringa(base);
+  for (const auto& v : voci) b += Stringa(v.first);
+  for (const auto& v : voci) b += Le32(v.second);
+  return b;
+}
+
+// The count at offset 10, a table of offsets of which only the last is read (30 bytes past it must hold the
+// last name), the names.
+std::string Script(const std::vector<std::string>& livelli) {
+  std::string nomi;
+  for (const auto& l : livelli) nomi += l + '\0';
+  const auto n = static_cast<std::int32_t>(livelli.size());
+  return std::string(10, '\0') + Le32(n).substr(0, 2) + std::string(42 + 2 * n, '\0') +
+         Le32(static_cast<std::int32_t>(nomi.size())).substr(0, 2) + nomi;
+}
+
+struct Caso {
+  formats::InfoHeader h;
+  formats::PrefRecord p;
+  formats::ArchivioHeader a;
+  std::map<std::string, std::string> membri = {
+      {"TRLE.el", Elenco("C:\\Giochi\\Trle", {{"\\tomb4.exe", 800000},
+                                              {"\\graphics\\vuoto.bmp", 0},
+                                              {"\\data\\title.tr4", 1000},
+                                              {"\\data\\egypt.TR4", 2000}})},
+      {"DirArc.el",
+       Elenco(
+           "C:\\Ordelio\\Livelli",
+           {{"\\leggimi.txt", 5}, {"\\Kriegler\\k.tr4", 9}, {"\\kriegler\\k.tr4", 9}, {"\\Egitto\\e", 9}})},
+      {"ORDL.el", Elenco("C:\\Ordelio", {{"\\backup_trle\\tomb4.exe", 4}, {"\\backup_trle\\a.tr4", 3}})},
+      {"ordeio.txt", "Kriegler\r\n"},
+      {"script.dat", Script({"DATA\\TITLE", "data\\Egypt"})}};
+  // Whether the program folder holds the two sample lists.
+  bool campioni = false;
+
+  Caso() {
+    h.VersioneOrdelio.Assegna("2.0.1");
+    h.SpazioDiscoC = 5e9;
+    h.SpazioDiscoMaggiore = 8e9;
+    h.DiscoMaggiore.Assegna("D");
+    p.PathTRLE.Assegna("c:\\giochi\\TRLE\\");
+    a.TotLivelli = 2;
+  }
+  std::string Snapshot() {
+    membri.try_emplace("infofile.bin", formats::CodificaInfoHeader(h));
+    membri.try_emplace("ordelio.prf", formats::CodificaPreferenze(p));
+    membri.try_emplace("Archivio.QLV", formats::CodificaArchivioHeader(a));
+    std::erase_if(membri, [](const auto& m) { return m.second.empty(); });
+    std::string tabella, corpi;
+    for (const auto& [nome, byte] : membri) {
+      tabella += Stringa("C:\\Utente\\" + nome) + Le32(static_cast<std::int32_t>(byte.size()));
+      corpi += byte;
+    }
+    return Le32(static_cast<std::int32_t>(membri.size())) + tabella + corpi;
+  }
+};
+
+TEST(Riepilogo, CasiControAttesi) {
+  const std::map<std::string, std::function<void(Caso&)>> casi = {
+      {"sano", [](Caso& c) { c.campioni = true; }},
+      {"flag_e_dischi",
+       [](Caso& c) {
+         c.h.FlagErrori =
+             formats::kMancaArchivioQlv | formats::kMancaOrdelioPrf | formats::kMancaOrdeioTxt | 0x400;
+         c.h.VersioneOrdelio.Assegna("");
+         c.h.SpazioDiscoC = 100.0 * 1024 * 1024;
+         c.h.SpazioDiscoMaggiore = 150.0 * 1024 * 1024;
+       }},
+      {"editor",
+       [](Caso& c) {
+         c.membri["script.dat"] = Script({"DATA\\TITLE", "DATA\\TUT1", "\\data\\egypt", "DATA\\TUT1"});
+         c.membri["TRLE.el"] =
+             Elenco("C:\\Giochi\\Trle\\", {{"\\data\\title.tr4", 1000}, {"\\data\\egypt.tr4", 0}});
+         c.p.PathTRLE.Assegna("C:\\Giochi\\Trle2");
+       }},
+      {"archivio_e_backup",
+       [](Caso& c) {
+         c.a.TotLivelli = 3;
+         c.membri["ORDL.el"] = Elenco("C:\\Ordelio", {{"\\backup_trle\\tomb4.exe", 5}});
+         c.campioni = true;
+       }},
+      {"membri_mancanti",
+       [](Caso& c) {
+         c.membri = {
+             {"script.dat", Script({"X"})}, {"infofile.bin", ""}, {"ordelio.prf", ""}, {"Archivio.QLV", ""}};
+       }},
+      // Lists that cannot be read leave their checks out; without ordl2009.exe no version is expected.
+      {"elenchi_rotti_senza_ordl2009",
+       [](Caso& c) {
+         c.membri["TRLE.el"] = Le32(1000) + Stringa("C:\\x") + Stringa("\\tomb4.exe");
+         c.membri["DirArc.el"] = Le32(-1);
+         c.h.FlagErrori = formats::kMancaOrdl2009Exe;
+         c.h.VersioneOrdelio = {};
+         c.h.DiscoMaggiore.Assegna("c");
+       }},
+  };
+  const std::string cartella = std::string(CHECKORDL_DATI_PROVA) + "/riepilogo/";
+  const bool riscrivi = std::getenv("CHECKORDL_RIGENERA") != nullptr;
+  for (const auto& [nome, prepara] : casi) {
+    SCOPED_TRACE(nome);
+    MacchinaProva m;
+    Caso c;
+    prepara(c);
+    MacchinaProva::ScriviHost(m.C("s.bin"), c.Snapshot());
+    ASSERT_TRUE(support::CreaCartella("C:\\Dati"));
+    // The good copy of a backup folder that holds tomb4.exe and a.tr4, and its sample lists.
+    MacchinaProva::ScriviHost(m.C("Campione/tomb4.exe"), "1234");
+    MacchinaProva::ScriviHost(m.C("Campione/a.tr4"), "123");
+    if (c.campioni) {
+      MacchinaProva::ScriviHost(m.C("P/backup_trle.le"),
+                                Elenco("C:\\Campione", {{"\\tomb4.exe", 4}, {"\\a.tr4", 3}}));
+      MacchinaProva::ScriviHost(m.C("P/trle_cd.le"), Elenco("D:", {}));
+    }
+
+    const auto r = analysis::ApriEVerifica("C:\\s.bin", "C:\\Dati", "C:\\P", '.');
+    const std::string testo = analysis::TestoRiepilogo(r);
+    const std::string json = analysis::JsonRiepilogo("C:\\s.bin", r) + "\n";
+    const auto j = nlohmann::json::parse(json);
+    ASSERT_EQ(j["findings"].size(), r.Esiti.size());
+    if (riscrivi) {
+      MacchinaProva::ScriviHost(cartella + nome + ".txt", testo);
+      MacchinaProva::ScriviHost(cartella + nome + ".json", json);
+    }
+    EXPECT_EQ(testo, MacchinaProva::LeggiHost(cartella + nome + ".txt"));
+    EXPECT_EQ(json, MacchinaProva::LeggiHost(cartella + nome + ".json"));
+  }
+}
+
+}  // namespace
