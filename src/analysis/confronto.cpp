@@ -85,7 +85,7 @@ Differenze Elenco(const SnapshotAperto& v, const SnapshotAperto& n, support::Mes
   return parti::ParteElenco(quale.File, v, n, m);
 }
 
-// The parts in the order of the report menu; one more part is one more row.
+// The parts in the order of the menus; one more part is one more row.
 const Parte kParti[] = {
     {"header", "HEADER", parti::ParteHeader},
     {"pref", "PREFERENZE", parti::PartePreferenze},
@@ -95,6 +95,7 @@ const Parte kParti[] = {
     {"dirarc", "DIRECTORY ARCHIVIO LIVELLI", Elenco<kDirectoryArchivio>},
     {"ordeio", "ORDEIO.TXT", parti::ParteOrdeio},
     {"script", "SCRIPT.DAT", parti::ParteScript},
+    {"findings", "RIEPILOGO PROBLEMI", parti::ParteRiepilogo},
 };
 
 }  // namespace

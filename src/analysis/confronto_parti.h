@@ -43,5 +43,7 @@ Differenze ParteElenco(const std::string& file, const SnapshotAperto& v, const S
                        support::Messaggi& messaggi);
 Differenze ParteOrdeio(const SnapshotAperto& v, const SnapshotAperto& n, support::Messaggi& messaggi);
 Differenze ParteScript(const SnapshotAperto& v, const SnapshotAperto& n, support::Messaggi& messaggi);
+// and the findings that appeared, went away or changed.
+Differenze ParteRiepilogo(const SnapshotAperto& v, const SnapshotAperto& n, support::Messaggi& messaggi);
 
 }  // namespace analysis::parti
