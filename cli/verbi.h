@@ -13,6 +13,11 @@ using Argomenti = std::vector<std::string>;
 // Prints the usage text (after a reason, when given) and gives the usage exit status.
 int Uso(const std::string& motivo = {});
 
+// Splits the arguments into the options (those of `note` that were given) and the rest; 0, or the usage
+// exit status after an unknown option.
+int SenzaOpzioni(const Argomenti& args, const std::vector<std::string>& note, Argomenti& opzioni,
+                 Argomenti& resto);
+
 int VerboPack(const Argomenti& args, MessaggiConsole& msg);
 int VerboUnpack(const Argomenti& args, MessaggiConsole& msg);
 int VerboVersion(const Argomenti& args, MessaggiConsole& msg);

@@ -23,18 +23,10 @@ int Confronta(const std::string& vecchio, const std::string& nuovo, bool json, M
 }
 
 int VerboCompare(const Argomenti& args, MessaggiConsole& msg) {
-  bool json = false;
-  Argomenti snapshot;
-  for (const auto& a : args) {
-    if (a == "--json")
-      json = true;
-    else if (a.starts_with("--"))
-      return Uso("unknown option: " + a);
-    else
-      snapshot.push_back(ArgomentoPercorso(a));
-  }
+  Argomenti opzioni, snapshot;
+  if (const int uso = SenzaOpzioni(args, {"--json"}, opzioni, snapshot)) return uso;
   if (snapshot.size() != 2) return Uso("compare needs two snapshots: OLD NEW");
-  return Confronta(snapshot[0], snapshot[1], json, msg);
+  return Confronta(ArgomentoPercorso(snapshot[0]), ArgomentoPercorso(snapshot[1]), !opzioni.empty(), msg);
 }
 
 }  // namespace cli

@@ -54,16 +54,9 @@ analysis::RiepilogoSnapshot Verifica(const std::string& snapshot) {
 }  // namespace
 
 int VerboFindings(const Argomenti& args, MessaggiConsole&) {
-  bool json = false;
-  Argomenti snapshot;
-  for (const auto& a : args) {
-    if (a == "--json")
-      json = true;
-    else if (a.starts_with("--"))
-      return Uso("unknown option: " + a);
-    else
-      snapshot.push_back(a);
-  }
+  Argomenti opzioni, snapshot;
+  if (const int uso = SenzaOpzioni(args, {"--json"}, opzioni, snapshot)) return uso;
+  const bool json = !opzioni.empty();
   if (snapshot.empty()) return Uso("findings needs a snapshot");
   bool illeggibile = false;
   for (const auto& s : snapshot) {
