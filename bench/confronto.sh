@@ -6,26 +6,16 @@
 # Usage: bench/confronto.sh [CLI]
 set -euo pipefail
 cd "$(dirname "$0")/.."
-. scripts/dipendenze.sh
-installa time
-cli=$(realpath "${1:-build/test/cli/checkordl-cli}")
-[ -x "$cli" ] || { echo "build the headless tool first (bash scripts/test.sh)"; exit 2; }
+. bench/comune.sh
 
-dir=$(realpath "$(mktemp -d -p "${BENCH_DIR:-$PWD}")")
-trap '[ -n "${TENERE:-}" ] || rm -rf "$dir"' EXIT
-export WINEPREFIX=$dir/prefix
 mkdir -p "$WINEPREFIX/dosdevices" "$WINEPREFIX/drive_c" "$dir/bin" "$dir/vecchio" "$dir/nuovo"
 ln -s ../drive_c "$WINEPREFIX/dosdevices/c:"
-cp "$cli" "$dir/bin/checkordl-cli"
-cli=$dir/bin/checkordl-cli
 
 python3 - "$dir" <<'PY'
 import struct, sys
 d = sys.argv[1]
-def s(x): return struct.pack('<i', len(x)) + x
-def lista(base, voci):
-    return (struct.pack('<i', len(voci)) + s(base) + b''.join(s(n) for n, _ in voci)
-            + b''.join(struct.pack('<i', z) for _, z in voci))
+sys.path.insert(0, "bench")
+from liste import lista, stringa as s
 def nome(k): return ("\\data\\livello%03d\\sub%02d\\file%03d.tr4" % (k // 2000, k // 100 % 20, k % 100)).encode()
 vecchio = [(nome(k), k * 37) for k in range(200000)]
 # Every 500th file another size (400), every 500th of the first 150,000 gone (300), and 300 new ones.

@@ -7,18 +7,10 @@
 # Each tool's time includes opening the snapshot. Usage: bench/prospetti.sh [CLI]
 set -euo pipefail
 cd "$(dirname "$0")/.."
-. scripts/dipendenze.sh
-installa time
-cli=$(realpath "${1:-build/test/cli/checkordl-cli}")
-[ -x "$cli" ] || { echo "build the headless tool first (bash scripts/test.sh)"; exit 2; }
+. bench/comune.sh
 
-dir=$(realpath "$(mktemp -d -p "${BENCH_DIR:-$PWD}")")
-trap '[ -n "${TENERE:-}" ] || rm -rf "$dir"' EXIT
-export WINEPREFIX=$dir/prefix
 mkdir -p "$WINEPREFIX/dosdevices" "$WINEPREFIX/drive_c/Ordelio" "$dir/bin"
 ln -s ../drive_c "$WINEPREFIX/dosdevices/c:"
-cp "$cli" "$dir/bin/checkordl-cli"
-cli=$dir/bin/checkordl-cli
 printf 'MZ' > "$WINEPREFIX/drive_c/Ordelio/ordl2009.exe"
 cat > "$WINEPREFIX/system.reg" <<'REG'
 WINE REGISTRY Version 2
@@ -32,10 +24,8 @@ REG
 python3 - "$WINEPREFIX/drive_c" "$dir" <<'PY'
 import os, struct, sys
 c, d = sys.argv[1], sys.argv[2]
-def s(x): return struct.pack('<i', len(x)) + x
-def lista(base, voci):
-    return (struct.pack('<i', len(voci)) + s(base) + b''.join(s(n) for n, _ in voci)
-            + b''.join(struct.pack('<i', z) for _, z in voci))
+sys.path.insert(0, "bench")
+from liste import lista, stringa as s
 campione = []
 for i in range(10000):
     rel = "\\gruppo%03d\\cartella%05d" % (i // 100, i)

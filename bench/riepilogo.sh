@@ -7,18 +7,10 @@
 # Usage: bench/riepilogo.sh [CLI]
 set -euo pipefail
 cd "$(dirname "$0")/.."
-. scripts/dipendenze.sh
-installa time
-cli=$(realpath "${1:-build/test/cli/checkordl-cli}")
-[ -x "$cli" ] || { echo "build the headless tool first (bash scripts/test.sh)"; exit 2; }
+. bench/comune.sh
 n=${SNAPSHOT:-1000}
 
-dir=$(realpath "$(mktemp -d -p "${BENCH_DIR:-$PWD}")")
-trap '[ -n "${TENERE:-}" ] || rm -rf "$dir"' EXIT
-export WINEPREFIX=$dir/prefix
 mkdir -p "$dir/bin" "$dir/snap"
-cp "$cli" "$dir/bin/checkordl-cli"
-cli=$dir/bin/checkordl-cli
 "$cli" demo "$WINEPREFIX" >/dev/null 2>&1
 for i in $(seq "$n"); do cp "$WINEPREFIX/drive_c/INFO_ORDL.BIN" "$dir/snap/$i.bin"; done
 echo "demo snapshot: $(stat -c %s "$WINEPREFIX/drive_c/INFO_ORDL.BIN") bytes, $n copies"
@@ -37,10 +29,8 @@ awk -v n="$n" -v tr="$tr" -v tf="$tf" -v tt="$tt" 'BEGIN {
 python3 - "$dir" <<'PY'
 import struct, sys
 d = sys.argv[1]
-def s(x): return struct.pack('<i', len(x)) + x
-def lista(base, voci):
-    return (struct.pack('<i', len(voci)) + s(base) + b''.join(s(n) for n, _ in voci)
-            + b''.join(struct.pack('<i', z) for _, z in voci))
+sys.path.insert(0, "bench")
+from liste import lista, stringa as s
 trle = [(("\\data\\livello%03d\\sub%02d\\file%03d.tr4" % (k // 2000, k // 100 % 20, k % 100)).encode(), k * 37 + 1)
         for k in range(200000)]
 trle += [(("\\data\\l%03d.tr4" % k).encode(), 1000) for k in range(100) if k % 10]
