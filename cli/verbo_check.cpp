@@ -43,6 +43,8 @@ int Controlla(const std::string& trle, const std::string& ordl, MessaggiConsole&
 
 int VerboCheck(const Argomenti& args, MessaggiConsole& msg) {
   if (args.size() != 0 && args.size() != 2) return Uso("check takes no folders or two: TRLE ORDL");
+  const host::BloccoCartella blocco = support::BloccaCartellaProgramma(host::CartellaProgramma(), msg);
+  if (blocco.Occupato()) return 1;
   return args.empty() ? Controlla({}, {}, msg)
                       : Controlla(ArgomentoPercorso(args[0]), ArgomentoPercorso(args[1]), msg);
 }
@@ -56,6 +58,8 @@ int VerboDemo(const Argomenti& args, MessaggiConsole& msg) {
     msg.Critico(errore.empty() ? "cannot use " + args[0] : errore);
     return 1;
   }
+  const host::BloccoCartella blocco = support::BloccaCartellaProgramma(host::CartellaProgramma(), msg);
+  if (blocco.Occupato()) return 1;
   const int esito = Controlla({}, {}, msg);
   if (esito != 0) return esito;
   // The supporter's side on the same machine: the sample lists, then every report of the snapshot.
