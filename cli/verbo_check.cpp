@@ -51,6 +51,8 @@ int VerboCheck(const Argomenti& args, MessaggiConsole& msg) {
 
 int VerboDemo(const Argomenti& args, MessaggiConsole& msg) {
   if (args.size() != 1) return Uso("demo needs a folder");
+  const host::BloccoCartella blocco = support::BloccaCartellaProgramma(host::CartellaProgramma(), msg);
+  if (blocco.Occupato()) return 1;
   std::error_code ec;
   const std::string cartella = std::filesystem::absolute(args[0], ec).lexically_normal().string();
   std::string errore;
@@ -58,8 +60,6 @@ int VerboDemo(const Argomenti& args, MessaggiConsole& msg) {
     msg.Critico(errore.empty() ? "cannot use " + args[0] : errore);
     return 1;
   }
-  const host::BloccoCartella blocco = support::BloccaCartellaProgramma(host::CartellaProgramma(), msg);
-  if (blocco.Occupato()) return 1;
   const int esito = Controlla({}, {}, msg);
   if (esito != 0) return esito;
   // The supporter's side on the same machine: the sample lists, then every report of the snapshot.

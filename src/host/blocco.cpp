@@ -30,7 +30,9 @@ constexpr auto kPassoAttesa = std::chrono::milliseconds(50);
 }  // namespace
 
 BloccoCartella::BloccoCartella(const std::string& cartella) {
-  std::string chiave = Maiuscolo(cartella);
+  // The folder itself, not its name: a Wine prefix changed meanwhile may name it by another drive.
+  int err = 0;
+  std::string chiave = Maiuscolo(PercorsoHost(cartella, &err));
   while (chiave.size() > 3 && (chiave.back() == '\\' || chiave.back() == '/')) chiave.pop_back();
   if (auto it = Tenute().find(chiave); it != Tenute().end()) {
     ++it->second.volte;
