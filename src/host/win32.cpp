@@ -130,6 +130,27 @@ HANDLE Maniglia(std::intptr_t h) {
 // ReadFile and WriteFile count in DWORDs.
 constexpr std::size_t kPezzo = std::size_t{1} << 30;
 
+// Where the file opened by a path really is, as "\\?\C:\..."; "" when it cannot be opened.
+std::string PercorsoFinale(const std::string& p) {
+  const HANDLE h = ::CreateFileA(p.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                 nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+  if (h == INVALID_HANDLE_VALUE) return {};
+  std::string f = ConBuffer([&](char* b, DWORD n) { return ::GetFinalPathNameByHandleA(h, b, n, 0); });
+  ::CloseHandle(h);
+  return f;
+}
+
+// A link to a file that does not say so: Wine shows a host link to a file as the file it names, without
+// the reparse point bit, and deletes the file named for it. Opened, it is elsewhere than its folder.
+bool FileAltrove(const std::string& pieno) {
+  const std::size_t k = pieno.find_last_of("\\/");
+  std::string cartella = PercorsoFinale(k <= 2 ? pieno.substr(0, k) + '\\' : pieno.substr(0, k));
+  const std::string file = PercorsoFinale(pieno);
+  if (cartella.empty() || file.empty()) return false;
+  if (cartella.back() != '\\') cartella += '\\';
+  return !UgualiSenzaCaso(file, cartella + pieno.substr(k + 1));
+}
+
 // The full path of a file below `base`, every folder between them checked: none may be a reparse point
 // (a symbolic link, a junction or a mount point). `attributi` are the file's own, INVALID_FILE_ATTRIBUTES
 // when it is not there.
@@ -324,6 +345,10 @@ bool EliminaFileSotto(const std::string& base, const std::string& percorso, int*
     Imposta(err, kErrPathFileAccess);
     return false;
   }
+  if (!(a & FILE_ATTRIBUTE_REPARSE_POINT) && FileAltrove(p)) {
+    Imposta(err, kErrPathFileAccess);
+    return false;
+  }
   if ((a & FILE_ATTRIBUTE_READONLY) && !(a & FILE_ATTRIBUTE_REPARSE_POINT))
     ::SetFileAttributesA(p.c_str(), FILE_ATTRIBUTE_NORMAL);
   if (!::DeleteFileA(p.c_str())) {
@@ -419,8 +444,9 @@ File File::ApriScritturaSotto(const std::string& base, const std::string& percor
   DWORD a = 0;
   if (!ControllaSotto(base, percorso, &p, &a, err)) return f;
   if (a != INVALID_FILE_ATTRIBUTES &&
-      (a & (FILE_ATTRIBUTE_REPARSE_POINT | FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY |
-            FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM))) {
+      ((a & (FILE_ATTRIBUTE_REPARSE_POINT | FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY |
+             FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM)) ||
+       FileAltrove(p))) {
     Imposta(err, kErrPathFileAccess);
     return f;
   }
@@ -439,7 +465,8 @@ std::intptr_t PrendiBlocco(const std::string& cartella, bool* occupato) {
   std::string p;
   DWORD a = 0;
   if (!ControllaSotto(cartella, cartella + "\\" + kFileBlocco, &p, &a, nullptr)) return -1;
-  if (a != INVALID_FILE_ATTRIBUTES && (a & (FILE_ATTRIBUTE_REPARSE_POINT | FILE_ATTRIBUTE_DIRECTORY)))
+  if (a != INVALID_FILE_ATTRIBUTES &&
+      ((a & (FILE_ATTRIBUTE_REPARSE_POINT | FILE_ATTRIBUTE_DIRECTORY)) || FileAltrove(p)))
     return -1;
   // No sharing: a second open anywhere fails until this handle is closed, or its process ends; then the
   // file goes.
