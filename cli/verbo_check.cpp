@@ -43,12 +43,16 @@ int Controlla(const std::string& trle, const std::string& ordl, MessaggiConsole&
 
 int VerboCheck(const Argomenti& args, MessaggiConsole& msg) {
   if (args.size() != 0 && args.size() != 2) return Uso("check takes no folders or two: TRLE ORDL");
+  const host::BloccoCartella blocco = support::BloccaCartellaProgramma(host::CartellaProgramma(), msg);
+  if (blocco.Occupato()) return 1;
   return args.empty() ? Controlla({}, {}, msg)
                       : Controlla(ArgomentoPercorso(args[0]), ArgomentoPercorso(args[1]), msg);
 }
 
 int VerboDemo(const Argomenti& args, MessaggiConsole& msg) {
   if (args.size() != 1) return Uso("demo needs a folder");
+  const host::BloccoCartella blocco = support::BloccaCartellaProgramma(host::CartellaProgramma(), msg);
+  if (blocco.Occupato()) return 1;
   std::error_code ec;
   const std::string cartella = std::filesystem::absolute(args[0], ec).lexically_normal().string();
   std::string errore;

@@ -45,6 +45,7 @@ int Prospetti(const std::string& snapshot, const std::vector<std::string>& voci,
   formats::InfoHeader header;
   analysis::Dialog_Analisi d{area, cerca, barra, segni, msg, dialogo, appunti, header};
   analysis::ImpostaValori(d, snapshot);
+  if (d.Blocco.Occupato()) return 1;
   for (std::size_t i = 0; i < scelte.size(); ++i) {
     analysis::EseguiVoce(d, scelte[i]);
     if (ognuno) ScriviByte("== " + voci[i] + "\n" + area.Testo() + "\n");

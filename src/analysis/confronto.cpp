@@ -106,7 +106,7 @@ bool ApriSnapshot(const std::string& snapshot, const std::string& cartella, Snap
   else
     support::CreaCartella(cartella);
   aperto = {cartella, {}};
-  return collection::EstraiSnapshot(snapshot, cartella, aperto.contenuto);
+  return collection::EstraiSnapshot(snapshot, cartella, aperto.contenuto, support::EstraiCartella(cartella));
 }
 
 Confronto ConfrontaSnapshot(const SnapshotAperto& vecchio, const SnapshotAperto& nuovo,

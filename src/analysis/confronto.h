@@ -46,7 +46,8 @@ struct SnapshotAperto {
 inline constexpr const char* kCartellaConfronto = "Confronto";
 inline constexpr const char* kCartellaConfrontoVecchio = "ConfrontoVecchio";
 
-// Empties (or makes) `cartella` and unpacks `snapshot` there. False when it could not be read.
+// Empties (or makes) `cartella` and unpacks `snapshot` there, never through a link from the folder that
+// holds it on. False when it could not be read.
 bool ApriSnapshot(const std::string& snapshot, const std::string& cartella, SnapshotAperto& aperto);
 
 // Every part, in the order of the report menu. A member that only one side holds is a difference of its

@@ -55,13 +55,16 @@ bool ScegliSnapshot(support::DialogoFile& dialogo, std::string& nome) {
 }
 
 void ImpostaValori(Dialog_Analisi& d, const std::string& NomeInfoOrdl) {
+  d.Blocco = support::BloccaCartellaProgramma(d.CartellaProgramma, d.Messaggi);
+  if (d.Blocco.Occupato()) return;
   d.CartellaDati = d.CartellaProgramma + "\\Dati";
   // Neither outcome is looked at: a folder that could not be made shows up as the header report's message.
   if (support::DirExists(d.CartellaDati))
     support::SvuotaCartella(d.CartellaDati, "*");
   else
     support::CreaCartella(d.CartellaDati);
-  if (!collection::EstraiSnapshot(NomeInfoOrdl, d.CartellaDati, d.Contenuto)) {
+  // A Dati that is a link is one that could not be made: nothing is written through it.
+  if (!collection::EstraiSnapshot(NomeInfoOrdl, d.CartellaDati, d.Contenuto, d.CartellaProgramma)) {
     d.Messaggi.Semplice("Errrore estraendo file");
     return;
   }

@@ -74,6 +74,9 @@ struct Dialog_Analisi {
   // The full paths of the sample files after a backup analysis.
   std::vector<std::string> FileTrovati{};
   std::int32_t NumeroFileTrovati = 0;
+  // The program folder's lock, from ImpostaValori for as long as the window lives: the menu items read
+  // Dati at every click, and another program must not fill it again meanwhile.
+  host::BloccoCartella Blocco{};
 };
 
 // "Leggi Dati" up to the choice: sets up the file dialog and shows it. False on cancel; otherwise `nome` is
@@ -81,7 +84,8 @@ struct Dialog_Analisi {
 bool ScegliSnapshot(support::DialogoFile& dialogo, std::string& nome);
 
 // Empties (or makes) Dati below the program folder, unpacks the snapshot there and shows the header
-// report; "Errrore estraendo file" when it cannot be unpacked.
+// report; "Errrore estraendo file" when it cannot be unpacked. Nothing but a critical message when another
+// program holds the program folder (`Blocco` tells).
 void ImpostaValori(Dialog_Analisi& d, const std::string& NomeInfoOrdl);
 
 // Clears the marks of the eight report items (not of the analysis item).

@@ -1,6 +1,7 @@
 #include "collection/campione.h"
 
 #include "host/machine.h"
+#include "support/files.h"
 
 namespace collection {
 
@@ -9,6 +10,8 @@ void CreaElencoCampione(const std::string& cartella, const std::string& cartella
   // A program folder at a drive's root already ends in "\".
   const std::string separatore = !cartellaProgramma.empty() && cartellaProgramma.back() == '\\' ? "" : "\\";
   const std::string nome = cartellaProgramma + separatore + "backup_trle.le";
+  const host::BloccoCartella blocco = support::BloccaCartellaProgramma(cartellaProgramma, messaggi);
+  if (blocco.Occupato()) return;
   if (CreaElencoFile(nome, cartella, vista))
     messaggi.Semplice("Creato file elenco:  " + nome);
   else

@@ -52,6 +52,9 @@ void Pul_Start_Click(Principale& p) {
     Pul_CambiaORDL_Click(p);
     return;
   }
+  // Held to the end of the run: another program would write and delete the same working files.
+  const host::BloccoCartella blocco = support::BloccaCartellaProgramma(p.CartellaProgramma, p.Messaggi);
+  if (blocco.Occupato()) return;
   InCorso guardia(p.ControlloInCorso);
 
   // Always the record of start-up: a header loaded from a snapshot for a report never reaches a run.
@@ -104,7 +107,7 @@ void Pul_Start_Click(Principale& p) {
   else
     header.FlagErrori |= formats::kMancaScriptDat;
 
-  if (!formats::ScriviInfoHeader(fileInfo, header)) {
+  if (!support::ScriviFileSotto(programma, fileInfo, formats::CodificaInfoHeader(header))) {
     p.Messaggi.Critico("ERROR: I cann't write in current folder: " + programma);
     p.Chiudi();
     return;
@@ -120,7 +123,7 @@ void Pul_Start_Click(Principale& p) {
                         "via email to: " + IndirizzoSupporto());
   }
   for (const char* nome : {"\\ordl.el", "\\trle.el", "\\dirarc.el", "\\infofile.bin"})
-    support::CancellaFile(programma + nome);
+    support::CancellaFileSotto(programma, programma + nome);
   p.Chiudi();
 }
 

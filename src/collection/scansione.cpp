@@ -70,7 +70,9 @@ std::string NomeRelativo(const std::string& percorso, const std::string& base) {
 }
 
 bool CreaElencoFile(const std::string& NomeFile, const std::string& Cartella, const VistaScansione& vista) {
-  support::CancellaFile(NomeFile);
+  // The list is a working file of the folder that holds it.
+  const std::string base = support::EstraiCartella(NomeFile);
+  support::CancellaFileSotto(base, NomeFile);
   if (Cartella.empty() || !support::DirExists(Cartella)) return false;
 
   Scansione scansione;
@@ -99,7 +101,9 @@ bool CreaElencoFile(const std::string& NomeFile, const std::string& Cartella, co
   vista.Barra.Refresh();
   MostraInfo(vista.Info, "Saving file list in progress...");
 
-  const bool scritto = ScriviElencoFile(NomeFile, elenco);
+  int err = 0;
+  host::File out = host::File::ApriScritturaSotto(base, NomeFile, &err);
+  const bool scritto = !err && ScriviElencoFile(out, elenco);
   MostraInfo(vista.Info, "");
   return scritto;
 }

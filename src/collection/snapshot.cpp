@@ -113,7 +113,8 @@ bool SalvaSnapshot(const std::string& NomeFile, const std::vector<std::string>& 
   return true;
 }
 
-bool EstraiSnapshot(const std::string& NomeFile, const std::string& Cartella, ContenutoSnapshot& contenuto) {
+bool EstraiSnapshot(const std::string& NomeFile, const std::string& Cartella, ContenutoSnapshot& contenuto,
+                    const std::string& base) {
   if (!support::FileExists(NomeFile)) return false;
   int err = 0;
   host::File in = host::File::ApriLettura(NomeFile, &err);
@@ -151,7 +152,9 @@ bool EstraiSnapshot(const std::string& NomeFile, const std::string& Cartella, Co
       continue;
     }
     err = 0;
-    host::File out = host::File::ApriScrittura(Cartella + "\\" + nome, &err);
+    const std::string destinazione = Cartella + "\\" + nome;
+    host::File out = base.empty() ? host::File::ApriScrittura(destinazione, &err)
+                                  : host::File::ApriScritturaSotto(base, destinazione, &err);
     for (std::int64_t restante = dimensione; restante > 0;) {
       const auto voglio = static_cast<std::size_t>(std::min<std::int64_t>(restante, kPezzo));
       if (in.Leggi(pezzo.get(), voglio) != voglio) return false;

@@ -22,8 +22,11 @@ bool SalvaSnapshot(const std::string& NomeFile, const std::vector<std::string>& 
                    std::int32_t NumeroMembri, support::Didascalia& labelInfo, support::BarraProgresso& barra);
 
 // Unpacks every member into the existing folder `Cartella` by the last component of its name. True when the
-// end of the snapshot was reached; members unpacked before a failure stay.
-bool EstraiSnapshot(const std::string& NomeFile, const std::string& Cartella, ContenutoSnapshot& contenuto);
+// end of the snapshot was reached; members unpacked before a failure stay. With `base`, a folder of the
+// program's own that holds `Cartella`, no member is written through a link below it (a member that would be
+// is passed over, as one that cannot be written).
+bool EstraiSnapshot(const std::string& NomeFile, const std::string& Cartella, ContenutoSnapshot& contenuto,
+                    const std::string& base = {});
 
 // The name a member may be written under inside the target folder, or "" when its name must not be
 // written at all (empty, only dots and blanks, a "/" or NUL, a device name).

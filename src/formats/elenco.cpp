@@ -85,7 +85,11 @@ std::string StringaTollerante(Cursore& c) {
 bool ScriviElencoFile(const std::string& NomeFile, const ElencoFile& elenco) {
   int err = 0;
   host::File out = host::File::ApriScrittura(NomeFile, &err);
-  if (err || !out.Aperto()) return false;
+  return !err && ScriviElencoFile(out, elenco);
+}
+
+bool ScriviElencoFile(host::File& out, const ElencoFile& elenco) {
+  if (!out.Aperto()) return false;
   const auto n = static_cast<std::size_t>(std::max<std::int32_t>(elenco.NumeroFile, 0));
   // The fields go through a buffer written in pieces: two writes a name would cost more than the walk.
   std::string pezzo;

@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "host/machine.h"
 #include "support/interfacce.h"
 
 namespace formats {
@@ -32,6 +33,8 @@ inline constexpr std::int32_t kLunghezzaMassimaNome = 800000;
 
 // Creates or replaces `NomeFile` with the list. False only when it cannot be opened.
 bool ScriviElencoFile(const std::string& NomeFile, const ElencoFile& elenco);
+// The same into a file the caller opened.
+bool ScriviElencoFile(host::File& out, const ElencoFile& elenco);
 
 // False, with `elenco` left empty, for a file that is missing or unreadable or whose counts, lengths or
 // sizes do not fit what it holds (a negative size, bytes after the last size). `barra`, when given, follows

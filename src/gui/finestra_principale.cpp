@@ -116,6 +116,7 @@ void FinestraPrincipale::Pul_EstraiDati_Click() {
   if (!analysis::ScegliSnapshot(servizi_.dialogoFile, nome)) return;
   FinestraAnalisi finestra(this, servizi_.messaggi, servizi_.dialogoFile, servizi_.appunti, headerProspetti_);
   analysis::ImpostaValori(finestra.Modello(), nome);
+  if (finestra.Modello().Blocco.Occupato()) return;
   servizi_.mostraAnalisi(finestra);
 }
 

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <limits>
 #include <optional>
 #include <string>
@@ -14,5 +15,11 @@ namespace host {
 // read or is not a regular file.
 std::optional<std::string> LeggiFileHost(const std::string& hostPath,
                                          std::size_t massimo = std::numeric_limits<std::size_t>::max());
+
+// The lock file of a program folder, opened and held at once by the back end; -1 when it cannot be, with
+// `occupato` telling whether another process holds it. Letting go removes it.
+inline constexpr const char* kFileBlocco = "checkordl.lock";
+std::intptr_t PrendiBlocco(const std::string& cartella, bool* occupato);
+void LasciaBlocco(const std::string& cartella, std::intptr_t maniglia);
 
 }  // namespace host

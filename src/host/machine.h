@@ -53,6 +53,14 @@ bool ImpostaAttributi(const std::string& path, int attr, int* err);
 std::int64_t LunghezzaFile(const std::string& path, int* err);
 
 bool EliminaFile(const std::string& path, int* err);
+
+// The program's own working files are reached from a folder of its own (`base`, which may itself be reached
+// through links) and never through a symbolic link, a junction or a mount point below it: a link made by
+// accident must not let the program write or delete in a folder of the user's. `percorso` is `base`, "\"
+// and the names below it. A link on the way fails the call with kErrPathFileAccess, touching nothing.
+//
+// Deletes the file, read-only or not; a link in its place is deleted itself, never what it names.
+bool EliminaFileSotto(const std::string& base, const std::string& percorso, int* err);
 // Makes one folder level; the parent must exist.
 bool CreaUnaCartella(const std::string& path, int* err);
 
@@ -88,6 +96,8 @@ class File {
   static File ApriLettura(const std::string& winPath, int* err);
   // Creates the file or cuts it to nothing; the folder must exist.
   static File ApriScrittura(const std::string& winPath, int* err);
+  // The same below `base`, as EliminaFileSotto reaches it; a link in the file's place is not written through.
+  static File ApriScritturaSotto(const std::string& base, const std::string& percorso, int* err);
 
   bool Aperto() const { return handle_ != kNoHandle; }
   std::int64_t Lunghezza() const;
@@ -102,6 +112,29 @@ class File {
  private:
   static constexpr std::intptr_t kNoHandle = -1;
   std::intptr_t handle_ = kNoHandle;
+};
+
+// One program at a time per program folder: an exclusive hold on the lock file `checkordl.lock` in it,
+// waited for a moment. The system lets go of it when the process ends, however it ends. Holds taken again
+// by the same process on the same folder nest. A folder where no lock file can be made is worked in
+// without one: the work itself then fails as it would have.
+class BloccoCartella {
+ public:
+  BloccoCartella() = default;
+  explicit BloccoCartella(const std::string& cartella);
+  BloccoCartella(BloccoCartella&& other) noexcept;
+  BloccoCartella& operator=(BloccoCartella&& other) noexcept;
+  BloccoCartella(const BloccoCartella&) = delete;
+  BloccoCartella& operator=(const BloccoCartella&) = delete;
+  ~BloccoCartella();
+
+  // Another process held the folder all the while: nothing is held.
+  bool Occupato() const { return occupato_; }
+
+ private:
+  void Rilascia();
+  std::string chiave_;
+  bool occupato_ = false;
 };
 
 }  // namespace host

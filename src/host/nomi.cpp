@@ -91,4 +91,27 @@ bool NomeDispositivo(std::string_view nome) {
   return (d >= '1' && d <= '9') || d == 0xB9 || d == 0xB2 || d == 0xB3;
 }
 
+std::optional<std::vector<std::string>> NomiSotto(std::string_view base, std::string_view percorso) {
+  const auto barra = [](char c) { return c == '\\' || c == '/'; };
+  while (!base.empty() && barra(base.back())) base.remove_suffix(1);
+  if (base.empty() || percorso.size() <= base.size() + 1 || !barra(percorso[base.size()]) ||
+      !UgualiSenzaCaso(percorso.substr(0, base.size()), base))
+    return std::nullopt;
+  std::vector<std::string> nomi;
+  for (std::size_t i = base.size() + 1; i <= percorso.size();) {
+    std::size_t j = i;
+    while (j < percorso.size() && !barra(percorso[j])) ++j;
+    std::string nome(percorso.substr(i, j - i));
+    const bool ultimo = j >= percorso.size();
+    i = j + 1;
+    if (nome == "..") return std::nullopt;
+    if (nome.empty() || nome == ".") continue;
+    if (!ultimo && nome.back() == '.') nome.pop_back();
+    while (ultimo && !nome.empty() && (nome.back() == '.' || nome.back() == ' ')) nome.pop_back();
+    if (!nome.empty()) nomi.push_back(std::move(nome));
+  }
+  if (nomi.empty()) return std::nullopt;
+  return nomi;
+}
+
 }  // namespace host

@@ -1,8 +1,10 @@
 // Name rules of the platform: case folding in Windows-1252, wildcard patterns, reserved device names.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace host {
 
@@ -21,5 +23,10 @@ bool AmmessoDaMaschera(int attributi, int mask);
 
 // CON, PRN, AUX, NUL, COM1-9, LPT1-9, with or without an extension.
 bool NomeDispositivo(std::string_view nome);
+
+// The names of `percorso` below the folder `base` ("C:\P" and "C:\P\Dati\a.txt" give "Dati" and "a.txt"),
+// folder names losing one closing dot and the last name every closing dot and blank, as the platform reads
+// them. Nothing when `percorso` is not below `base`, climbs with ".." or names nothing.
+std::optional<std::vector<std::string>> NomiSotto(std::string_view base, std::string_view percorso);
 
 }  // namespace host

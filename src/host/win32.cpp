@@ -130,6 +130,55 @@ HANDLE Maniglia(std::intptr_t h) {
 // ReadFile and WriteFile count in DWORDs.
 constexpr std::size_t kPezzo = std::size_t{1} << 30;
 
+// Where the file opened by a path really is, as "\\?\C:\..."; "" when it cannot be opened.
+std::string PercorsoFinale(const std::string& p) {
+  const HANDLE h = ::CreateFileA(p.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                 nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+  if (h == INVALID_HANDLE_VALUE) return {};
+  std::string f = ConBuffer([&](char* b, DWORD n) { return ::GetFinalPathNameByHandleA(h, b, n, 0); });
+  ::CloseHandle(h);
+  return f;
+}
+
+// A link to a file that does not say so: Wine shows a host link to a file as the file it names, without
+// the reparse point bit, and deletes the file named for it. Opened, it is elsewhere than its folder.
+bool FileAltrove(const std::string& pieno) {
+  const std::size_t k = pieno.find_last_of("\\/");
+  std::string cartella = PercorsoFinale(k <= 2 ? pieno.substr(0, k) + '\\' : pieno.substr(0, k));
+  const std::string file = PercorsoFinale(pieno);
+  if (cartella.empty() || file.empty()) return false;
+  if (cartella.back() != '\\') cartella += '\\';
+  return !UgualiSenzaCaso(file, cartella + pieno.substr(k + 1));
+}
+
+// The full path of a file below `base`, every folder between them checked: none may be a reparse point
+// (a symbolic link, a junction or a mount point). `attributi` are the file's own, INVALID_FILE_ATTRIBUTES
+// when it is not there.
+bool ControllaSotto(const std::string& base, const std::string& percorso, std::string* pieno,
+                    DWORD* attributi, int* err) {
+  const auto nomi = NomiSotto(base, percorso);
+  if (!nomi || HaJolly(percorso) || NomeDispositivo(nomi->back())) {
+    Imposta(err, kErrBadFileName);
+    return false;
+  }
+  *pieno = base;
+  for (const std::string& nome : *nomi) {
+    if (!pieno->empty() && !Barra(pieno->back())) *pieno += '\\';
+    *pieno += nome;
+    *attributi = ::GetFileAttributesA(pieno->c_str());
+    if (&nome == &nomi->back()) break;
+    if (*attributi == INVALID_FILE_ATTRIBUTES || !(*attributi & FILE_ATTRIBUTE_DIRECTORY)) {
+      Imposta(err, kErrPathNotFound);
+      return false;
+    }
+    if (*attributi & FILE_ATTRIBUTE_REPARSE_POINT) {
+      Imposta(err, kErrPathFileAccess);
+      return false;
+    }
+  }
+  return true;
+}
+
 }  // namespace
 
 void UsaPrefisso(const std::string&) {
@@ -282,6 +331,33 @@ bool EliminaFile(const std::string& path, int* err) {
   return true;
 }
 
+bool EliminaFileSotto(const std::string& base, const std::string& percorso, int* err) {
+  Imposta(err, kNessunErrore);
+  std::string p;
+  DWORD a = 0;
+  if (!ControllaSotto(base, percorso, &p, &a, err)) return false;
+  if (a == INVALID_FILE_ATTRIBUTES) {
+    Imposta(err, ErroreDa(::GetLastError(), p));
+    return false;
+  }
+  // A link to a folder is a folder to DeleteFileA; a link to a file goes itself, its target stays.
+  if (a & FILE_ATTRIBUTE_DIRECTORY) {
+    Imposta(err, kErrPathFileAccess);
+    return false;
+  }
+  if (!(a & FILE_ATTRIBUTE_REPARSE_POINT) && FileAltrove(p)) {
+    Imposta(err, kErrPathFileAccess);
+    return false;
+  }
+  if ((a & FILE_ATTRIBUTE_READONLY) && !(a & FILE_ATTRIBUTE_REPARSE_POINT))
+    ::SetFileAttributesA(p.c_str(), FILE_ATTRIBUTE_NORMAL);
+  if (!::DeleteFileA(p.c_str())) {
+    Imposta(err, ErroreDa(::GetLastError(), p));
+    return false;
+  }
+  return true;
+}
+
 bool CreaUnaCartella(const std::string& path, int* err) {
   Imposta(err, kNessunErrore);
   const std::string p = SenzaBarraFinale(path);
@@ -359,6 +435,53 @@ File File::ApriScrittura(const std::string& winPath, int* err) {
   }
   f.handle_ = reinterpret_cast<std::intptr_t>(h);
   return f;
+}
+
+File File::ApriScritturaSotto(const std::string& base, const std::string& percorso, int* err) {
+  File f;
+  Imposta(err, kNessunErrore);
+  std::string p;
+  DWORD a = 0;
+  if (!ControllaSotto(base, percorso, &p, &a, err)) return f;
+  if (a != INVALID_FILE_ATTRIBUTES &&
+      ((a & (FILE_ATTRIBUTE_REPARSE_POINT | FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY |
+             FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM)) ||
+       FileAltrove(p))) {
+    Imposta(err, kErrPathFileAccess);
+    return f;
+  }
+  const HANDLE h = ::CreateFileA(p.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_ALWAYS,
+                                 FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
+  if (h == INVALID_HANDLE_VALUE) {
+    Imposta(err, ErroreDa(::GetLastError(), p));
+    return f;
+  }
+  f.handle_ = reinterpret_cast<std::intptr_t>(h);
+  return f;
+}
+
+std::intptr_t PrendiBlocco(const std::string& cartella, bool* occupato) {
+  *occupato = false;
+  std::string p;
+  DWORD a = 0;
+  if (!ControllaSotto(cartella, cartella + "\\" + kFileBlocco, &p, &a, nullptr)) return -1;
+  if (a != INVALID_FILE_ATTRIBUTES &&
+      ((a & (FILE_ATTRIBUTE_REPARSE_POINT | FILE_ATTRIBUTE_DIRECTORY)) || FileAltrove(p)))
+    return -1;
+  // No sharing: a second open anywhere fails until this handle is closed, or its process ends; then the
+  // file goes.
+  const HANDLE h = ::CreateFileA(
+      p.c_str(), GENERIC_READ | GENERIC_WRITE | DELETE, 0, nullptr, OPEN_ALWAYS,
+      FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OPEN_REPARSE_POINT | FILE_FLAG_DELETE_ON_CLOSE, nullptr);
+  if (h == INVALID_HANDLE_VALUE) {
+    *occupato = ::GetLastError() == ERROR_SHARING_VIOLATION;
+    return -1;
+  }
+  return reinterpret_cast<std::intptr_t>(h);
+}
+
+void LasciaBlocco(const std::string&, std::intptr_t maniglia) {
+  ::CloseHandle(Maniglia(maniglia));
 }
 
 std::int64_t File::Lunghezza() const {

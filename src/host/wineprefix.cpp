@@ -4,6 +4,7 @@
 
 #include <dirent.h>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/xattr.h>
 #include <unistd.h>
@@ -307,6 +308,83 @@ int ApriRegolare(const std::string& host, int modo, mode_t permessi = 0) {
   }
   ::fcntl(fd, F_SETFL, ::fcntl(fd, F_GETFL) & ~O_NONBLOCK);
   return fd;
+}
+
+// The folder that holds the last name of a path below `base`, opened name by name from `base` without
+// following a link or crossing into another file system (a mount point), and that last name as the host
+// spells it. Names match without regard to case, as everywhere else in the resolution.
+struct Sotto {
+  Sotto() = default;
+  Sotto(const Sotto&) = delete;
+  Sotto& operator=(const Sotto&) = delete;
+  ~Sotto() {
+    if (fd >= 0) ::close(fd);
+  }
+  int fd = -1;
+  dev_t dispositivo = 0;
+  std::string host;
+  std::string nome;
+};
+
+std::string NomeInCartella(int cartella, const std::string& nomeWin) {
+  const std::string esatto = VersoUtf8(nomeWin);
+  struct stat st {};
+  if (::fstatat(cartella, esatto.c_str(), &st, AT_SYMLINK_NOFOLLOW) == 0) return esatto;
+  // A descriptor of its own: the listing must not move the position of the one still in use.
+  const int copia = ::openat(cartella, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  DIR* d = copia < 0 ? nullptr : ::fdopendir(copia);
+  if (!d) {
+    if (copia >= 0) ::close(copia);
+    return esatto;
+  }
+  std::string trovato = esatto;
+  while (const dirent* e = ::readdir(d)) {
+    if (UgualiSenzaCaso(DaUtf8(e->d_name), nomeWin)) {
+      trovato = e->d_name;
+      break;
+    }
+  }
+  ::closedir(d);
+  return trovato;
+}
+
+bool ApriSotto(const std::string& base, const std::string& percorso, Sotto* s, int* err) {
+  const auto nomi = NomiSotto(base, percorso);
+  if (!nomi || HaJolly(percorso) || NomeDispositivo(nomi->back())) {
+    Imposta(err, kErrBadFileName);
+    return false;
+  }
+  // A bare drive ("C:") stands for its root here, not for the current folder on it.
+  const bool drive = base.size() == 2 && base[1] == ':';
+  const auto r = Risolvi(drive ? base + "\\" : base, err);
+  if (!r) return false;
+  s->fd = ::open(r->host.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  struct stat st {};
+  if (s->fd < 0 || ::fstat(s->fd, &st) != 0) {
+    Imposta(err, kErrPathNotFound);
+    return false;
+  }
+  s->dispositivo = st.st_dev;
+  s->host = r->host == "/" ? std::string() : r->host;
+  for (std::size_t k = 0; k + 1 < nomi->size(); ++k) {
+    const std::string nome = NomeInCartella(s->fd, (*nomi)[k]);
+    if (::fstatat(s->fd, nome.c_str(), &st, AT_SYMLINK_NOFOLLOW) != 0 ||
+        !(S_ISDIR(st.st_mode) || S_ISLNK(st.st_mode))) {
+      Imposta(err, kErrPathNotFound);
+      return false;
+    }
+    // A link fails to open here, and a mount point shows by its device.
+    const int figlio = ::openat(s->fd, nome.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
+    if (figlio >= 0) ::close(std::exchange(s->fd, figlio));
+    if (figlio < 0 || ::fstat(s->fd, &st) != 0 || st.st_dev != s->dispositivo) {
+      Imposta(err, kErrPathFileAccess);
+      return false;
+    }
+    s->host += "/" + nome;
+  }
+  s->nome = NomeInCartella(s->fd, nomi->back());
+  s->host += "/" + s->nome;
+  return true;
 }
 
 }  // namespace
@@ -643,6 +721,26 @@ bool EliminaFile(const std::string& path, int* err) {
   return true;
 }
 
+bool EliminaFileSotto(const std::string& base, const std::string& percorso, int* err) {
+  Imposta(err, kNessunErrore);
+  Sotto s;
+  if (!ApriSotto(base, percorso, &s, err)) return false;
+  struct stat st {};
+  if (::fstatat(s.fd, s.nome.c_str(), &st, AT_SYMLINK_NOFOLLOW) != 0) {
+    Imposta(err, kErrFileNotFound);
+    return false;
+  }
+  if (!S_ISLNK(st.st_mode) && (S_ISDIR(st.st_mode) || st.st_dev != s.dispositivo)) {
+    Imposta(err, kErrPathFileAccess);
+    return false;
+  }
+  if (::unlinkat(s.fd, s.nome.c_str(), 0) != 0) {
+    Imposta(err, ErroreDaErrno(errno));
+    return false;
+  }
+  return true;
+}
+
 bool CreaUnaCartella(const std::string& path, int* err) {
   Imposta(err, kNessunErrore);
   std::string p = path;
@@ -742,6 +840,69 @@ File File::ApriScrittura(const std::string& winPath, int* err) {
   }
   f.handle_ = fd;
   return f;
+}
+
+File File::ApriScritturaSotto(const std::string& base, const std::string& percorso, int* err) {
+  File f;
+  Imposta(err, kNessunErrore);
+  Sotto s;
+  if (!ApriSotto(base, percorso, &s, err)) return f;
+  struct stat st {};
+  if (::fstatat(s.fd, s.nome.c_str(), &st, AT_SYMLINK_NOFOLLOW) == 0 &&
+      (!S_ISREG(st.st_mode) || st.st_dev != s.dispositivo ||
+       (AttributiWine(s.host, st, DaUtf8(s.nome)) & (kAttrReadOnly | kAttrHidden | kAttrSystem)))) {
+    Imposta(err, kErrPathFileAccess);
+    return f;
+  }
+  const int fd = ::openat(s.fd, s.nome.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW | O_CLOEXEC, 0666);
+  if (fd < 0) {
+    Imposta(err, errno == ELOOP ? kErrPathFileAccess : ErroreDaErrno(errno));
+    return f;
+  }
+  f.handle_ = fd;
+  return f;
+}
+
+namespace {
+
+bool StessoFile(const struct stat& a, const struct stat& b) {
+  return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
+}
+
+}  // namespace
+
+// The file goes when its holder lets go, so a lock taken on a name that another holder has just removed
+// is no lock: the name must still be the file held.
+std::intptr_t PrendiBlocco(const std::string& cartella, bool* occupato) {
+  *occupato = false;
+  Sotto s;
+  if (!ApriSotto(cartella, cartella + "\\" + kFileBlocco, &s, nullptr)) return -1;
+  for (;;) {
+    const int fd = ::openat(s.fd, s.nome.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, 0666);
+    if (fd < 0) return -1;
+    if (::flock(fd, LOCK_EX | LOCK_NB) != 0) {
+      *occupato = errno == EWOULDBLOCK;
+      ::close(fd);
+      return -1;
+    }
+    struct stat tenuto {
+    }, nome{};
+    if (::fstat(fd, &tenuto) == 0 && ::fstatat(s.fd, s.nome.c_str(), &nome, AT_SYMLINK_NOFOLLOW) == 0 &&
+        StessoFile(tenuto, nome))
+      return fd;
+    ::close(fd);
+  }
+}
+
+void LasciaBlocco(const std::string& cartella, std::intptr_t maniglia) {
+  const int fd = static_cast<int>(maniglia);
+  Sotto s;
+  struct stat tenuto {
+  }, nome{};
+  if (ApriSotto(cartella, cartella + "\\" + kFileBlocco, &s, nullptr) && ::fstat(fd, &tenuto) == 0 &&
+      ::fstatat(s.fd, s.nome.c_str(), &nome, AT_SYMLINK_NOFOLLOW) == 0 && StessoFile(tenuto, nome))
+    ::unlinkat(s.fd, s.nome.c_str(), 0);
+  ::close(fd);
 }
 
 std::int64_t File::Lunghezza() const {

@@ -101,10 +101,32 @@ std::vector<std::string> ElencaFile(const std::string& cartella, const std::stri
 bool SvuotaCartella(const std::string& cartella, const std::string& maschera) {
   if (!DirExists(cartella)) return false;
   std::int32_t numero = 0;
-  // The whole list first: CancellaFile starts enumerations of its own.
+  // Reached from the folder that holds it, the folder itself is checked for a link too. The whole list
+  // first: deleting starts enumerations of its own.
+  const std::string base = EstraiCartella(cartella);
   for (const auto& f : ElencaFile(cartella, maschera, numero))
-    if (!CancellaFile(f)) return false;
+    if (!CancellaFileSotto(base, f)) return false;
   return true;
+}
+
+bool ScriviFileSotto(const std::string& base, const std::string& percorso, const std::string& testo) {
+  int err = 0;
+  host::File f = host::File::ApriScritturaSotto(base, percorso, &err);
+  return !err && f.Aperto() && f.Scrivi(testo.data(), testo.size());
+}
+
+bool CancellaFileSotto(const std::string& base, const std::string& percorso) {
+  int err = 0;
+  return host::EliminaFileSotto(base, percorso, &err) || err == host::kErrFileNotFound ||
+         err == host::kErrPathNotFound;
+}
+
+host::BloccoCartella BloccaCartellaProgramma(const std::string& cartella, Messaggi& messaggi) {
+  host::BloccoCartella blocco(cartella);
+  if (blocco.Occupato())
+    messaggi.Critico("Another CheckORDL is using the program folder " + cartella +
+                     ". Close it and try again.");
+  return blocco;
 }
 
 }  // namespace support

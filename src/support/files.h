@@ -6,6 +6,9 @@
 #include <string>
 #include <vector>
 
+#include "host/machine.h"
+#include "support/interfacce.h"
+
 namespace support {
 
 // The last component: what follows the last "\" or ":".
@@ -35,7 +38,19 @@ bool CancellaFile(const std::string& percorso);
 // Full paths of the files in `cartella` that match `maschera`, in the platform's order.
 std::vector<std::string> ElencaFile(const std::string& cartella, const std::string& maschera,
                                     std::int32_t& numero);
-// Deletes the matching files; stops at the first that cannot be deleted.
+// Deletes the matching files; stops at the first that cannot be deleted. Never through a link: a folder
+// that is a symbolic link, a junction or a mount point is not emptied, and a link among the files goes
+// itself, not what it names.
 bool SvuotaCartella(const std::string& cartella, const std::string& maschera);
+
+// The program's working files below a folder of its own, never through a link (host::EliminaFileSotto):
+// `percorso` is `base`, "\" and the names below it.
+bool ScriviFileSotto(const std::string& base, const std::string& percorso, const std::string& testo);
+// True when the file is gone afterwards.
+bool CancellaFileSotto(const std::string& base, const std::string& percorso);
+
+// One program at a time per program folder: the folder's lock, held as long as the result lives. When
+// another program holds it, the critical message naming the folder is shown and nothing is held.
+host::BloccoCartella BloccaCartellaProgramma(const std::string& cartella, Messaggi& messaggi);
 
 }  // namespace support
