@@ -14,6 +14,7 @@
 #include "formats/archivio.h"
 #include "formats/info_header.h"
 #include "formats/preferenze.h"
+#include "esadecimale.h"
 #include "macchina_prova.h"
 #include "support/files.h"
 
@@ -149,6 +150,18 @@ TEST(Riepilogo, CasiControAttesi) {
     }
     EXPECT_EQ(testo, MacchinaProva::LeggiHost(cartella + nome + ".txt"));
     EXPECT_EQ(json, MacchinaProva::LeggiHost(cartella + nome + ".json"));
+  }
+}
+
+// Every hostile snapshot of the snapshot tests gives findings, or the reason it could not be read.
+TEST(Riepilogo, SnapshotOstili) {
+  for (const auto& c : LeggiCasi("snapshot/ostili.hex")) {
+    SCOPED_TRACE(c.campi[0]);
+    MacchinaProva m;
+    MacchinaProva::ScriviHost(m.C("s.bin"), c.byte);
+    ASSERT_TRUE(support::CreaCartella("C:\\R"));
+    const auto r = analysis::ApriEVerifica("C:\\s.bin", "C:\\R", "C:\\", '.');
+    EXPECT_NE(r.Errore.empty(), r.Esiti.empty());
   }
 }
 
