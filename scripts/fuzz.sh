@@ -20,7 +20,7 @@ declare -A semi=(
   [preferenze]="tests/data/record/preferenze.hex"
   [registro]="tests/data/registro"
   [script]="../shared/realdata"
-  [riepilogo]="tests/data/prospetti/INFO_ORDL.BIN"
+  [riepilogo]="tests/data/prospetti/INFO_ORDL.BIN tests/data/riepilogo"
   [snapshot]="tests/data/prospetti/INFO_ORDL.BIN"
   [versione]="tests/data/versione $wine_pe/winver.exe $wine_pe/notepad.exe"
 )
@@ -45,7 +45,7 @@ for b in "${bersagli[@]}"; do
   done
   echo "== $b: ${secondi}s, $(ls "$seme" | wc -l) seeds"
   # New inputs go to a scratch folder; the seeds are only read.
-  if ! "build/fuzz/fuzz/$b" -max_total_time="$secondi" -print_final_stats=1 -rss_limit_mb=2048 \
+  if ! "build/fuzz/fuzz/$b" -max_total_time="$secondi" -print_final_stats=1 -rss_limit_mb=2048 -artifact_prefix="build/fuzz/" \
     "build/fuzz/nuovi/$b" "$seme" > "build/fuzz/$b.log" 2>&1; then
     tail -40 "build/fuzz/$b.log"
     echo "fuzz target $b failed"

@@ -307,6 +307,13 @@ class Verifica {
           prove);
   }
 
+  // A disk figure as a count of bytes, or as its text where a damaged header holds no such count (a NaN,
+  // a negative or an enormous value).
+  static std::variant<std::string, std::int64_t> Byte(double v, const std::string& testo) {
+    if (v >= 0 && v < 9e18) return static_cast<std::int64_t>(v);
+    return testo;
+  }
+
   void Spazio() {
     struct Disco {
       std::string lettera;
@@ -325,7 +332,7 @@ class Verifica {
       poco = true;
       Aggiungi("disk.low-space", Gravita::warn,
                "Drive " + d.lettera + ": has little free space (" + libero + ")",
-               {{"drive", d.lettera}, {"free_bytes", static_cast<std::int64_t>(d.libero)}},
+               {{"drive", d.lettera}, {"free_bytes", Byte(d.libero, libero)}},
                "Free at least 200 Mb on drive " + d.lettera + ": before building or installing levels.");
     }
     if (!poco) Aggiungi("disk.space-ok", Gravita::pass, "Enough free space: " + tutti);

@@ -11,10 +11,10 @@
 #include <map>
 #include <nlohmann/json.hpp>
 
+#include "esadecimale.h"
 #include "formats/archivio.h"
 #include "formats/info_header.h"
 #include "formats/preferenze.h"
-#include "esadecimale.h"
 #include "macchina_prova.h"
 #include "support/files.h"
 
@@ -154,8 +154,12 @@ TEST(Riepilogo, CasiControAttesi) {
 }
 
 // Every hostile snapshot of the snapshot tests gives findings, or the reason it could not be read.
+// So does a header whose disk figures are no numbers (found by the fuzzer).
 TEST(Riepilogo, SnapshotOstili) {
-  for (const auto& c : LeggiCasi("snapshot/ostili.hex")) {
+  auto casi = LeggiCasi("snapshot/ostili.hex");
+  casi.push_back(
+      {{"spazio_nan"}, MacchinaProva::LeggiHost(CHECKORDL_DATI_PROVA "/riepilogo/spazio_nan.bin")});
+  for (const auto& c : casi) {
     SCOPED_TRACE(c.campi[0]);
     MacchinaProva m;
     MacchinaProva::ScriviHost(m.C("s.bin"), c.byte);
