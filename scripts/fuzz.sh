@@ -35,7 +35,7 @@ for b in "${bersagli[@]}"; do
   for cartella in ${semi[$b]:-}; do
     [ -e "$cartella" ] || continue
     while IFS= read -r -d '' f; do
-      nome=$(echo "$f" | tr '/' '_')
+      nome=$(echo "${f#../}" | tr '/' '_')
       case "$f" in
         *.hex) sed 's/#.*//' "$f" | xxd -r -p > "$seme/${nome%.hex}" ;;
         *.txt | *.md | *.rc | *.sh) ;;
