@@ -29,8 +29,9 @@ bersagli=("$@")
 if [ ${#bersagli[@]} -eq 0 ]; then
   for f in fuzz/*.cpp; do bersagli+=("$(basename "$f" .cpp)"); done
 fi
-for b in "${bersagli[@]}"; do
-  seme="build/fuzz/semi/$b"
+# Seeds, then the run; the runs go side by side, one a core.
+fuzza() {
+  local b=$1 seme="build/fuzz/semi/$1" cartella f nome
   rm -rf "$seme" && mkdir -p "$seme" "build/fuzz/nuovi/$b"
   for cartella in ${semi[$b]:-}; do
     [ -e "$cartella" ] || continue
@@ -43,13 +44,30 @@ for b in "${bersagli[@]}"; do
       esac
     done < <(find "$cartella" -type f -print0)
   done
-  echo "== $b: ${secondi}s, $(ls "$seme" | wc -l) seeds"
   # New inputs go to a scratch folder; the seeds are only read.
-  if ! "build/fuzz/fuzz/$b" -max_total_time="$secondi" -print_final_stats=1 -rss_limit_mb=2048 -artifact_prefix="build/fuzz/" \
-    "build/fuzz/nuovi/$b" "$seme" > "build/fuzz/$b.log" 2>&1; then
-    tail -40 "build/fuzz/$b.log"
-    echo "fuzz target $b failed"
-    exit 1
-  fi
-  grep -E '^stat::(number_of_executed_units|peak_rss_mb)' "build/fuzz/$b.log"
+  "build/fuzz/fuzz/$b" -max_total_time="$secondi" -print_final_stats=1 -rss_limit_mb=2048 \
+    -artifact_prefix="build/fuzz/$b-" "build/fuzz/nuovi/$b" "$seme" > "build/fuzz/$b.log" 2>&1
+}
+
+fallito=""
+for ((i = 0; i < ${#bersagli[@]}; i += $(nproc))); do
+  gruppo=("${bersagli[@]:i:$(nproc)}")
+  pid=()
+  for b in "${gruppo[@]}"; do
+    fuzza "$b" &
+    pid+=($!)
+  done
+  for k in "${!gruppo[@]}"; do
+    b=${gruppo[$k]}
+    esito=0
+    wait "${pid[$k]}" || esito=$?
+    echo "== $b: ${secondi}s, $(ls "build/fuzz/semi/$b" | wc -l) seeds"
+    if [ "$esito" -eq 0 ]; then
+      grep -E '^stat::(number_of_executed_units|peak_rss_mb)' "build/fuzz/$b.log"
+    else
+      tail -40 "build/fuzz/$b.log"
+      fallito="$fallito $b"
+    fi
+  done
 done
+[ -z "$fallito" ] || { echo "fuzz targets failed:$fallito"; exit 1; }
