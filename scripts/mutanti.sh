@@ -2,16 +2,17 @@
 # Breaks named behaviours of the program on purpose, one at a time, and shows which tests catch each: a
 # check that the tests still hold the line after they are cut or reshaped. The behaviours are the blocks of
 # scripts/mutanti.txt. A behaviour that no test catches is named, and the script fails.
-# Usage: scripts/mutanti.sh [BUILD_DIR]   (default build/mutanti; each file is restored after its row)
+# Usage: scripts/mutanti.sh [BUILD_DIR [TABLE]]   (default build/mutanti and scripts/mutanti.txt; each file is
+# restored after its row)
 set -euo pipefail
 cd "$(dirname "$0")/.."
 build=${1:-build/mutanti}
 cmake --preset dev -B "$build" >/dev/null
 cmake --build "$build" -j "$(nproc)" >/dev/null
-python3 - "$build" <<'PY'
+python3 - "$build" "${2:-scripts/mutanti.txt}" <<'PY'
 import subprocess, sys
 
-build = sys.argv[1]
+build, table = sys.argv[1:3]
 
 def blocks(path):
     """Blocks separated by blank lines: the behaviour's name, then file:, from: (one or more lines, a run),
@@ -38,7 +39,7 @@ def run(*cmd, **kw):
     return subprocess.run(cmd, capture_output=True, text=True, **kw)
 
 caught, missed = 0, []
-for b in blocks("scripts/mutanti.txt"):
+for b in blocks(table):
     path = b["file"]
     original = open(path, encoding="latin-1").read()
     lines = original.split("\n")
@@ -57,7 +58,7 @@ for b in blocks("scripts/mutanti.txt"):
             caught += 1
             continue
         out = run("ctest", "--test-dir", build, "-R", b["tests"], "-j2", "--timeout", "120").stdout
-        failed = [l.split(" - ", 1)[1].split(" (")[0].strip() for l in out.split("\n")
+        failed = [l.split(" - ", 1)[1].split(" (")[0].split("  #")[0].strip() for l in out.split("\n")
                   if " - " in l and any(k in l for k in ("(Failed", "(Timeout", "(SEGFAULT", "Exception"))]
         ran = "No tests were found" not in out
         if failed and ran:
