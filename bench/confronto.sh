@@ -35,7 +35,7 @@ misura() {
 for giro in $(seq "${GIRI:-5}"); do
   read -r tl ml < <(misura "$cli" report "$dir/nuovo.bin" trle)
   read -r tc mc < <(misura "$cli" compare "$dir/vecchio.bin" "$dir/nuovo.bin")
-  grep -q "^Differenze: 1000" "$dir/out" || { echo "comparison: $(head -12 "$dir/out")"; exit 1; }
+  grep -q "^  DIRECTORY LEVEL EDITOR  *1000" "$dir/out" || { echo "comparison: $(head -12 "$dir/out")"; exit 1; }
   echo "$tl $tc $ml $mc" >> "$dir/righe"
   echo "run $giro: listing ${tl}s, comparison ${tc}s"
 done
