@@ -9,13 +9,19 @@
 #include <io.h>
 #endif
 
+#include "analysis/voci.h"
 #include "verbi.h"
 
 namespace cli {
 
 int Uso(const std::string& motivo) {
   if (!motivo.empty()) std::fprintf(stderr, "checkordl-cli: %s\n", motivo.c_str());
-  std::fputs(
+  std::string voci;
+  for (const auto& v : analysis::kVoci) {
+    if (!voci.empty()) voci += ' ';
+    voci += v.parola;
+  }
+  const std::string uso =
       "usage: checkordl-cli VERB ARGS...\n"
       "  pack SNAPSHOT MEMBER...   pack the members into a snapshot\n"
       "  unpack SNAPSHOT FOLDER    unpack a snapshot into an existing folder and print its table\n"
@@ -26,12 +32,14 @@ int Uso(const std::string& motivo) {
       "  check [TRLE ORDL]         find both installations (or take these), run the check, write the "
       "snapshot\n"
       "  report SNAPSHOT [ITEM...] open a snapshot and print the report area after the items\n"
-      "                            (header pref archive ordl trle dirarc ordeio script backup)\n"
+      "                            (" +
+      voci +
+      ")\n"
       "  compare OLD NEW [--json]  open two snapshots and print what changed from the old to the new\n"
       "  findings SNAPSHOT...      print what looks wrong in each snapshot (--json: JSON Lines)\n"
       "  demo DIR                  make a sample machine in DIR, run the check and every report on it\n"
-      "Paths are Windows paths (C:\\Giochi\\Trle) or absolute host paths.\n",
-      stderr);
+      "Paths are Windows paths (C:\\Giochi\\Trle) or absolute host paths.\n";
+  std::fputs(uso.c_str(), stderr);
   return 2;
 }
 

@@ -3,26 +3,16 @@
 #include <optional>
 
 #include "analysis/dialog_analisi.h"
+#include "analysis/voci.h"
 #include "formats/info_header.h"
 #include "verbi.h"
 
 namespace cli {
 namespace {
 
-struct NomeVoce {
-  const char* nome;
-  analysis::Voce voce;
-};
-constexpr NomeVoce kVoci[] = {
-    {"header", analysis::Voce::mnu_ShowInfoHeader},   {"pref", analysis::Voce::mnu_ShowPref},
-    {"archive", analysis::Voce::mnu_ShowArchivioQlv}, {"ordl", analysis::Voce::mnu_ShowORDL_Dir},
-    {"trle", analysis::Voce::mnu_ShowTRLE_Dir},       {"dirarc", analysis::Voce::mnu_ShowArchivioDir},
-    {"ordeio", analysis::Voce::mnu_ShowOrdelioTxt},   {"script", analysis::Voce::mnu_ShowScriptDat},
-    {"backup", analysis::Voce::mnu_AnalisiBackup}};
-
 std::optional<analysis::Voce> VoceDaNome(const std::string& nome) {
-  for (const auto& v : kVoci)
-    if (nome == v.nome) return v.voce;
+  for (const auto& v : analysis::kVoci)
+    if (nome == v.parola) return v.voce;
   return std::nullopt;
 }
 
@@ -56,7 +46,7 @@ int Prospetti(const std::string& snapshot, const std::vector<std::string>& voci,
 
 std::vector<std::string> TutteLeVoci() {
   std::vector<std::string> tutte;
-  for (const auto& v : kVoci) tutte.emplace_back(v.nome);
+  for (const auto& v : analysis::kVoci) tutte.emplace_back(v.parola);
   return tutte;
 }
 

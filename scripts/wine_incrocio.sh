@@ -8,8 +8,13 @@ cd "$(dirname "$0")/.."
 . scripts/wine.sh
 nativo=$(realpath "${1:-build/test}")
 windows=$(realpath "${2:-build/mingw}")
-# The report items; each one is compared on the snapshot of the check run.
-voci_report="header pref archive ordl trle dirarc ordeio script backup"
+# The report items, from the tool's usage text (the line in parentheses); each one is compared on the
+# snapshot of the check run.
+voci_report=$("$nativo/cli/checkordl-cli" 2>&1 | sed -n 's/^ *(\([a-z ]*\))$/\1/p' || true)
+[ -n "$voci_report" ] || {
+  echo "wine cross-check: no report items in the usage text of $nativo/cli/checkordl-cli" >&2
+  exit 1
+}
 
 t=$(mktemp -d)
 wine_ambiente

@@ -10,6 +10,7 @@
 #include "analysis/prospetto_preferenze.h"
 #include "analysis/riepilogo.h"
 #include "analysis/testi.h"
+#include "analysis/voci.h"
 #include "host/nomi.h"
 #include "support/files.h"
 #include "support/valori.h"
@@ -77,10 +78,8 @@ void ImpostaValori(Dialog_Analisi& d, const std::string& NomeInfoOrdl) {
 }
 
 void DeselezionaProspetti(Dialog_Analisi& d) {
-  for (Voce v :
-       {Voce::mnu_ShowArchivioDir, Voce::mnu_ShowArchivioQlv, Voce::mnu_ShowInfoHeader, Voce::mnu_ShowPref,
-        Voce::mnu_ShowTRLE_Dir, Voce::mnu_ShowORDL_Dir, Voce::mnu_ShowOrdelioTxt, Voce::mnu_ShowScriptDat})
-    d.Menu.SetChecked(v, false);
+  for (const auto& v : kVoci)
+    if (v.prospetto) d.Menu.SetChecked(v.voce, false);
 }
 
 void mnu_ShowInfoHeader_Click(Dialog_Analisi& d) {
@@ -149,26 +148,7 @@ void mnu_RiepilogoProblemi_Click(Dialog_Analisi& d) {
 }
 
 void EseguiVoce(Dialog_Analisi& d, Voce v) {
-  switch (v) {
-    case Voce::mnu_ShowInfoHeader:
-      return mnu_ShowInfoHeader_Click(d);
-    case Voce::mnu_ShowPref:
-      return mnu_ShowPref_Click(d);
-    case Voce::mnu_ShowArchivioQlv:
-      return mnu_ShowArchivioQlv_Click(d);
-    case Voce::mnu_ShowORDL_Dir:
-      return mnu_ShowORDL_Dir_Click(d);
-    case Voce::mnu_ShowTRLE_Dir:
-      return mnu_ShowTRLE_Dir_Click(d);
-    case Voce::mnu_ShowArchivioDir:
-      return mnu_ShowArchivioDir_Click(d);
-    case Voce::mnu_ShowOrdelioTxt:
-      return mnu_ShowOrdelioTxt_Click(d);
-    case Voce::mnu_ShowScriptDat:
-      return mnu_ShowScriptDat_Click(d);
-    case Voce::mnu_AnalisiBackup:
-      return mnu_AnalisiBackup_Click(d);
-  }
+  VoceDi(v).esegui(d);
 }
 
 void TrovaTesto(Dialog_Analisi& d, bool Avanti, bool DallInizio, bool& Trovato) {

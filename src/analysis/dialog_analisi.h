@@ -16,7 +16,8 @@
 
 namespace analysis {
 
-// The items of the menus "Prospetto" and "Analisi" that carry a check mark, or (the last) do not.
+// The items of the menus "Prospetto" and "Analisi" that carry a check mark, or (the last) do not; their
+// captions, names and handlers are in the table of analysis/voci.h, in this order.
 enum class Voce {
   mnu_ShowInfoHeader,
   mnu_ShowPref,

@@ -10,32 +10,13 @@
 #include <QProgressBar>
 #include <QPushButton>
 
+#include "analysis/voci.h"
 #include "gui/finestra_getdir.h"
 #include "gui/forme_qt.h"
 #include "gui/testo_qt.h"
 
 namespace gui {
 namespace {
-
-using analysis::Voce;
-
-struct VoceProspetto {
-  Voce voce;
-  const char* nome;
-  const char* testo;
-};
-
-constexpr VoceProspetto kProspetti[] = {
-    {Voce::mnu_ShowInfoHeader, "mnu_ShowInfoHeader", "Info File Header"},
-    {Voce::mnu_ShowPref, "mnu_ShowPref", "Ordelio preferenze"},
-    {Voce::mnu_ShowArchivioQlv, "mnu_ShowArchivioQlv", "File archivio qlv"},
-    {Voce::mnu_ShowORDL_Dir, "mnu_ShowORDL_Dir", "Directory Ordelio"},
-    {Voce::mnu_ShowTRLE_Dir, "mnu_ShowTRLE_Dir", "Directory Level Editor"},
-    {Voce::mnu_ShowArchivioDir, "mnu_ShowArchivioDir", "Directory Archivio livelli"},
-    {Voce::mnu_ShowOrdelioTxt, "mnu_ShowOrdelioTxt", "Ordelio.txt"},
-    {Voce::mnu_ShowScriptDat, "mnu_ShowScriptDat", "Script.Dat"},
-};
-constexpr VoceProspetto kAnalisi = {Voce::mnu_AnalisiBackup, "mnu_AnalisiBackup", "Analisi backup_trle"};
 
 QMenu* Menu(QMenuBar* barra, const char* nome, const char* testo) {
   QMenu* m = barra->addMenu(QString::fromLatin1(testo));
@@ -103,10 +84,10 @@ void FinestraAnalisi::Costruisci() {
   QMenu* modifica = gui::Menu(Menu, "mnu_Modifica", "Modifica");
   mnu_Copia = Azione(modifica, "mnu_Copia", "Copia ");
   QMenu* prospetto = gui::Menu(Menu, "mnu_Prospetto", "Prospetto");
-  for (const auto& p : kProspetti)
-    voci_[static_cast<std::size_t>(p.voce)] = Azione(prospetto, p.nome, p.testo);
   QMenu* analisi = gui::Menu(Menu, "mnu_Analisi", "Analisi");
-  voci_[static_cast<std::size_t>(kAnalisi.voce)] = Azione(analisi, kAnalisi.nome, kAnalisi.testo);
+  for (const auto& v : analysis::kVoci)
+    voci_[static_cast<std::size_t>(v.voce)] =
+        Azione(v.prospetto ? prospetto : analisi, v.controllo, v.didascalia);
   mnu_Confronta = Azione(analisi, "mnu_Confronta", "Confronta con un altro snapshot...");
   QMenu* diagnosi = gui::Menu(Menu, "mnu_Diagnosi", "Diagnosi");
   mnu_RiepilogoProblemi = Azione(diagnosi, "mnu_RiepilogoProblemi", "Riepilogo problemi");
