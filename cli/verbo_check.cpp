@@ -2,6 +2,7 @@
 #include <cstdlib>
 #include <filesystem>
 
+#include "collection/blocco.h"
 #include "collection/controllo.h"
 #include "collection/scoperta.h"
 #include "collection/selezione.h"
@@ -43,7 +44,7 @@ int Controlla(const std::string& trle, const std::string& ordl, MessaggiConsole&
 
 int VerboCheck(const Argomenti& args, MessaggiConsole& msg) {
   if (args.size() != 0 && args.size() != 2) return Uso("check takes no folders or two: TRLE ORDL");
-  const host::BloccoCartella blocco = support::BloccaCartellaProgramma(host::CartellaProgramma(), msg);
+  const host::BloccoCartella blocco = collection::BloccaCartellaProgramma(host::CartellaProgramma(), msg);
   if (blocco.Occupato()) return 1;
   return args.empty() ? Controlla({}, {}, msg)
                       : Controlla(ArgomentoPercorso(args[0]), ArgomentoPercorso(args[1]), msg);
@@ -51,7 +52,7 @@ int VerboCheck(const Argomenti& args, MessaggiConsole& msg) {
 
 int VerboDemo(const Argomenti& args, MessaggiConsole& msg) {
   if (args.size() != 1) return Uso("demo needs a folder");
-  const host::BloccoCartella blocco = support::BloccaCartellaProgramma(host::CartellaProgramma(), msg);
+  const host::BloccoCartella blocco = collection::BloccaCartellaProgramma(host::CartellaProgramma(), msg);
   if (blocco.Occupato()) return 1;
   std::error_code ec;
   const std::string cartella = std::filesystem::absolute(args[0], ec).lexically_normal().string();

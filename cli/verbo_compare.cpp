@@ -2,6 +2,7 @@
 #include <tuple>
 
 #include "analysis/confronto.h"
+#include "collection/blocco.h"
 #include "host/machine.h"
 #include "support/files.h"
 #include "verbi.h"
@@ -10,7 +11,7 @@ namespace cli {
 
 int Confronta(const std::string& vecchio, const std::string& nuovo, bool json, MessaggiConsole& msg) {
   // Each one in a folder of its own, so that Dati, the window's open snapshot, stays as it is.
-  const host::BloccoCartella blocco = support::BloccaCartellaProgramma(host::CartellaProgramma(), msg);
+  const host::BloccoCartella blocco = collection::BloccaCartellaProgramma(host::CartellaProgramma(), msg);
   if (blocco.Occupato()) return 1;
   const std::string programma = host::CartellaProgramma() + "\\";
   analysis::SnapshotAperto v, n;

@@ -11,6 +11,7 @@
 #include "analysis/riepilogo.h"
 #include "analysis/testi.h"
 #include "analysis/voci.h"
+#include "collection/blocco.h"
 #include "host/nomi.h"
 #include "support/files.h"
 #include "support/valori.h"
@@ -56,7 +57,7 @@ bool ScegliSnapshot(support::DialogoFile& dialogo, std::string& nome) {
 }
 
 void ImpostaValori(Dialog_Analisi& d, const std::string& NomeInfoOrdl) {
-  d.Blocco = support::BloccaCartellaProgramma(d.CartellaProgramma, d.Messaggi);
+  d.Blocco = collection::BloccaCartellaProgramma(d.CartellaProgramma, d.Messaggi);
   if (d.Blocco.Occupato()) return;
   d.CartellaDati = d.CartellaProgramma + "\\Dati";
   // Neither outcome is looked at: a folder that could not be made shows up as the header report's message.

@@ -1,5 +1,6 @@
 #include "collection/campione.h"
 
+#include "collection/blocco.h"
 #include "host/machine.h"
 #include "support/files.h"
 
@@ -10,7 +11,7 @@ void CreaElencoCampione(const std::string& cartella, const std::string& cartella
   // A program folder at a drive's root already ends in "\".
   const std::string separatore = !cartellaProgramma.empty() && cartellaProgramma.back() == '\\' ? "" : "\\";
   const std::string nome = cartellaProgramma + separatore + "backup_trle.le";
-  const host::BloccoCartella blocco = support::BloccaCartellaProgramma(cartellaProgramma, messaggi);
+  const host::BloccoCartella blocco = collection::BloccaCartellaProgramma(cartellaProgramma, messaggi);
   if (blocco.Occupato()) return;
   if (CreaElencoFile(nome, cartella, vista))
     messaggi.Semplice("Creato file elenco:  " + nome);

@@ -1,5 +1,6 @@
 #include "collection/controllo.h"
 
+#include "collection/blocco.h"
 #include "collection/scansione.h"
 #include "collection/selezione.h"
 #include "collection/snapshot.h"
@@ -53,7 +54,7 @@ void Pul_Start_Click(Principale& p) {
     return;
   }
   // Held to the end of the run: another program would write and delete the same working files.
-  const host::BloccoCartella blocco = support::BloccaCartellaProgramma(p.CartellaProgramma, p.Messaggi);
+  const host::BloccoCartella blocco = collection::BloccaCartellaProgramma(p.CartellaProgramma, p.Messaggi);
   if (blocco.Occupato()) return;
   InCorso guardia(p.ControlloInCorso);
 

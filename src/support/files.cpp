@@ -121,12 +121,4 @@ bool CancellaFileSotto(const std::string& base, const std::string& percorso) {
          err == host::kErrPathNotFound;
 }
 
-host::BloccoCartella BloccaCartellaProgramma(const std::string& cartella, Messaggi& messaggi) {
-  host::BloccoCartella blocco(cartella);
-  if (blocco.Occupato())
-    messaggi.Critico("Another CheckORDL is using the program folder " + cartella +
-                     ". Close it and try again.");
-  return blocco;
-}
-
 }  // namespace support

@@ -6,8 +6,6 @@
 #include <string>
 #include <vector>
 
-#include "host/machine.h"
-#include "support/interfacce.h"
 
 namespace support {
 
@@ -48,9 +46,5 @@ bool SvuotaCartella(const std::string& cartella, const std::string& maschera);
 bool ScriviFileSotto(const std::string& base, const std::string& percorso, const std::string& testo);
 // True when the file is gone afterwards.
 bool CancellaFileSotto(const std::string& base, const std::string& percorso);
-
-// One program at a time per program folder: the folder's lock, held as long as the result lives. When
-// another program holds it, the critical message naming the folder is shown and nothing is held.
-host::BloccoCartella BloccaCartellaProgramma(const std::string& cartella, Messaggi& messaggi);
 
 }  // namespace support
