@@ -6,7 +6,6 @@
 #include <string>
 #include <vector>
 
-
 namespace support {
 
 // The last component: what follows the last "\" or ":".
