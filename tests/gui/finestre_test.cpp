@@ -16,9 +16,9 @@
 #include <QTreeWidget>
 #include <QtTest>
 
-#include "cli/macchina_demo.h"
 #include "analysis/confronto.h"
 #include "analysis/riepilogo.h"
+#include "cli/macchina_demo.h"
 #include "collection/controllo.h"
 #include "collection/scoperta.h"
 #include "finestra_prova.h"
@@ -91,6 +91,15 @@ class ProvaFinestre : public QObject {
     prefisso_ = cartella_.path() + QStringLiteral("/demo%1").arg(++macchine_);
     std::string errore;
     QVERIFY2(cli::CreaMacchinaDemo(prefisso_.toStdString(), &errore), errore.c_str());
+  }
+
+  // A fresh demo machine after its check run: the snapshot is there to be read.
+  void DemoControllata() {
+    Demo();
+    FinestraProva run;
+    formats::PrefRecord pref;
+    collection::CercaInstallazioni(run.principale, pref);
+    collection::Pul_Start_Click(run.principale);
   }
 
  private slots:
@@ -266,13 +275,7 @@ class ProvaFinestre : public QObject {
 
   // Every report item in the window against what the core gives on the same snapshot.
   void leggiDatiOgniProspetto() {
-    Demo();
-    {
-      FinestraProva run;
-      formats::PrefRecord pref;
-      collection::CercaInstallazioni(run.principale, pref);
-      collection::Pul_Start_Click(run.principale);
-    }
+    DemoControllata();
     Banco banco;
     gui::FinestraPrincipale w(banco.Servizi());
     banco.file.Annulla();
@@ -303,13 +306,7 @@ class ProvaFinestre : public QObject {
 
   // The findings: the same text as the headless tool gives for the same snapshot, the report marks cleared.
   void riepilogoComeLoStrumento() {
-    Demo();
-    {
-      FinestraProva run;
-      formats::PrefRecord pref;
-      collection::CercaInstallazioni(run.principale, pref);
-      collection::Pul_Start_Click(run.principale);
-    }
+    DemoControllata();
     QVERIFY(cli::CreaElenchiDemo(host::CartellaProgramma()));
     Banco banco;
     formats::InfoHeader header;
