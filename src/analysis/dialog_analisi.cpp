@@ -148,6 +148,17 @@ void mnu_RiepilogoProblemi_Click(Dialog_Analisi& d) {
   DeselezionaProspetti(d);
 }
 
+bool Pul_EstraiDati_Click(const collection::Principale& p, support::DialogoFile& dialogo, std::string& nome) {
+  // A click that arrives while a check run scans: the run owns the window until it closes it.
+  if (p.ControlloInCorso) return false;
+  return ScegliSnapshot(dialogo, nome);
+}
+
+bool ApriFinestra(Dialog_Analisi& d, const std::string& nome) {
+  ImpostaValori(d, nome);
+  return !d.Blocco.Occupato();
+}
+
 void EseguiVoce(Dialog_Analisi& d, Voce v) {
   VoceDi(v).esegui(d);
 }

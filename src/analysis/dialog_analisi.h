@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "collection/principale.h"
 #include "collection/snapshot.h"
 #include "formats/info_header.h"
 #include "host/machine.h"
@@ -83,6 +84,14 @@ struct Dialog_Analisi {
 // "Leggi Dati" up to the choice: sets up the file dialog and shows it. False on cancel; otherwise `nome` is
 // the chosen snapshot, and the caller runs ImpostaValori on a new window and shows it modally.
 bool ScegliSnapshot(support::DialogoFile& dialogo, std::string& nome);
+
+// "Leggi Dati" on the main window: nothing during a check run or after a cancel (false); otherwise `nome` is
+// the chosen snapshot. The front end then makes the analysis window, runs ApriFinestra on its model and
+// shows it modally when that says so.
+bool Pul_EstraiDati_Click(const collection::Principale& p, support::DialogoFile& dialogo, std::string& nome);
+// ImpostaValori for a new window; false when the window is not to be shown (another program holds the
+// program folder, which a critical message has said).
+bool ApriFinestra(Dialog_Analisi& d, const std::string& nome);
 
 // Empties (or makes) Dati below the program folder, unpacks the snapshot there and shows the header
 // report; "Errrore estraendo file" when it cannot be unpacked. Nothing but a critical message when another

@@ -28,6 +28,11 @@ struct InCorso {
   bool& flag_;
 };
 
+void ChiudiAllaFine(Principale& p) {
+  p.ChiusuraDelControllo = true;
+  p.Chiudi();
+}
+
 }  // namespace
 
 std::string IndirizzoSupporto() {
@@ -38,6 +43,7 @@ void AggiungiMembro(MembriSnapshot& m, const std::string& percorso) {
   m.Membri.push_back(percorso);
   ++m.NumeroMembri;
 }
+
 
 void Pul_Start_Click(Principale& p) {
   if (p.ControlloInCorso) return;
@@ -110,7 +116,7 @@ void Pul_Start_Click(Principale& p) {
 
   if (!support::ScriviFileSotto(programma, fileInfo, formats::CodificaInfoHeader(header))) {
     p.Messaggi.Critico("ERROR: I cann't write in current folder: " + programma);
-    p.Chiudi();
+    ChiudiAllaFine(p);
     return;
   }
 
@@ -125,7 +131,7 @@ void Pul_Start_Click(Principale& p) {
   }
   for (const char* nome : {"\\ordl.el", "\\trle.el", "\\dirarc.el", "\\infofile.bin"})
     support::CancellaFileSotto(programma, programma + nome);
-  p.Chiudi();
+  ChiudiAllaFine(p);
 }
 
 }  // namespace collection

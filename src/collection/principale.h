@@ -29,6 +29,21 @@ struct Principale {
   // A check run is under way: clicks on "Start check", "Change" and "Close" that arrive meanwhile are
   // ignored.
   bool ControlloInCorso = false;
+  // The run itself closes the window at its end, which a click on the frame may not do during the run.
+  bool ChiusuraDelControllo = false;
+  // The header record of the reports, which a snapshot's header report overwrites; a check run never reads
+  // it.
+  formats::InfoHeader InfoHeaderProspetti{};
 };
+
+// "Close": ignored during a check run.
+inline void Pul_Annulla_Click(Principale& p) {
+  if (!p.ControlloInCorso) p.Chiudi();
+}
+
+// Whether the window may close now, by its frame or by "Close".
+inline bool PuoChiudersi(const Principale& p) {
+  return !p.ControlloInCorso || p.ChiusuraDelControllo;
+}
 
 }  // namespace collection

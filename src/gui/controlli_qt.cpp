@@ -12,6 +12,8 @@
 #include <algorithm>
 
 #include "gui/testo_qt.h"
+#include "support/filtro.h"
+#include "support/forma.h"
 
 namespace gui {
 namespace {
@@ -24,7 +26,7 @@ QWidget* Sopra() {
 void Mostra(QMessageBox::Icon icona, const std::string& testo) {
   QString t = DaByte(testo);
   t.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
-  QMessageBox box(icona, QString::fromLatin1(kTitoloProgramma), t, QMessageBox::Ok, Sopra());
+  QMessageBox box(icona, QString::fromLatin1(support::kTitoloProgramma), t, QMessageBox::Ok, Sopra());
   box.exec();
 }
 
@@ -93,12 +95,11 @@ void AppuntiQt::ImpostaTesto(const std::string& testo) {
 }
 
 QStringList FiltriQt(const std::string& filtro) {
-  const QStringList parti = DaByte(filtro).split(QLatin1Char('|'));
   QStringList filtri;
-  for (qsizetype i = 0; i + 1 < parti.size(); i += 2) {
-    QStringList maschere = parti[i + 1].split(QLatin1Char(';'), Qt::SkipEmptyParts);
-    for (QString& m : maschere) m = MascheraSenzaCaso(m.trimmed());
-    filtri << parti[i] + QStringLiteral(" (") + maschere.join(QLatin1Char(' ')) + QLatin1Char(')');
+  for (const support::VoceFiltro& v : support::LeggiFiltro(filtro)) {
+    QStringList maschere;
+    for (const std::string& m : v.maschere) maschere << MascheraSenzaCaso(DaByte(m));
+    filtri << DaByte(v.descrizione) + QStringLiteral(" (") + maschere.join(QLatin1Char(' ')) + QLatin1Char(')');
   }
   return filtri;
 }
@@ -145,30 +146,17 @@ QString TestoVisibile(const std::string& testo) {
 
 void AreaTestoQt::ImpostaTesto(const std::string& testo) {
   testo_ = testo;
-  coppie_.clear();
-  for (std::size_t i = 0; i + 1 < testo.size(); ++i)
-    if (testo[i] == '\r' && testo[i + 1] == '\n') coppie_.push_back(static_cast<long>(i++));
+  mappa_.Imposta(testo);
   area_->setPlainText(TestoVisibile(testo));
   Seleziona(0, 0);
 }
 
 int AreaTestoQt::VersoWidget(long posizione) const {
-  const auto prima = std::lower_bound(coppie_.begin(), coppie_.end(), posizione) - coppie_.begin();
-  return static_cast<int>(posizione - prima);
+  return static_cast<int>(mappa_.VersoControllo(posizione));
 }
 
 long AreaTestoQt::DaWidget(int posizione) const {
-  // The k-th pair is one line break at widget position coppie_[k] - k; those before `posizione` each hid
-  // one character.
-  long basso = 0, alto = static_cast<long>(coppie_.size());
-  while (basso < alto) {
-    const long k = (basso + alto) / 2;
-    if (coppie_[static_cast<std::size_t>(k)] - k < posizione)
-      basso = k + 1;
-    else
-      alto = k;
-  }
-  return posizione + basso;
+  return mappa_.DaControllo(posizione);
 }
 
 long AreaTestoQt::SelStart() const {

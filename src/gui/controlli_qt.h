@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "support/interfacce.h"
+#include "support/posizioni.h"
 
 class QLabel;
 class QLineEdit;
@@ -109,8 +110,7 @@ class AreaTestoQt : public support::AreaTesto {
  private:
   QPlainTextEdit* area_;
   std::string testo_;
-  // Where each CR LF pair starts in the string.
-  std::vector<long> coppie_;
+  support::MappaPosizioni mappa_;
   // The last selection set in string positions, and where it put the widget's cursor: as long as the
   // cursor stays there, the string positions are given back exactly (a selection may start inside a pair).
   long selInizio_ = 0, selLunghezza_ = 0;

@@ -4,6 +4,7 @@
 
 #include <QDialog>
 #include <array>
+#include <vector>
 
 #include "analysis/dialog_analisi.h"
 #include "gui/controlli_qt.h"
@@ -30,6 +31,7 @@ class SegniQt : public analysis::SegniMenu {
   static std::size_t Indice(analysis::Voce v) { return static_cast<std::size_t>(v); }
   std::array<bool, analysis::kNumeroVoci> segni_{};
   std::array<QAction*, analysis::kNumeroVoci> voci_{};
+  std::vector<QAction*> azioni_;
 };
 
 class FinestraAnalisi : public QDialog {
@@ -61,12 +63,15 @@ class FinestraAnalisi : public QDialog {
 
  private:
   void Costruisci();
+  // The menu bar's item of that name.
+  QAction* Azione(const char* nome) const;
 
   AreaTestoQt area_;
   DidascaliaRiga cerca_;
   BarraQt barra_;
   SegniQt segni_;
   std::array<QAction*, analysis::kNumeroVoci> voci_{};
+  std::vector<QAction*> azioni_;
   analysis::Dialog_Analisi modello_;
 };
 

@@ -11,12 +11,14 @@
 #include <QTreeWidget>
 
 #include "gui/forme_qt.h"
+#include "picker/forma_getdir.h"
 #include "gui/testo_qt.h"
 
 namespace gui {
 namespace {
 
 constexpr int kPercorso = Qt::UserRole;
+using picker::kFormaGetDir;
 
 // The folder colours of the path box: bright green on dark green.
 void Verde(QWidget* w) {
@@ -40,43 +42,24 @@ FinestraGetDir::FinestraGetDir(QWidget* genitore, picker::Dialog_GetDir& modello
     : QDialog(genitore, Qt::Dialog | Qt::WindowTitleHint | Qt::WindowCloseButtonHint |
                             Qt::MSWindowsFixedSizeDialogHint),
       modello_(modello) {
-  setObjectName(QStringLiteral("Dialog_GetDir"));
-  setFixedSize(Tw(6030), Tw(4860));
+  setObjectName(QString::fromLatin1(kFormaGetDir.nome));
+  setFixedSize(Tw(kFormaGetDir.larghezza), Tw(kFormaGetDir.altezza));
   setModal(true);
 
-  OKButton = Pulsante(this, "OKButton", "OK", 315, 4275, 1215, 375);
-  CancelButton = Pulsante(this, "CancelButton", "Cancel", 4590, 4230, 1215, 375);
-
-  Dir1 = new QTreeWidget(this);
-  Dir1->setObjectName(QStringLiteral("Dir1"));
-  Dir1->setGeometry(Tw(180), Tw(810), Tw(5505), Tw(2565));
+  OKButton = Crea<QPushButton>(this, kFormaGetDir, "OKButton");
+  CancelButton = Crea<QPushButton>(this, kFormaGetDir, "CancelButton");
+  Dir1 = Crea<QTreeWidget>(this, kFormaGetDir, "Dir1");
   Dir1->setHeaderHidden(true);
   Dir1->setRootIsDecorated(false);
-  Dir1->setIndentation(Tw(180));
+  Dir1->setIndentation(Tw(picker::forma_getdir::kRientro));
   Dir1->setItemsExpandable(false);
-
-  Drive1 = new QComboBox(this);
-  Drive1->setObjectName(QStringLiteral("Drive1"));
-  Drive1->setGeometry(Tw(225), Tw(225), Tw(1995), Tw(315));
-
-  Text_Path = new QLineEdit(this);
-  Text_Path->setObjectName(QStringLiteral("Text_Path"));
-  Text_Path->setGeometry(Tw(180), Tw(3600), Tw(5505), Tw(285));
+  Drive1 = Crea<QComboBox>(this, kFormaGetDir, "Drive1");
+  Text_Path = Crea<QLineEdit>(this, kFormaGetDir, "Text_Path");
   Text_Path->setReadOnly(true);
   Verde(Text_Path);
-
-  Pul_NuovaCartella = Pulsante(this, "Pul_NuovaCartella", "Create folder->", 2475, 225, 1500, 285);
-
-  Text_PathDir = new QLineEdit(this);
-  Text_PathDir->setObjectName(QStringLiteral("Text_PathDir"));
-  Text_PathDir->setGeometry(Tw(4050), Tw(225), Tw(1635), Tw(285));
-
-  setTabOrder(OKButton, CancelButton);
-  setTabOrder(CancelButton, Dir1);
-  setTabOrder(Dir1, Drive1);
-  setTabOrder(Drive1, Text_Path);
-  setTabOrder(Text_Path, Pul_NuovaCartella);
-  setTabOrder(Pul_NuovaCartella, Text_PathDir);
+  Pul_NuovaCartella = Crea<QPushButton>(this, kFormaGetDir, "Pul_NuovaCartella");
+  Text_PathDir = Crea<QLineEdit>(this, kFormaGetDir, "Text_PathDir");
+  OrdineTab(this, kFormaGetDir);
 
   connect(OKButton, &QPushButton::clicked, this, [this] { Clic(picker::OKButton_Click); });
   connect(CancelButton, &QPushButton::clicked, this, [this] { Clic(picker::CancelButton_Click); });
@@ -99,38 +82,19 @@ void FinestraGetDir::Aggiorna() {
     Drive1->setCurrentIndex(Drive1->findText(DaByte(modello_.Drive1.Drive)));
   }
 
-  // The folder list as a tree: the open folders of the path from its root down, then the folders the last
-  // one holds.
+  // The folder list as a tree: the open folders of the path, then those the last one holds.
   Dir1->clear();
-  const std::string& path = modello_.Dir1.Path;
+  const QIcon aperta = style()->standardIcon(QStyle::SP_DirOpenIcon);
+  const QIcon chiusa = style()->standardIcon(QStyle::SP_DirClosedIcon);
   QTreeWidgetItem* corrente = nullptr;
-  if (path.size() >= 2) {
-    const QIcon aperta = style()->standardIcon(QStyle::SP_DirOpenIcon);
-    const QIcon chiusa = style()->standardIcon(QStyle::SP_DirClosedIcon);
-    std::string fin_qui = path.substr(0, 2) + "\\";
-    corrente = new QTreeWidgetItem(Dir1, {DaByte(fin_qui)});
-    corrente->setData(0, kPercorso, DaByte(fin_qui));
-    corrente->setIcon(0, aperta);
-    std::size_t inizio = 3;
-    while (inizio < path.size()) {
-      std::size_t fine = path.find('\\', inizio);
-      if (fine == std::string::npos) fine = path.size();
-      const std::string nome = path.substr(inizio, fine - inizio);
-      fin_qui = path.substr(0, fine);
-      corrente = new QTreeWidgetItem(corrente, {DaByte(nome)});
-      corrente->setData(0, kPercorso, DaByte(fin_qui));
-      corrente->setIcon(0, aperta);
-      inizio = fine + 1;
-    }
-    const std::string base = path.size() > 3 ? path + "\\" : path;
-    for (const auto& s : modello_.Dir1.sottocartelle) {
-      auto* voce = new QTreeWidgetItem(corrente, {DaByte(s)});
-      voce->setData(0, kPercorso, DaByte(base + s));
-      voce->setIcon(0, chiusa);
-    }
-    Dir1->expandAll();
-    Dir1->setCurrentItem(corrente);
+  for (const picker::RigaCartella& r : picker::RigheDir(modello_.Dir1)) {
+    auto* voce = corrente ? new QTreeWidgetItem(corrente, {DaByte(r.nome)}) : new QTreeWidgetItem(Dir1, {DaByte(r.nome)});
+    voce->setData(0, kPercorso, DaByte(r.percorso));
+    voce->setIcon(0, r.aperta ? aperta : chiusa);
+    if (r.aperta) corrente = voce;
   }
+  Dir1->expandAll();
+  if (corrente) Dir1->setCurrentItem(corrente);
   Text_Path->setText(DaByte(modello_.Text_Path));
 }
 
@@ -142,9 +106,7 @@ void FinestraGetDir::Clic(void (*gestore)(picker::Dialog_GetDir&)) {
 
 void FinestraGetDir::Dir1_Attivata(QTreeWidgetItem* voce) {
   if (!voce) return;
-  // A folder that went away meanwhile leaves the list where it was, read again.
-  if (picker::ImpostaPath(modello_, VersoByte(voce->data(0, kPercorso).toString())) != 0)
-    picker::AggiornaDir(modello_);
+  picker::Dir1_Attivata(modello_, VersoByte(voce->data(0, kPercorso).toString()));
   Aggiorna();
 }
 

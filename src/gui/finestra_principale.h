@@ -60,8 +60,6 @@ class FinestraPrincipale : public QWidget {
 
  private:
   void Pul_EstraiDati_Click();
-  void Pul_Annulla_Click();
-  void ChiudiDopoControllo();
 
   Servizi servizi_;
   DidascaliaEtichetta dirOrdl_, nomeTrle_, info_;
@@ -70,10 +68,6 @@ class FinestraPrincipale : public QWidget {
   picker::DialogoGetDir getDir_;
   collection::Principale modello_;
   formats::PrefRecord pref_;
-  // The header record of the reports, which a snapshot's header report overwrites; the check run keeps
-  // the one of start-up in the model.
-  formats::InfoHeader headerProspetti_;
-  bool chiusuraDelControllo_ = false;
   bool chiusa_ = false;
 };
 

@@ -1,15 +1,16 @@
 #include "gui/forme_qt.h"
 
-#include "gui/testo_qt.h"
+#include <QWidget>
 
 namespace gui {
 
-QPushButton* Pulsante(QWidget* genitore, const char* nome, const char* testo, int l, int t, int w, int h) {
-  auto* p = new QPushButton(QString::fromLatin1(testo), genitore);
-  p->setObjectName(QString::fromLatin1(nome));
-  p->setGeometry(Tw(l), Tw(t), Tw(w), Tw(h));
-  p->setAutoDefault(false);
-  return p;
+void OrdineTab(QWidget* finestra, const support::Forma& f) {
+  QWidget* prima = nullptr;
+  for (const char* nome : f.ordineTab) {
+    auto* w = finestra->findChild<QWidget*>(QString::fromLatin1(nome), Qt::FindDirectChildrenOnly);
+    if (prima && w) QWidget::setTabOrder(prima, w);
+    prima = w;
+  }
 }
 
 }  // namespace gui

@@ -1,16 +1,35 @@
-// What the three windows build alike: push buttons placed in twips, and the colours of a folder box.
+// The controls of a form table as Qt widgets: placed in twips, named and captioned as the table says.
 #pragma once
 
 #include <QColor>
 #include <QPushButton>
+#include <QString>
+
+#include "gui/testo_qt.h"
+#include "support/forma.h"
 
 namespace gui {
 
-// A button named `nome` at a place given in twips. No button is a form's default, so Enter presses nothing.
-QPushButton* Pulsante(QWidget* genitore, const char* nome, const char* testo, int l, int t, int w, int h);
+// The control `nome` of form `f` as a new widget of type W, `dy` pixels lower (below a menu bar). No button
+// is a form's default, so Enter presses nothing.
+template <class W>
+W* Crea(QWidget* genitore, const support::Forma& f, const char* nome, int dy = 0) {
+  const support::Controllo& c = support::ControlloDi(f, nome);
+  auto* w = new W(genitore);
+  w->setObjectName(QString::fromLatin1(c.nome));
+  w->setGeometry(Tw(c.r.l), dy + Tw(c.r.t), Tw(c.r.w), Tw(c.r.h));
+  if constexpr (requires { w->setText(QString()); }) w->setText(QString::fromLatin1(c.testo));
+  if constexpr (requires { w->setAutoDefault(false); }) w->setAutoDefault(false);
+  return w;
+}
 
-// A folder is shown bright green on dark green.
-inline const QColor kVerdeScuro{0, 64, 0};
-inline const QColor kVerdeChiaro{0, 255, 0};
+// The tab order of the form, over the window's children of those names.
+void OrdineTab(QWidget* finestra, const support::Forma& f);
+
+inline QColor ColoreQt(support::Colore c) {
+  return QColor(c.r, c.g, c.b);
+}
+inline const QColor kVerdeScuro = ColoreQt(support::kVerdeScuro);
+inline const QColor kVerdeChiaro = ColoreQt(support::kVerdeChiaro);
 
 }  // namespace gui

@@ -20,7 +20,4 @@ constexpr int Tw(int twips) {
   return (twips + 7) / 15;
 }
 
-// The title of every message box, since no call gives its own.
-inline constexpr const char* kTitoloProgramma = "CheckORDL";
-
 }  // namespace gui

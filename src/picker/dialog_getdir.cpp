@@ -256,4 +256,26 @@ std::string DialogoGetDir::PathDir() const {
   return modello_ ? modello_->PathDir : pathDir_;
 }
 
+std::vector<RigaCartella> RigheDir(const ListaCartelle& l) {
+  std::vector<RigaCartella> righe;
+  const std::string& path = l.Path;
+  if (path.size() < 2) return righe;
+  righe.push_back({path.substr(0, 2) + "\\", path.substr(0, 2) + "\\", 0, true});
+  std::size_t inizio = 3;
+  while (inizio < path.size()) {
+    std::size_t fine = path.find('\\', inizio);
+    if (fine == std::string::npos) fine = path.size();
+    righe.push_back({path.substr(inizio, fine - inizio), path.substr(0, fine), static_cast<int>(righe.size()), true});
+    inizio = fine + 1;
+  }
+  const std::string base = path.size() > 3 ? path + "\\" : path;
+  const int livello = static_cast<int>(righe.size());
+  for (const auto& s : l.sottocartelle) righe.push_back({s, base + s, livello, false});
+  return righe;
+}
+
+void Dir1_Attivata(Dialog_GetDir& d, const std::string& percorso) {
+  if (ImpostaPath(d, percorso) != 0) AggiornaDir(d);
+}
+
 }  // namespace picker

@@ -67,6 +67,18 @@ using support::NormalizzaPercorso;
 void Pul_NuovaCartella_Click(Dialog_GetDir& d);
 void OKButton_Click(Dialog_GetDir& d);
 void CancelButton_Click(Dialog_GetDir& d);
+// The folder list's rows as a window shows them: the open folders of the path from its root down ("C:\"
+// first), then, one level deeper, the folders the last one holds. `percorso` is what a click opens.
+struct RigaCartella {
+  std::string nome;
+  std::string percorso;
+  int livello;
+  bool aperta;
+};
+std::vector<RigaCartella> RigheDir(const ListaCartelle& l);
+// The user opens a row: a folder that went away meanwhile leaves the list where it was, read again.
+void Dir1_Attivata(Dialog_GetDir& d, const std::string& percorso);
+
 // Closing by the window's frame: the dialog closes and nothing else changes.
 void ChiudiDallaCornice(Dialog_GetDir& d);
 

@@ -1,0 +1,75 @@
+// The analysis window's form: the controls below the menu bar, and the menu bar itself, whose report items
+// come from the table of voci.h.
+#pragma once
+
+#include <array>
+#include <cstddef>
+
+#include "analysis/voci.h"
+#include "support/forma.h"
+
+namespace analysis {
+
+namespace forma_analisi {
+using support::TipoControllo;
+inline constexpr std::array<support::Controllo, 6> kControlli = {{
+    {"Pul_Trova", TipoControllo::Pulsante, "Trova", {225, 3960, 1635, 330}},
+    {"Text_Cerca", TipoControllo::Riga, "", {2025, 3960, 1905, 285}},
+    {"Pul_Prima", TipoControllo::Pulsante, "<", {4050, 3960, 330, 330}},
+    {"Pul_Dopo", TipoControllo::Pulsante, ">", {4455, 3960, 330, 330}},
+    {"Text_Out", TipoControllo::Area, "", {135, 90, 9825, 3300}},
+    {"ProgressBar1", TipoControllo::Barra, "", {180, 3510, 9735, 240}},
+}};
+inline constexpr std::array<const char*, 5> kTab = {"Pul_Trova", "Text_Cerca", "Pul_Prima", "Pul_Dopo", "Text_Out"};
+}  // namespace forma_analisi
+
+inline constexpr support::Forma kFormaAnalisi{"Dialog_Analisi", " Analisi dati info ordl", 10095, 4425,
+                                              forma_analisi::kControlli, forma_analisi::kTab};
+
+// What a menu item does.
+enum class Comando { CaricaFile, SalvaFile, Esci, Copia, Voce, Confronta, RiepilogoProblemi };
+
+struct MenuBarra {
+  const char* nome;
+  const char* testo;
+};
+inline constexpr std::array<MenuBarra, 5> kMenu = {{
+    {"mnu_File", "File"},
+    {"mnu_Modifica", "Modifica"},
+    {"mnu_Prospetto", "Prospetto"},
+    {"mnu_Analisi", "Analisi"},
+    {"mnu_Diagnosi", "Diagnosi"},
+}};
+
+struct VoceBarra {
+  // Index into kMenu.
+  std::size_t menu;
+  const char* nome;
+  const char* testo;
+  Comando comando;
+  // The report item, for Comando::Voce.
+  Voce voce;
+};
+
+// Every item of the menu bar in the order the menus show them.
+constexpr std::array<VoceBarra, 6 + kNumeroVoci> VociBarra() {
+  std::array<VoceBarra, 6 + kNumeroVoci> b{};
+  std::size_t n = 0;
+  b[n++] = {0, "mnu_CaricaFile", "Carica un prospetto", Comando::CaricaFile, {}};
+  b[n++] = {0, "mnu_SalvaFile", "Salva prospetto in un file di testo", Comando::SalvaFile, {}};
+  b[n++] = {0, "mnu_Esci", "Esci", Comando::Esci, {}};
+  b[n++] = {1, "mnu_Copia", "Copia ", Comando::Copia, {}};
+  for (const VoceMenu& v : kVoci)
+    if (v.prospetto) b[n++] = {2, v.controllo, v.didascalia, Comando::Voce, v.voce};
+  for (const VoceMenu& v : kVoci)
+    if (!v.prospetto) b[n++] = {3, v.controllo, v.didascalia, Comando::Voce, v.voce};
+  b[n++] = {3, "mnu_Confronta", "Confronta con un altro snapshot...", Comando::Confronta, {}};
+  b[n++] = {4, "mnu_RiepilogoProblemi", "Riepilogo problemi", Comando::RiepilogoProblemi, {}};
+  return b;
+}
+inline constexpr auto kVociBarra = VociBarra();
+
+// Runs a menu item as its click does. "Esci" is the window's own (it closes): false for it, true otherwise.
+bool EseguiComando(Dialog_Analisi& d, const VoceBarra& v);
+
+}  // namespace analysis
