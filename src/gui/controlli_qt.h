@@ -71,19 +71,9 @@ class AppuntiQt : public support::Appunti {
 };
 
 // One file dialog for the whole program: its settings last from one showing to the next.
-class DialogoFileQt : public support::DialogoFile {
- public:
-  void ImpostaTitolo(const std::string& titolo) override { titolo_ = titolo; }
-  void ImpostaCartellaIniziale(const std::string& cartella) override { cartella_ = cartella; }
-  void ImpostaFiltro(const std::string& filtro) override { filtro_ = filtro; }
-  void ImpostaNomeFile(const std::string& nome) override { nome_ = nome; }
-  bool MostraApri() override { return Mostra(false); }
-  bool MostraSalva() override { return Mostra(true); }
-  std::string NomeFile() const override { return nome_; }
-
+class DialogoFileQt : public support::DialogoFileConImpostazioni {
  private:
-  bool Mostra(bool salva);
-  std::string titolo_, cartella_, filtro_, nome_;
+  bool Mostra(bool salva) override;
 };
 
 // "Description|mask|Description|mask" as Qt's name filters. Masks match without regard to case, as they

@@ -42,12 +42,15 @@ void Imposta(int* err, int valore) {
   if (err) *err = valore;
 }
 
-// The platform reports a drive that is not there as a missing path; the program needs it as a device.
+// The platform reports a drive that is not there, or whose root cannot be read (a drive without medium as
+// Wine shows it), as a missing path; the program needs it as a device.
 bool DriveAssente(const std::string& path) {
   if (path.size() < 2 || path[1] != ':') return false;
   const char lettera = Maiuscola(path[0]);
   if (lettera < 'A' || lettera > 'Z') return false;
-  return ((::GetLogicalDrives() >> (lettera - 'A')) & 1u) == 0;
+  if (((::GetLogicalDrives() >> (lettera - 'A')) & 1u) == 0) return true;
+  const char radice[4] = {lettera, ':', '\\', '\0'};
+  return ::GetFileAttributesA(radice) == INVALID_FILE_ATTRIBUTES;
 }
 
 int ErroreDa(DWORD codice, const std::string& path) {

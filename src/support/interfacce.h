@@ -82,6 +82,22 @@ class DialogoFile {
   virtual std::string NomeFile() const = 0;
 };
 
+// A file dialog whose settings last from one showing to the next; a toolkit gives the showing.
+class DialogoFileConImpostazioni : public DialogoFile {
+ public:
+  void ImpostaTitolo(const std::string& titolo) override { titolo_ = titolo; }
+  void ImpostaCartellaIniziale(const std::string& cartella) override { cartella_ = cartella; }
+  void ImpostaFiltro(const std::string& filtro) override { filtro_ = filtro; }
+  void ImpostaNomeFile(const std::string& nome) override { nome_ = nome; }
+  bool MostraApri() override { return Mostra(false); }
+  bool MostraSalva() override { return Mostra(true); }
+  std::string NomeFile() const override { return nome_; }
+
+ protected:
+  virtual bool Mostra(bool salva) = 0;
+  std::string titolo_, cartella_, filtro_, nome_;
+};
+
 class Appunti {
  public:
   virtual ~Appunti() = default;

@@ -1,0 +1,267 @@
+#include "gui_win32/finestra.h"
+
+#include <commctrl.h>
+
+namespace win32 {
+namespace {
+
+constexpr const char* kClasse = "CheckORDLFinestra";
+
+COLORREF Rgb(support::Colore c) {
+  return RGB(c.r, c.g, c.b);
+}
+
+void Registra(WNDPROC procedura) {
+  static const bool fatto = [procedura] {
+    INITCOMMONCONTROLSEX icc{sizeof(icc), ICC_PROGRESS_CLASS | ICC_TREEVIEW_CLASSES | ICC_STANDARD_CLASSES};
+    InitCommonControlsEx(&icc);
+    WNDCLASSEXA c{};
+    c.cbSize = sizeof(c);
+    c.lpfnWndProc = procedura;
+    c.hInstance = GetModuleHandleA(nullptr);
+    // The program's icon is resource 1; a test executable has none and gets the system's.
+    c.hIcon = LoadIconA(c.hInstance, MAKEINTRESOURCEA(1));
+    if (!c.hIcon) c.hIcon = LoadIconA(nullptr, MAKEINTRESOURCEA(32512));  // IDI_APPLICATION
+    c.hCursor = LoadCursorA(nullptr, MAKEINTRESOURCEA(32512));            // IDC_ARROW
+    c.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
+    c.lpszClassName = kClasse;
+    return RegisterClassExA(&c) != 0;
+  }();
+  (void)fatto;
+}
+
+struct Classe {
+  const char* nome;
+  DWORD stile;
+  DWORD esteso;
+};
+
+Classe ClasseDi(support::TipoControllo t) {
+  using support::TipoControllo;
+  switch (t) {
+    case TipoControllo::Pulsante:
+      return {"BUTTON", BS_PUSHBUTTON, 0};
+    case TipoControllo::Etichetta:
+      // A folder or a status is shown as it is: no "&" read as an accelerator, no wrapping.
+      return {"STATIC", SS_LEFTNOWORDWRAP | SS_NOPREFIX, 0};
+    case TipoControllo::EtichettaCartella:
+      return {"STATIC", SS_LEFTNOWORDWRAP | SS_NOPREFIX | SS_CENTERIMAGE, 0};
+    case TipoControllo::Barra:
+      return {PROGRESS_CLASSA, 0, 0};
+    case TipoControllo::Riga:
+      return {"EDIT", ES_AUTOHSCROLL, WS_EX_CLIENTEDGE};
+    case TipoControllo::RigaCartella:
+      return {"EDIT", ES_AUTOHSCROLL | ES_READONLY, WS_EX_CLIENTEDGE};
+    case TipoControllo::Area:
+      // ES_NOHIDESEL: a found word stays selected while the focus is on the search row.
+      return {"EDIT",
+              ES_MULTILINE | ES_READONLY | ES_AUTOHSCROLL | ES_AUTOVSCROLL | ES_NOHIDESEL | WS_HSCROLL | WS_VSCROLL,
+              WS_EX_CLIENTEDGE};
+    case TipoControllo::ListaDrive:
+      return {"COMBOBOX", CBS_DROPDOWNLIST | WS_VSCROLL, 0};
+    case TipoControllo::ListaCartelle:
+      return {WC_TREEVIEWA, TVS_HASLINES | TVS_SHOWSELALWAYS | TVS_DISABLEDRAGDROP, WS_EX_CLIENTEDGE};
+  }
+  return {"STATIC", 0, 0};
+}
+
+HFONT FontProspetti() {
+  HDC dc = GetDC(nullptr);
+  const int altezza = -MulDiv(static_cast<int>(support::kPuntiProspetti * 100), GetDeviceCaps(dc, LOGPIXELSY), 7200);
+  ReleaseDC(nullptr, dc);
+  return CreateFontA(altezza, 0, 0, 0, FW_NORMAL, FALSE, FALSE, FALSE, ANSI_CHARSET, OUT_DEFAULT_PRECIS,
+                     CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY, FIXED_PITCH | FF_MODERN, support::kFontProspetti);
+}
+
+}  // namespace
+
+int Px(int twips) {
+  static const int dpi = [] {
+    HDC dc = GetDC(nullptr);
+    const int d = GetDeviceCaps(dc, LOGPIXELSY);
+    ReleaseDC(nullptr, dc);
+    return d > 0 ? d : 96;
+  }();
+  return MulDiv(twips, dpi, support::kTwipsPerPollice);
+}
+
+HFONT FontDialogo() {
+  static HFONT font = [] {
+    NONCLIENTMETRICSA m{};
+    m.cbSize = sizeof(m);
+    if (SystemParametersInfoA(SPI_GETNONCLIENTMETRICS, sizeof(m), &m, 0)) return CreateFontIndirectA(&m.lfMessageFont);
+    return static_cast<HFONT>(GetStockObject(DEFAULT_GUI_FONT));
+  }();
+  return font;
+}
+
+Finestra::~Finestra() {
+  if (hwnd_) {
+    SetWindowLongPtrA(hwnd_, GWLP_USERDATA, 0);
+    if (HWND p = GetWindow(hwnd_, GW_OWNER)) EnableWindow(p, TRUE);
+    DestroyWindow(hwnd_);
+  }
+  if (fontArea_) DeleteObject(fontArea_);
+  if (verde_) DeleteObject(verde_);
+}
+
+void Finestra::Crea(const support::Forma& forma, HWND proprietario, DWORD stile, HMENU menu) {
+  Registra(&Procedura);
+  forma_ = &forma;
+  RECT r{0, 0, Px(forma.larghezza), Px(forma.altezza)};
+  AdjustWindowRectEx(&r, stile, menu != nullptr, 0);
+  CreateWindowExA(0, kClasse, forma.caption, stile, CW_USEDEFAULT, CW_USEDEFAULT, r.right - r.left,
+                  r.bottom - r.top, proprietario, menu, GetModuleHandleA(nullptr), this);
+  verde_ = CreateSolidBrush(Rgb(support::kVerdeScuro));
+
+  int id = kPrimoId;
+  for (const support::Controllo& c : forma.controlli) {
+    const Classe k = ClasseDi(c.tipo);
+    // A drop-down list's height is that of its open list.
+    const int h = c.tipo == support::TipoControllo::ListaDrive ? Px(c.r.h) * 8 : Px(c.r.h);
+    HWND w = CreateWindowExA(k.esteso, k.nome, c.testo, WS_CHILD | WS_VISIBLE | k.stile, Px(c.r.l), Px(c.r.t),
+                             Px(c.r.w), h, hwnd_, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id++)),
+                             GetModuleHandleA(nullptr), nullptr);
+    if (c.tipo == support::TipoControllo::Area) {
+      fontArea_ = FontProspetti();
+      SendMessageA(w, WM_SETFONT, reinterpret_cast<WPARAM>(fontArea_), FALSE);
+      SendMessageA(w, EM_SETLIMITTEXT, 0x7FFFFFFE, 0);
+      // Tab stops every half inch, in dialog units.
+      int tab = MulDiv(Px(support::kTabulazioneTwips), 4, LOWORD(GetDialogBaseUnits()));
+      SendMessageA(w, EM_SETTABSTOPS, 1, reinterpret_cast<LPARAM>(&tab));
+    } else {
+      SendMessageA(w, WM_SETFONT, reinterpret_cast<WPARAM>(FontDialogo()), FALSE);
+    }
+    if (c.tipo == support::TipoControllo::Barra) SendMessageA(w, PBM_SETRANGE32, 0, 100);
+    controlli_.push_back(w);
+  }
+  // The tab key follows the z order: the form's order first, each with a tab stop.
+  HWND prima = HWND_TOP;
+  for (const char* nome : forma.ordineTab) {
+    HWND w = Controllo(nome);
+    SetWindowLongPtrA(w, GWL_STYLE, GetWindowLongPtrA(w, GWL_STYLE) | WS_TABSTOP);
+    SetWindowPos(w, prima, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    prima = w;
+  }
+}
+
+HWND Finestra::Controllo(const char* nome) const {
+  const int id = IdDi(nome);
+  return id < 0 ? nullptr : controlli_[static_cast<std::size_t>(id - kPrimoId)];
+}
+
+int Finestra::IdDi(const char* nome) const {
+  for (std::size_t i = 0; i < forma_->controlli.size(); ++i)
+    if (std::string_view(nome) == forma_->controlli[i].nome) return kPrimoId + static_cast<int>(i);
+  return -1;
+}
+
+bool Finestra::Verde(HWND controllo) const {
+  const int id = GetDlgCtrlID(controllo);
+  if (id < kPrimoId || id - kPrimoId >= static_cast<int>(forma_->controlli.size())) return false;
+  const auto t = forma_->controlli[static_cast<std::size_t>(id - kPrimoId)].tipo;
+  return t == support::TipoControllo::EtichettaCartella || t == support::TipoControllo::RigaCartella;
+}
+
+void Finestra::Chiudi() {
+  if (hwnd_) SendMessageA(hwnd_, WM_CLOSE, 0, 0);
+}
+
+void Finestra::AlCentro() {
+  RECT area{}, r{};
+  SystemParametersInfoA(SPI_GETWORKAREA, 0, &area, 0);
+  GetWindowRect(hwnd_, &r);
+  const int w = r.right - r.left, h = r.bottom - r.top;
+  SetWindowPos(hwnd_, nullptr, area.left + (area.right - area.left - w) / 2, area.top + (area.bottom - area.top - h) / 2,
+               0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+LRESULT CALLBACK Finestra::Procedura(HWND h, UINT m, WPARAM w, LPARAM l) {
+  auto* f = reinterpret_cast<Finestra*>(GetWindowLongPtrA(h, GWLP_USERDATA));
+  if (!f && m == WM_NCCREATE) {
+    f = static_cast<Finestra*>(reinterpret_cast<CREATESTRUCTA*>(l)->lpCreateParams);
+    SetWindowLongPtrA(h, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(f));
+    f->hwnd_ = h;
+  }
+  return f ? f->Messaggio(m, w, l) : DefWindowProcA(h, m, w, l);
+}
+
+LRESULT Finestra::Messaggio(UINT m, WPARAM w, LPARAM l) {
+  switch (m) {
+    case WM_COMMAND:
+      if (Comando(LOWORD(w), HIWORD(w))) return 0;
+      break;
+    case WM_NOTIFY:
+      return Notifica(reinterpret_cast<const NMHDR*>(l));
+    case WM_CTLCOLORSTATIC:
+    case WM_CTLCOLOREDIT:
+      if (Verde(reinterpret_cast<HWND>(l))) {
+        HDC dc = reinterpret_cast<HDC>(w);
+        SetTextColor(dc, Rgb(support::kVerdeChiaro));
+        SetBkColor(dc, Rgb(support::kVerdeScuro));
+        return reinterpret_cast<LRESULT>(verde_);
+      }
+      break;
+    case WM_CLOSE:
+      if (PuoChiudersi()) {
+        // The owner takes input again before this window goes, so that it is the one activated.
+        if (HWND p = GetWindow(hwnd_, GW_OWNER)) EnableWindow(p, TRUE);
+        DestroyWindow(hwnd_);
+      }
+      return 0;
+    case WM_DESTROY:
+      chiusa_ = true;
+      Distrutta();
+      return 0;
+    case WM_NCDESTROY:
+      SetWindowLongPtrA(hwnd_, GWLP_USERDATA, 0);
+      hwnd_ = nullptr;
+      break;
+    default:
+      if (m >= WM_APP && m <= 0xBFFF) {
+        Privato(m, w, l);
+        return 0;
+      }
+  }
+  return DefWindowProcA(hwnd_, m, w, l);
+}
+
+void MostraModale(Finestra& f) {
+  HWND proprietario = GetWindow(f.Hwnd(), GW_OWNER);
+  if (proprietario) EnableWindow(proprietario, FALSE);
+  f.AlCentro();
+  ShowWindow(f.Hwnd(), SW_SHOW);
+  MSG m;
+  while (!f.Chiusa()) {
+    const BOOL r = GetMessageA(&m, nullptr, 0, 0);
+    if (r <= 0) {
+      // The program is ending: the loop of the main window must see it too.
+      if (r == 0) PostQuitMessage(static_cast<int>(m.wParam));
+      break;
+    }
+    if (!IsDialogMessageA(f.Hwnd(), &m)) {
+      TranslateMessage(&m);
+      DispatchMessageA(&m);
+    }
+  }
+  if (proprietario) {
+    EnableWindow(proprietario, TRUE);
+    SetActiveWindow(proprietario);
+  }
+}
+
+void SmaltisciCoda() {
+  MSG m;
+  while (PeekMessageA(&m, nullptr, 0, 0, PM_REMOVE)) {
+    if (m.message == WM_QUIT) {
+      PostQuitMessage(static_cast<int>(m.wParam));
+      return;
+    }
+    HWND radice = m.hwnd ? GetAncestor(m.hwnd, GA_ROOT) : nullptr;
+    if (radice && IsDialogMessageA(radice, &m)) continue;
+    TranslateMessage(&m);
+    DispatchMessageA(&m);
+  }
+}
+
+}  // namespace win32

@@ -1,0 +1,333 @@
+// The three Win32 windows on the demo machine, under Wine: each click is a message to a real control, goes
+// to the operations, and what they leave shows in the controls. Each window's controls are compared with a
+// file in tests/data/finestre; CHECKORDL_RIGENERA=1 rewrites those files instead.
+#include <windows.h>
+
+#include <commctrl.h>
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <sstream>
+
+#include "analysis/forma_analisi.h"
+#include "cli/macchina_demo.h"
+#include "collection/controllo.h"
+#include "collection/forma_principale.h"
+#include "collection/scoperta.h"
+#include "finestra_prova.h"
+#include "gui_win32/finestra_analisi.h"
+#include "gui_win32/finestra_getdir.h"
+#include "gui_win32/finestra_principale.h"
+#include "host/machine.h"
+#include "picker/forma_getdir.h"
+#include "support/files.h"
+
+using analysis::Voce;
+
+namespace {
+
+struct Banco {
+  MessaggiProva messaggi;
+  DialogoFileProva file;
+  AppuntiProva appunti;
+  std::function<void(win32::FinestraGetDir&)> getDir = [](auto&) { FAIL() << "the folder picker was shown"; };
+  std::function<void(win32::FinestraAnalisi&)> analisi = [](auto&) { FAIL() << "the analysis window was shown"; };
+  win32::Servizi Servizi() {
+    return {messaggi, file, appunti, [this](auto& f) { getDir(f); }, [this](auto& f) { analisi(f); }};
+  }
+};
+
+std::string Testo(HWND w) {
+  std::string t(static_cast<std::size_t>(GetWindowTextLengthA(w)) + 1, '\0');
+  t.resize(static_cast<std::size_t>(GetWindowTextA(w, t.data(), static_cast<int>(t.size()))));
+  return t;
+}
+
+void Clic(HWND pulsante) {
+  SendMessageA(pulsante, BM_CLICK, 0, 0);
+}
+
+void Menu(win32::FinestraAnalisi& f, const char* voce) {
+  SendMessageA(f.Hwnd(), WM_COMMAND, static_cast<WPARAM>(win32::IdVoceBarra(voce)), 0);
+}
+
+// A window's controls, one line each: class, name, caption and place in client pixels; the menu bar with
+// its marks; then the order of the tab key.
+std::string Controlli(const win32::Finestra& f, const support::Forma& forma) {
+  std::ostringstream out;
+  RECT c{};
+  GetClientRect(f.Hwnd(), &c);
+  out << '"' << Testo(f.Hwnd()) << "\" " << c.right << 'x' << c.bottom << '\n';
+  for (const support::Controllo& k : forma.controlli) {
+    HWND w = f.Controllo(k.nome);
+    char classe[64] = {};
+    GetClassNameA(w, classe, sizeof(classe));
+    RECT r{};
+    GetWindowRect(w, &r);
+    MapWindowPoints(nullptr, f.Hwnd(), reinterpret_cast<POINT*>(&r), 2);
+    out << classe << ' ' << k.nome << " \"" << Testo(w) << "\" " << r.left << ',' << r.top << ' '
+        << r.right - r.left << 'x' << r.bottom - r.top << '\n';
+  }
+  if (HMENU barra = GetMenu(f.Hwnd())) {
+    for (int i = 0; i < GetMenuItemCount(barra); ++i) {
+      char t[128] = {};
+      GetMenuStringA(barra, static_cast<UINT>(i), t, sizeof(t), MF_BYPOSITION);
+      out << "menu \"" << t << "\":";
+      HMENU sotto = GetSubMenu(barra, i);
+      for (int j = 0; j < GetMenuItemCount(sotto); ++j) {
+        GetMenuStringA(sotto, static_cast<UINT>(j), t, sizeof(t), MF_BYPOSITION);
+        out << " \"" << t << '"' << ((GetMenuState(sotto, static_cast<UINT>(j), MF_BYPOSITION) & MF_CHECKED) ? "*" : "");
+      }
+      out << '\n';
+    }
+  }
+  out << "tab:";
+  HWND primo = GetNextDlgTabItem(f.Hwnd(), nullptr, FALSE);
+  for (HWND t = primo; t;) {
+    for (const support::Controllo& k : forma.controlli)
+      if (f.Controllo(k.nome) == t) out << ' ' << k.nome;
+    t = GetNextDlgTabItem(f.Hwnd(), t, FALSE);
+    if (t == primo) break;
+  }
+  out << '\n';
+  return out.str();
+}
+
+void ComeNelFile(const std::string& testo, const std::string& nome) {
+  const std::string file = std::string(CHECKORDL_DATI_PROVA) + "/finestre/" + nome;
+  if (std::getenv("CHECKORDL_RIGENERA")) {
+    std::ofstream(file, std::ios::binary) << testo;
+    return;
+  }
+  std::ifstream in(file, std::ios::binary);
+  ASSERT_TRUE(in) << file;
+  EXPECT_EQ(testo, std::string(std::istreambuf_iterator<char>(in), {})) << nome;
+}
+
+// The demo machine after a check run of the core: the snapshot is there to be read.
+void Controllata() {
+  FinestraProva run;
+  formats::PrefRecord pref;
+  collection::CercaInstallazioni(run.principale, pref);
+  collection::Pul_Start_Click(run.principale);
+  ASSERT_EQ(run.chiusure, 1);
+}
+
+}  // namespace
+
+TEST(FinestreWin32, Controlli) {
+  Banco banco;
+  win32::FinestraPrincipale w(banco.Servizi());
+  ComeNelFile(Controlli(w, collection::kFormaPrincipale), "win32_principale.txt");
+  win32::FinestraAnalisi a(w.Hwnd(), banco.messaggi, banco.file, banco.appunti, w.Modello().InfoHeader);
+  a.Modello().Menu.SetChecked(Voce::mnu_ShowPref, true);
+  ComeNelFile(Controlli(a, analysis::kFormaAnalisi), "win32_analisi.txt");
+  MessaggiProva msg;
+  picker::Dialog_GetDir m{msg};
+  picker::Carica(m);
+  picker::ImpostaValori(m, "C:\\Giochi");
+  win32::FinestraGetDir g(nullptr, m);
+  ComeNelFile(Controlli(g, picker::kFormaGetDir), "win32_getdir.txt");
+}
+
+TEST(FinestreWin32, AvvioECambia) {
+  FinestraProva core;
+  formats::PrefRecord pref;
+  collection::CercaInstallazioni(core.principale, pref);
+  ASSERT_FALSE(core.nomeTrle.testo.empty() || core.dirOrdl.testo.empty());
+  Banco banco;
+  win32::FinestraPrincipale w(banco.Servizi());
+  EXPECT_EQ(Testo(w.Controllo("Label_NomeTrle")), core.nomeTrle.testo);
+  EXPECT_EQ(Testo(w.Controllo("Label_DirORDL")), core.dirOrdl.testo);
+
+  // An editor folder whose name Windows-1252 holds beyond ASCII.
+  ASSERT_TRUE(support::CreaCartella("C:\\Caf\xe9") && support::CreaCartella("C:\\Caf\xe9\\data"));
+  for (const char* f : {"\\tomb4.exe", "\\data\\a.tr4", "\\script.dat"})
+    ASSERT_TRUE(support::ScriviFileTesto(std::string("C:\\Caf\xe9") + f, "x"));
+  const struct {
+    const char* pulsante;
+    const char* etichetta;
+    const char* cartella;
+    bool ok;
+    std::string dopo;
+    std::vector<std::string> messaggi;
+  } casi[] = {
+      {"Pul_CambiaTrle", "Label_NomeTrle", "C:\\Ordelio", true, core.nomeTrle.testo,
+       {"critical: This is not a correct Level Editor folder: C:\\Ordelio"}},
+      {"Pul_CambiaORDL", "Label_DirORDL", "C:\\Giochi", false, core.dirOrdl.testo, {}},
+      {"Pul_CambiaTrle", "Label_NomeTrle", "C:\\Caf\xe9", true, "C:\\Caf\xe9", {}},
+  };
+  for (const auto& c : casi) {
+    int mostrato = 0;
+    banco.getDir = [&](win32::FinestraGetDir& f) {
+      ++mostrato;
+      picker::ImpostaValori(f.Modello(), c.cartella);
+      f.Aggiorna();
+      EXPECT_EQ(Testo(f.Controllo("Text_Path")), c.cartella);
+      Clic(f.Controllo(c.ok ? "OKButton" : "CancelButton"));
+      EXPECT_TRUE(f.Chiusa());
+    };
+    banco.messaggi.tutti.clear();
+    Clic(w.Controllo(c.pulsante));
+    EXPECT_EQ(mostrato, 1);
+    EXPECT_EQ(banco.messaggi.tutti, c.messaggi);
+    EXPECT_EQ(Testo(w.Controllo(c.etichetta)), c.dopo);
+  }
+}
+
+// The machine's E: is a link to a missing folder: a drive without medium.
+TEST(FinestreWin32, Picker) {
+  MessaggiProva msg;
+  picker::Dialog_GetDir m{msg};
+  picker::Carica(m);
+  picker::ImpostaValori(m, "C:\\Giochi");
+  win32::FinestraGetDir f(nullptr, m);
+  const auto& righe = f.Righe();
+  ASSERT_GE(righe.size(), 3u);
+  EXPECT_EQ(righe[1].nome, "Giochi");
+  EXPECT_EQ(righe[2].nome, "Trle");
+  // A double click on "Trle" in the tree view.
+  HWND albero = f.Controllo("Dir1");
+  auto* voce = reinterpret_cast<HTREEITEM>(SendMessageA(albero, TVM_GETNEXTITEM, TVGN_CARET, 0));
+  voce = reinterpret_cast<HTREEITEM>(SendMessageA(albero, TVM_GETNEXTITEM, TVGN_CHILD, reinterpret_cast<LPARAM>(voce)));
+  SendMessageA(albero, TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(voce));
+  NMHDR n{albero, static_cast<UINT_PTR>(GetDlgCtrlID(albero)), static_cast<UINT>(NM_DBLCLK)};
+  SendMessageA(f.Hwnd(), WM_NOTIFY, n.idFrom, reinterpret_cast<LPARAM>(&n));
+  win32::SmaltisciCoda();
+  EXPECT_EQ(Testo(f.Controllo("Text_Path")), "C:\\Giochi\\Trle");
+
+  // A drive without medium: listed, refused when chosen.
+  HWND drive = f.Controllo("Drive1");
+  const auto e = SendMessageA(drive, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>("E:"));
+  ASSERT_GE(e, 0);
+  SendMessageA(drive, CB_SETCURSEL, static_cast<WPARAM>(e), 0);
+  SendMessageA(f.Hwnd(), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(drive), CBN_SELCHANGE), reinterpret_cast<LPARAM>(drive));
+  EXPECT_EQ(msg.tutti, std::vector<std::string>{"critical: Drive not ready"});
+  EXPECT_EQ(Testo(drive), "C:");
+  EXPECT_EQ(Testo(f.Controllo("Text_Path")), "C:\\Giochi\\Trle");
+
+  RemoveDirectoryA("C:\\Nuova \xe8");
+  f.AttivaRiga(0);
+  SetWindowTextA(f.Controllo("Text_PathDir"), "Nuova \xe8");
+  Clic(f.Controllo("Pul_NuovaCartella"));
+  EXPECT_EQ(Testo(f.Controllo("Text_Path")), "C:\\Nuova \xe8");
+  EXPECT_TRUE(support::DirExists("C:\\Nuova \xe8"));
+  Clic(f.Controllo("OKButton"));
+  EXPECT_EQ(m.PathDir, "C:\\Nuova \xe8");
+  EXPECT_TRUE(m.ExitValue && f.Chiusa());
+}
+
+TEST(FinestreWin32, ControlloCompleto) {
+  Banco banco;
+  win32::FinestraPrincipale w(banco.Servizi());
+  ShowWindow(w.Hwnd(), SW_SHOW);
+  // Clicks and a close that wait in the queue reach the window while the run scans, and find it busy.
+  for (const char* p : {"Pul_Annulla", "Pul_CambiaTrle", "Pul_EstraiDati", "Pul_Start"})
+    PostMessageA(w.Controllo(p), BM_CLICK, 0, 0);
+  PostMessageA(w.Hwnd(), WM_CLOSE, 0, 0);
+  Clic(w.Controllo("Pul_Start"));
+  EXPECT_TRUE(w.Chiusa());
+  ASSERT_EQ(banco.messaggi.tutti.size(), 1u);
+  EXPECT_TRUE(banco.messaggi.tutti[0].starts_with("plain: Scanning is complete\r\n")) << banco.messaggi.tutti[0];
+  EXPECT_GT(host::LunghezzaFile(collection::kNomeSnapshot, nullptr), 0);
+}
+
+// Every report item and the backup analysis in the window against what the core gives on the same snapshot.
+TEST(FinestreWin32, LeggiDatiOgniProspetto) {
+  Controllata();
+  ASSERT_TRUE(cli::CreaElenchiDemo(host::CartellaProgramma()));
+  Banco banco;
+  win32::FinestraPrincipale w(banco.Servizi());
+  banco.file.Annulla();
+  Clic(w.Controllo("Pul_EstraiDati"));
+  AnalisiProva atteso(host::CartellaProgramma());
+  analysis::ImpostaValori(atteso.d, collection::kNomeSnapshot);
+  int mostrata = 0;
+  banco.analisi = [&](win32::FinestraAnalisi& f) {
+    ++mostrata;
+    EXPECT_EQ(f.Area().Testo(), atteso.area.Testo());
+    for (int i = 0; i < analysis::kNumeroVoci; ++i) {
+      const auto v = static_cast<Voce>(i);
+      analysis::EseguiVoce(atteso.d, v);
+      SendMessageA(f.Hwnd(), WM_COMMAND, static_cast<WPARAM>(win32::IdVoce(v)), 0);
+      EXPECT_EQ(f.Area().Testo(), atteso.area.Testo()) << analysis::VoceDi(v).parola;
+      // The control holds the report's own bytes: a CR LF is two characters there too.
+      EXPECT_EQ(Testo(f.Controllo("Text_Out")), atteso.area.Testo()) << analysis::VoceDi(v).parola;
+      for (int j = 0; j < analysis::kNumeroVoci; ++j)
+        EXPECT_EQ((GetMenuState(f.Menu(), static_cast<UINT>(win32::IdVoce(static_cast<Voce>(j))), MF_BYCOMMAND) &
+                   MF_CHECKED) != 0,
+                  atteso.segni.Checked(static_cast<Voce>(j)));
+    }
+    EXPECT_EQ(banco.messaggi.tutti, atteso.messaggi.tutti);
+    Menu(f, "mnu_Esci");
+    EXPECT_TRUE(f.Chiusa());
+  };
+  banco.file.Scegli(collection::kNomeSnapshot);
+  Clic(w.Controllo("Pul_EstraiDati"));
+  EXPECT_EQ(mostrata, 1);
+  EXPECT_FALSE(w.Chiusa());
+}
+
+TEST(FinestreWin32, RicercaCopiaSalvaCarica) {
+  Banco banco;
+  formats::InfoHeader header;
+  win32::FinestraAnalisi f(nullptr, banco.messaggi, banco.file, banco.appunti, header);
+  const std::string testo("tomb\r\nTOMB4.exe \n\0caf\xe9", 22);
+  f.Area().ImpostaTesto(testo);
+  SetWindowTextA(f.Controllo("Text_Cerca"), "TOMB");
+  Clic(f.Controllo("Pul_Trova"));
+  Clic(f.Controllo("Pul_Dopo"));
+  DWORD a = 0, b = 0;
+  SendMessageA(f.Controllo("Text_Out"), EM_GETSEL, reinterpret_cast<WPARAM>(&a), reinterpret_cast<LPARAM>(&b));
+  EXPECT_EQ(testo.substr(a, b - a), "TOMB4.exe");
+  Clic(f.Controllo("Pul_Prima"));
+  EXPECT_EQ(f.Area().SelText(), "tomb");
+  Menu(f, "mnu_Copia");
+  EXPECT_EQ(banco.appunti.testo, std::optional<std::string>("tomb"));
+
+  // The system's clipboard gets plain text.
+  win32::AppuntiW().ImpostaTesto("caf\xe9");
+  ASSERT_TRUE(OpenClipboard(nullptr));
+  const char* appunti = static_cast<const char*>(GetClipboardData(CF_TEXT));
+  EXPECT_EQ(std::string(appunti ? appunti : ""), "caf\xe9");
+  CloseClipboard();
+
+  banco.file.Scegli("C:\\prospetto.txt");
+  Menu(f, "mnu_SalvaFile");
+  EXPECT_EQ(support::LeggiFile("C:\\prospetto.txt"), testo);
+  f.Area().ImpostaTesto("altro");
+  banco.file.Scegli("C:\\prospetto.txt");
+  Menu(f, "mnu_CaricaFile");
+  EXPECT_EQ(f.Area().Testo(), testo);
+  EXPECT_TRUE(banco.messaggi.tutti.empty());
+  EXPECT_EQ(win32::FiltroWin32("File Info_Ordl.bin|info_ordl.bin|Testi|*.txt; *.log"),
+            std::string("File Info_Ordl.bin\0info_ordl.bin\0Testi\0*.txt;*.log\0\0", 52));
+}
+
+// A critical box of the system: the program's title, the error icon, one OK button. It is answered from a
+// timer inside its own modal loop.
+TEST(FinestreWin32, ScatolaCritica) {
+  static std::string titolo, testo;
+  static bool icona = false;
+  static int pulsanti = 0;
+  const UINT_PTR t = SetTimer(nullptr, 0, 50, [](HWND, UINT, UINT_PTR id, DWORD) {
+    HWND box = FindWindowA("#32770", nullptr);
+    if (!box) return;
+    KillTimer(nullptr, id);
+    titolo = Testo(box);
+    testo = Testo(GetDlgItem(box, 0xFFFF));
+    for (HWND c = GetWindow(box, GW_CHILD); c; c = GetWindow(c, GW_HWNDNEXT)) {
+      char classe[32] = {};
+      GetClassNameA(c, classe, sizeof(classe));
+      if (std::string_view(classe) == "Button" && IsWindowVisible(c)) ++pulsanti;
+      if (std::string_view(classe) == "Static" && (GetWindowLongA(c, GWL_STYLE) & SS_ICON) == SS_ICON) icona = true;
+    }
+    PostMessageA(box, WM_COMMAND, IDOK, 0);
+  });
+  win32::MessaggiW().Critico("Non trovo file: C:\\Caf\xe9\r\nfine");
+  KillTimer(nullptr, t);
+  EXPECT_EQ(titolo, "CheckORDL");
+  EXPECT_EQ(testo, "Non trovo file: C:\\Caf\xe9\r\nfine");
+  EXPECT_TRUE(icona);
+  EXPECT_EQ(pulsanti, 1);
+}
