@@ -46,8 +46,13 @@ int VerboCheck(const Argomenti& args, MessaggiConsole& msg) {
   if (args.size() != 0 && args.size() != 2) return Uso("check takes no folders or two: TRLE ORDL");
   const host::BloccoCartella blocco = collection::BloccaCartellaProgramma(host::CartellaProgramma(), msg);
   if (blocco.Occupato()) return 1;
-  return args.empty() ? Controlla({}, {}, msg)
-                      : Controlla(ArgomentoPercorso(args[0]), ArgomentoPercorso(args[1]), msg);
+  const int esito = args.empty() ? Controlla({}, {}, msg)
+                                 : Controlla(ArgomentoPercorso(args[0]), ArgomentoPercorso(args[1]), msg);
+  // The message names the snapshot as the machine sees it; the user attaches the host's file.
+  int err = 0;
+  const std::string host = host::PercorsoHost(collection::kNomeSnapshot, &err);
+  if (esito == 0 && err == 0 && support::FileExists(collection::kNomeSnapshot)) ScriviByte(host + "\n");
+  return esito;
 }
 
 int VerboDemo(const Argomenti& args, MessaggiConsole& msg) {

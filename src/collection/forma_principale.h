@@ -10,7 +10,8 @@ namespace collection {
 
 namespace forma_principale {
 using support::TipoControllo;
-inline constexpr int kLarghezza = 7200;
+// Wide enough for the caption in the title bar at the systems' default fonts, beside the frame's buttons.
+inline constexpr int kLarghezza = 9000;
 inline constexpr int kMargine = 120;
 inline constexpr int kInterno = kLarghezza - 2 * kMargine;
 inline constexpr int kPulsanteW = 1695;

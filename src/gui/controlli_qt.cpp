@@ -46,7 +46,16 @@ QString MascheraSenzaCaso(const QString& maschera) {
 
 void DidascaliaEtichetta::ImpostaTesto(const std::string& testo) {
   testo_ = testo;
-  etichetta_->setText(DaByte(testo));
+  MostraAccorciato(etichetta_, DaByte(testo), etichetta_->contentsRect().width());
+}
+
+void MostraAccorciato(QWidget* controllo, const QString& testo, int larghezza) {
+  const QString mostrato = controllo->fontMetrics().elidedText(testo, Qt::ElideMiddle, larghezza);
+  if (auto* e = qobject_cast<QLabel*>(controllo))
+    e->setText(mostrato);
+  else if (auto* r = qobject_cast<QLineEdit*>(controllo))
+    r->setText(mostrato);
+  controllo->setToolTip(mostrato == testo ? QString() : testo);
 }
 
 void DidascaliaEtichetta::Ridisegna() {

@@ -25,9 +25,13 @@ class DidascaliaEtichetta : public support::Didascalia {
 
  private:
   QLabel* etichetta_;
-  // The folder labels hold the folders themselves: the bytes, not what the widget made of them.
+  // The folder labels hold the folders themselves: the bytes, not what the widget shows of them.
   std::string testo_;
 };
+
+// Shows `testo` in a label or a read-only box `larghezza` pixels wide, its middle left out when it does not
+// fit; the whole text is then the control's tooltip.
+void MostraAccorciato(QWidget* controllo, const QString& testo, int larghezza);
 
 class DidascaliaRiga : public support::Didascalia {
  public:

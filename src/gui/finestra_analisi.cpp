@@ -80,6 +80,8 @@ void FinestraAnalisi::Costruisci() {
     }
     connect(a, &QAction::triggered, this, [this, &v] {
       if (v.comando == analysis::Comando::Voce) segni_.Ripristina(v.voce);
+      // The menu has closed: what lay below it is painted again before the work starts.
+      repaint();
       if (!analysis::EseguiComando(modello_, v)) close();
     });
   }

@@ -10,6 +10,7 @@
 #include <QStyle>
 #include <QTreeWidget>
 
+#include "gui/controlli_qt.h"
 #include "gui/forme_qt.h"
 #include "picker/forma_getdir.h"
 #include "gui/testo_qt.h"
@@ -95,7 +96,8 @@ void FinestraGetDir::Aggiorna() {
   }
   Dir1->expandAll();
   if (corrente) Dir1->setCurrentItem(corrente);
-  Text_Path->setText(DaByte(modello_.Text_Path));
+  // The box's frame and margins take a few pixels of its width.
+  MostraAccorciato(Text_Path, DaByte(modello_.Text_Path), Text_Path->width() - 8);
 }
 
 void FinestraGetDir::Clic(void (*gestore)(picker::Dialog_GetDir&)) {

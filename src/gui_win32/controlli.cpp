@@ -13,12 +13,6 @@
 namespace win32 {
 namespace {
 
-std::string TestoDi(HWND w) {
-  std::string t(static_cast<std::size_t>(GetWindowTextLengthA(w)) + 1, '\0');
-  t.resize(static_cast<std::size_t>(GetWindowTextA(w, t.data(), static_cast<int>(t.size()))));
-  return t;
-}
-
 void Scatola(const std::string& testo, UINT icona) {
   MessageBoxA(GetActiveWindow(), testo.c_str(), support::kTitoloProgramma, MB_OK | icona);
 }

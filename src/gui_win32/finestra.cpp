@@ -2,6 +2,8 @@
 
 #include <commctrl.h>
 
+#include <cstring>
+
 namespace win32 {
 namespace {
 
@@ -45,7 +47,8 @@ Classe ClasseDi(support::TipoControllo t) {
       // A folder or a status is shown as it is: no "&" read as an accelerator, no wrapping.
       return {"STATIC", SS_LEFTNOWORDWRAP | SS_NOPREFIX, 0};
     case TipoControllo::EtichettaCartella:
-      return {"STATIC", SS_LEFTNOWORDWRAP | SS_NOPREFIX | SS_CENTERIMAGE, 0};
+      // A folder too long for the label loses its middle; SS_NOTIFY lets the tooltip see the mouse.
+      return {"STATIC", SS_LEFTNOWORDWRAP | SS_NOPREFIX | SS_CENTERIMAGE | SS_PATHELLIPSIS | SS_NOTIFY, 0};
     case TipoControllo::Barra:
       return {PROGRESS_CLASSA, 0, 0};
     case TipoControllo::Riga:
@@ -101,6 +104,7 @@ Finestra::~Finestra() {
     if (HWND p = GetWindow(hwnd_, GW_OWNER)) EnableWindow(p, TRUE);
     DestroyWindow(hwnd_);
   }
+  if (suggerimenti_) DestroyWindow(suggerimenti_);
   if (fontArea_) DeleteObject(fontArea_);
   if (verde_) DeleteObject(verde_);
 }
@@ -135,6 +139,22 @@ void Finestra::Crea(const support::Forma& forma, HWND proprietario, DWORD stile,
     if (c.tipo == support::TipoControllo::Barra) SendMessageA(w, PBM_SETRANGE32, 0, 100);
     controlli_.push_back(w);
   }
+  // The folder controls show their whole text as a tooltip, asked for when it shows.
+  suggerimenti_ = CreateWindowExA(WS_EX_TOPMOST, TOOLTIPS_CLASSA, nullptr, WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP,
+                                  CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, hwnd_, nullptr,
+                                  GetModuleHandleA(nullptr), nullptr);
+  for (std::size_t i = 0; i < controlli_.size(); ++i) {
+    if (!Verde(controlli_[i])) continue;
+    TOOLINFOA t{};
+    t.cbSize = TTTOOLINFOA_V2_SIZE;
+    t.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
+    t.hwnd = hwnd_;
+    t.uId = reinterpret_cast<UINT_PTR>(controlli_[i]);
+    t.lpszText = LPSTR_TEXTCALLBACKA;
+    SendMessageA(suggerimenti_, TTM_ADDTOOLA, 0, reinterpret_cast<LPARAM>(&t));
+  }
+  SendMessageA(suggerimenti_, TTM_SETMAXTIPWIDTH, 0, GetSystemMetrics(SM_CXSCREEN) / 2);
+
   // The tab key follows the z order: the form's order first, each with a tab stop.
   HWND prima = HWND_TOP;
   for (const char* nome : forma.ordineTab) {
@@ -192,6 +212,12 @@ LRESULT Finestra::Messaggio(UINT m, WPARAM w, LPARAM l) {
       if (Comando(LOWORD(w), HIWORD(w))) return 0;
       break;
     case WM_NOTIFY:
+      if (reinterpret_cast<const NMHDR*>(l)->code == TTN_GETDISPINFOA) {
+        auto* d = reinterpret_cast<NMTTDISPINFOA*>(l);
+        testoSuggerimento_ = (d->uFlags & TTF_IDISHWND) ? Suggerimento(reinterpret_cast<HWND>(d->hdr.idFrom)) : "";
+        d->lpszText = testoSuggerimento_.data();
+        return 0;
+      }
       return Notifica(reinterpret_cast<const NMHDR*>(l));
     case WM_CTLCOLORSTATIC:
     case WM_CTLCOLOREDIT:
@@ -224,6 +250,35 @@ LRESULT Finestra::Messaggio(UINT m, WPARAM w, LPARAM l) {
       }
   }
   return DefWindowProcA(hwnd_, m, w, l);
+}
+
+std::string Finestra::Suggerimento(HWND controllo) const {
+  return TestoDi(controllo);
+}
+
+std::string TestoDi(HWND controllo) {
+  std::string t(static_cast<std::size_t>(GetWindowTextLengthA(controllo)) + 1, '\0');
+  t.resize(static_cast<std::size_t>(GetWindowTextA(controllo, t.data(), static_cast<int>(t.size()))));
+  return t;
+}
+
+std::string Accorciato(HWND controllo, const std::string& testo) {
+  RECT r{};
+  GetClientRect(controllo, &r);
+  const LRESULT margini = SendMessageA(controllo, EM_GETMARGINS, 0, 0);
+  r.right -= LOWORD(margini) + HIWORD(margini);
+  HDC schermo = GetDC(controllo);
+  HDC dc = CreateCompatibleDC(schermo);
+  HGDIOBJ prima = SelectObject(dc, reinterpret_cast<HFONT>(SendMessageA(controllo, WM_GETFONT, 0, 0)));
+  // DrawText writes the shortened text over the string, which needs room for the ellipsis.
+  std::string t = testo + std::string(8, '\0');
+  DrawTextA(dc, t.data(), static_cast<int>(testo.size()), &r,
+            DT_PATH_ELLIPSIS | DT_MODIFYSTRING | DT_SINGLELINE | DT_NOPREFIX);
+  SelectObject(dc, prima);
+  DeleteDC(dc);
+  ReleaseDC(controllo, schermo);
+  t.resize(std::strlen(t.c_str()));
+  return t;
 }
 
 void MostraModale(Finestra& f) {

@@ -49,6 +49,8 @@ class Finestra {
   virtual LRESULT Notifica(const NMHDR*) { return 0; }
   // A private message (WM_APP and above).
   virtual void Privato(UINT, WPARAM, LPARAM) {}
+  // The tooltip of a folder control: its whole text.
+  virtual std::string Suggerimento(HWND controllo) const;
   // Asked before the window closes; false keeps it open.
   virtual bool PuoChiudersi() { return true; }
   virtual void Distrutta() {}
@@ -64,6 +66,8 @@ class Finestra {
   HFONT font_ = nullptr;
   HFONT fontArea_ = nullptr;
   HBRUSH verde_ = nullptr;
+  HWND suggerimenti_ = nullptr;
+  std::string testoSuggerimento_;
   bool chiusa_ = false;
 };
 
@@ -72,6 +76,12 @@ void MostraModale(Finestra& f);
 
 // Dispatches the messages waiting in the queue, through the dialog manager of their window.
 void SmaltisciCoda();
+
+// A control's text as bytes.
+std::string TestoDi(HWND controllo);
+
+// `testo` as it fits the control's width: the middle of a path left out, "..." in its place.
+std::string Accorciato(HWND controllo, const std::string& testo);
 
 // The message font of the system, for every control but the report area.
 HFONT FontDialogo();

@@ -45,7 +45,7 @@ void FinestraGetDir::Aggiorna() {
   if (!aperte.empty()) SendMessageA(albero, TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(aperte.back()));
   SendMessageA(albero, WM_SETREDRAW, TRUE, 0);
   InvalidateRect(albero, nullptr, TRUE);
-  SetWindowTextA(Controllo("Text_Path"), modello_.Text_Path.c_str());
+  SetWindowTextA(Controllo("Text_Path"), Accorciato(Controllo("Text_Path"), modello_.Text_Path).c_str());
   aggiornando_ = false;
 }
 
@@ -64,10 +64,7 @@ void FinestraGetDir::Clic(void (*gestore)(picker::Dialog_GetDir&)) {
 bool FinestraGetDir::Comando(int id, int codice) {
   if (id == IdDi("Text_PathDir") && codice == EN_CHANGE) {
     if (aggiornando_) return true;
-    HWND riga = Controllo("Text_PathDir");
-    std::string t(static_cast<std::size_t>(GetWindowTextLengthA(riga)) + 1, '\0');
-    t.resize(static_cast<std::size_t>(GetWindowTextA(riga, t.data(), static_cast<int>(t.size()))));
-    modello_.Text_PathDir = t;
+    modello_.Text_PathDir = TestoDi(Controllo("Text_PathDir"));
     return true;
   }
   if (id == IdDi("Drive1") && codice == CBN_SELCHANGE) {
@@ -111,6 +108,10 @@ void FinestraGetDir::Privato(UINT m, WPARAM, LPARAM) {
   item.hItem = voce;
   if (SendMessageA(albero, TVM_GETITEMA, 0, reinterpret_cast<LPARAM>(&item)))
     AttivaRiga(static_cast<std::size_t>(item.lParam));
+}
+
+std::string FinestraGetDir::Suggerimento(HWND controllo) const {
+  return controllo == Controllo("Text_Path") ? modello_.Text_Path : Finestra::Suggerimento(controllo);
 }
 
 bool FinestraGetDir::PuoChiudersi() {

@@ -29,6 +29,7 @@ class FinestraGetDir : public Finestra {
   LRESULT Notifica(const NMHDR* n) override;
   void Privato(UINT m, WPARAM w, LPARAM l) override;
   bool PuoChiudersi() override;
+  std::string Suggerimento(HWND controllo) const override;
 
  private:
   void Clic(void (*gestore)(picker::Dialog_GetDir&));

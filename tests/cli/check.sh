@@ -36,6 +36,9 @@ set -e
 grep -qF 'critical: This is not a correct Level Editor folder: C:\Copia' "$t/err" || fail "refusal: $(cat "$t/err")"
 [ -f "$WINEPREFIX/drive_c/INFO_ORDL.BIN" ] || fail "no snapshot after a refused folder"
 "$cli" unpack 'C:\INFO_ORDL.BIN' "$t" | grep -qF 'C:\Copia\ordelio.prf' || fail "chosen Ordelio folder not used"
+rm "$WINEPREFIX/drive_c/INFO_ORDL.BIN"
+# The file to attach, as the host names it.
+[ "$("$cli" check 2>/dev/null)" = "$WINEPREFIX/drive_c/INFO_ORDL.BIN" ] || fail "host path of the snapshot"
 
 # Nothing found: the prompt for the editor folder, no dialog, exit 1, no snapshot.
 rm "$WINEPREFIX/system.reg" "$WINEPREFIX/drive_c/INFO_ORDL.BIN"

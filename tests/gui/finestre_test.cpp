@@ -219,6 +219,31 @@ class ProvaFinestre : public QObject {
     }
   }
 
+  // Nothing cut off: the caption fits beside the title bar's buttons; a long folder loses its middle on
+  // screen, never in what the operations read, and shows whole as a tooltip.
+  void nienteTagliato() {
+    Demo();
+    Banco banco;
+    gui::FinestraPrincipale w(banco.Servizi());
+    QFont titolo = QApplication::font();
+    titolo.setBold(true);
+    QVERIFY(QFontMetrics(titolo).horizontalAdvance(w.windowTitle()) + 3 * 46 + 32 <= w.width());
+    const std::string lunga = "C:\\Giochi\\" + std::string(80, 'x') + "\\Tomb Raider Level Editor\\Trle";
+    w.Modello().Label_NomeTrle.ImpostaTesto(lunga);
+    QCOMPARE(w.Modello().Label_NomeTrle.Testo(), lunga);
+    QVERIFY(w.Label_NomeTrle->text().contains(QChar(0x2026)));
+    QVERIFY(w.Label_NomeTrle->text().endsWith(QStringLiteral("\\Trle")));
+    QCOMPARE(w.Label_NomeTrle->toolTip(), gui::DaByte(lunga));
+    MessaggiProva msg;
+    picker::Dialog_GetDir m{msg};
+    picker::Carica(m);
+    gui::FinestraGetDir f(nullptr, m);
+    m.Text_Path = lunga;
+    f.Aggiorna();
+    QVERIFY(f.Text_Path->text().contains(QChar(0x2026)));
+    QCOMPARE(f.Text_Path->toolTip(), gui::DaByte(lunga));
+  }
+
   void pickerFinestra() {
     Demo();
     // A drive whose target is missing is listed but not ready.

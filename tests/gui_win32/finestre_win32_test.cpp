@@ -175,6 +175,76 @@ TEST(FinestreWin32, AvvioECambia) {
   }
 }
 
+std::string Suggerimento(const win32::Finestra& f, HWND controllo) {
+  NMTTDISPINFOA d{};
+  d.hdr = {controllo, reinterpret_cast<UINT_PTR>(controllo), static_cast<UINT>(TTN_GETDISPINFOA)};
+  d.uFlags = TTF_IDISHWND;
+  SendMessageA(f.Hwnd(), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&d));
+  return d.lpszText ? d.lpszText : "";
+}
+
+// Nothing cut off: the caption fits the title bar beside its buttons; a long folder loses its middle on
+// screen, never in what the operations read, and shows whole as a tooltip.
+TEST(FinestreWin32, NienteTagliato) {
+  Banco banco;
+  win32::FinestraPrincipale w(banco.Servizi());
+  NONCLIENTMETRICSA m{};
+  m.cbSize = sizeof(m);
+  ASSERT_TRUE(SystemParametersInfoA(SPI_GETNONCLIENTMETRICS, sizeof(m), &m, 0));
+  HFONT font = CreateFontIndirectA(&m.lfCaptionFont);
+  HDC dc = GetDC(w.Hwnd());
+  SelectObject(dc, font);
+  SIZE caption{};
+  const std::string titolo = Testo(w.Hwnd());
+  GetTextExtentPoint32A(dc, titolo.c_str(), static_cast<int>(titolo.size()), &caption);
+  ReleaseDC(w.Hwnd(), dc);
+  DeleteObject(font);
+  RECT r{};
+  GetWindowRect(w.Hwnd(), &r);
+  EXPECT_LE(caption.cx + GetSystemMetrics(SM_CXSMICON) + 3 * GetSystemMetrics(SM_CXSIZE) +
+                2 * GetSystemMetrics(SM_CXFRAME) + 16,
+            r.right - r.left);
+
+  const std::string lunga = "C:\\Giochi\\" + std::string(80, 'x') + "\\Tomb Raider Level Editor\\Trle";
+  w.Modello().Label_NomeTrle.ImpostaTesto(lunga);
+  EXPECT_EQ(w.Modello().Label_NomeTrle.Testo(), lunga);
+  EXPECT_TRUE(GetWindowLongA(w.Controllo("Label_NomeTrle"), GWL_STYLE) & SS_PATHELLIPSIS);
+  EXPECT_EQ(Suggerimento(w, w.Controllo("Label_NomeTrle")), lunga);
+
+  MessaggiProva msg;
+  picker::Dialog_GetDir g{msg};
+  picker::Carica(g);
+  win32::FinestraGetDir f(nullptr, g);
+  g.Text_Path = lunga;
+  f.Aggiorna();
+  const std::string mostrato = Testo(f.Controllo("Text_Path"));
+  EXPECT_LT(mostrato.size(), lunga.size());
+  EXPECT_NE(mostrato.find("..."), std::string::npos) << mostrato;
+  EXPECT_TRUE(mostrato.starts_with("C:\\") && mostrato.ends_with("\\Trle")) << mostrato;
+  EXPECT_EQ(Suggerimento(f, f.Controllo("Text_Path")), lunga);
+}
+
+// The analysis window and the picker are modal: the main window takes no input while one is open.
+TEST(FinestreWin32, Modale) {
+  Banco banco;
+  win32::FinestraPrincipale w(banco.Servizi());
+  win32::FinestraAnalisi a(w.Hwnd(), banco.messaggi, banco.file, banco.appunti, w.Modello().InfoHeader);
+  static HWND principale, analisi;
+  static bool disabilitata = false;
+  principale = w.Hwnd();
+  analisi = a.Hwnd();
+  const UINT_PTR t = SetTimer(nullptr, 0, 20, [](HWND, UINT, UINT_PTR id, DWORD) {
+    KillTimer(nullptr, id);
+    disabilitata = !IsWindowEnabled(principale) && IsWindowVisible(analisi);
+    PostMessageA(analisi, WM_CLOSE, 0, 0);
+  });
+  win32::MostraModale(a);
+  KillTimer(nullptr, t);
+  EXPECT_TRUE(disabilitata);
+  EXPECT_TRUE(a.Chiusa());
+  EXPECT_TRUE(IsWindowEnabled(w.Hwnd()));
+}
+
 // The machine's E: is a link to a missing folder: a drive without medium.
 TEST(FinestreWin32, Picker) {
   MessaggiProva msg;
