@@ -20,7 +20,7 @@ python3 scripts/rapporto_test.py --max 0.35
 tappa "Windows build"
 cmake --preset mingw
 cmake --build --preset mingw -j "$jobs"
-echo "Windows build: $(ls build/mingw/cli/checkordl-cli.exe build/mingw/tests/checkordl_tests.exe)"
+echo "Windows build: $(ls build/mingw/cli/checkordl-cli.exe build/mingw/cli/checkordl.exe build/mingw/tests/checkordl_tests.exe)"
 
 tappa "fuzzing"
 bash scripts/fuzz.sh 20
