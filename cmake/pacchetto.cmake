@@ -63,12 +63,17 @@ set(CPACK_PACKAGE_NAME CheckORDL)
 set(CPACK_PACKAGE_VENDOR "CheckORDL")
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "support tool for level editor and level archive installations")
+# Lines as the Debian description shows them (cpack indents them, and keeps them as they are).
 string(CONCAT CPACK_PACKAGE_DESCRIPTION
-    "CheckORDL serves both ends of a support case for people who build levels with the Tomb Raider Level "
-    "Editor and keep them in the level-archive manager Ordelio. On the user's computer it finds both "
-    "installations, records what is missing and packs everything into one snapshot file; on the supporter's "
-    "computer it shows a snapshot as plain-text reports. On Linux it works on the Windows machine of a Wine "
-    "prefix. The package holds the window program checkordl and the headless tool checkordl-cli.")
+    "CheckORDL serves both ends of a support case for people who build levels\n"
+    "with the Tomb Raider Level Editor and keep them in the level-archive manager\n"
+    "Ordelio. On the user's computer it finds both installations, records what is\n"
+    "missing and packs everything into one snapshot file; on the supporter's\n"
+    "computer it shows a snapshot as plain-text reports. On Linux it works on the\n"
+    "Windows machine of a Wine prefix.\n"
+    "\n"
+    "The package holds the window program checkordl and the headless tool\n"
+    "checkordl-cli.")
 set(CPACK_PACKAGE_INSTALL_DIRECTORY CheckORDL)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_PROJECT_CONFIG_FILE ${PROJECT_SOURCE_DIR}/cmake/cpack_generatore.cmake)

@@ -5,13 +5,14 @@
 # silently under Wine by the same user in a fresh prefix, the installed tool and the version resources
 # asked, uninstalled silently, and nothing of it left. The zip holds the same programs.
 # usage: scripts/pacchetti.sh [NATIVE_BUILD [WINDOWS_BUILD]]   (default build/release and build/mingw)
-# As root only: it installs a package and makes a user of its own, and takes both away at the end.
+# As root (through sudo otherwise): it installs a package and makes a user of its own, and takes both away
+# at the end.
 set -euo pipefail
+[ "$(id -u)" = 0 ] || exec sudo -- bash "$0" "$@"
 cd "$(dirname "$0")/.."
 . scripts/wine.sh
 nativo=$(realpath "${1:-build/release}")
 windows=$(realpath "${2:-build/mingw}")
-[ "$(id -u)" = 0 ] || { echo "scripts/pacchetti.sh installs a package and makes a user: run it as root" >&2; exit 1; }
 inizio=$(date +%s)
 fail() { echo "packages: FAIL: $*" >&2; exit 1; }
 versione=$(sed -n 's/^CMAKE_PROJECT_VERSION:STATIC=//p' "$nativo/CMakeCache.txt")
@@ -24,7 +25,7 @@ wine_ambiente
 # The user's own session: a clean environment, Wine without a display and without menu entries.
 come_utente() {
   runuser -u "$u" -- env -i PATH=/usr/local/bin:/usr/bin:/bin HOME="$casa" USER="$u" LOGNAME="$u" \
-    LANG=C.UTF-8 WINEDEBUG=-all WINEARCH=win64 WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d" \
+    XDG_RUNTIME_DIR="$casa/run" LANG=C.UTF-8 WINEDEBUG=-all WINEARCH=win64 WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d" \
     WINEPREFIX="$casa/wine" "$@"
 }
 fine() {
@@ -42,13 +43,15 @@ fine
 uscita=$(mktemp -d)
 chmod 755 "$uscita"
 useradd -m -s /bin/bash "$u"
+install -d -m 700 -o "$u" "$casa/run"
 
 cmake --build "$nativo" -j "$(nproc)" >/dev/null
 (cd "$nativo" && cpack -G DEB -B "$uscita" >/dev/null)
 deb=checkordl_${versione}_$(dpkg --print-architecture).deb
 [ -f "$uscita/$deb" ] || fail "cpack made no $deb: $(ls "$uscita")"
-lintian --fail-on error "$uscita/$deb" || fail "lintian found errors in $deb"
-(cd "$uscita" && DEBIAN_FRONTEND=noninteractive apt-get install -y -qq "./$deb" >/dev/null)
+come_utente lintian --fail-on error "$uscita/$deb" || fail "lintian found errors in $deb"
+(cd "$uscita" && DEBIAN_FRONTEND=noninteractive apt-get install -y -qq "./$deb" >/dev/null 2>&1) ||
+  fail "apt-get could not install $deb"
 appstreamcli validate --no-net /usr/share/metainfo/org.checkordl.CheckORDL.metainfo.xml ||
   fail "appstreamcli refuses the metainfo file"
 [ "$(come_utente checkordl-cli --version)" = "checkordl-cli $versione" ] || fail "checkordl-cli --version"
@@ -69,8 +72,9 @@ setup=CheckORDL-$versione-setup.exe
 zip=CheckORDL-$versione-win64.zip
 [ -f "$uscita/$setup" ] && [ -f "$uscita/$zip" ] || fail "cpack made no $setup or $zip: $(ls "$uscita")"
 finestra=$([ -f "$windows/cli/checkordl.exe" ] && echo checkordl.exe || true)
+elenco=$(python3 -m zipfile -l "$uscita/$zip")
 for exe in checkordl-cli.exe $finestra; do
-  python3 -m zipfile -l "$uscita/$zip" | grep -q "/$exe " || fail "$zip holds no $exe"
+  grep -q "/$exe " <<< "$elenco" || fail "$zip holds no $exe"
 done
 cp "$uscita/$setup" "$casa/"
 chown "$u" "$casa/$setup"
