@@ -5,7 +5,7 @@ include(GNUInstallDirs)
 set(pacchetto ${PROJECT_SOURCE_DIR}/pacchetto)
 # SOURCE_DATE_EPOCH, where set, makes the dates those of a reproducible build.
 string(TIMESTAMP CHECKORDL_DATA_RILASCIO "%Y-%m-%d" UTC)
-string(TIMESTAMP CHECKORDL_DATA_CHANGELOG "%a, %d %b %Y %H:%M:%S +0000" UTC)
+string(TIMESTAMP CHECKORDL_DATA_CHANGELOG "%a, %d %b %Y 00:00:00 +0000" UTC)
 
 if(WIN32)
   # Both executables side by side at the top of the folder, which is their program folder.
