@@ -10,7 +10,6 @@
 set -euo pipefail
 [ "$(id -u)" = 0 ] || exec sudo -- bash "$0" "$@"
 cd "$(dirname "$0")/.."
-. scripts/wine.sh
 nativo=$(realpath "${1:-build/release}")
 windows=$(realpath "${2:-build/mingw}")
 inizio=$(date +%s)
@@ -21,12 +20,12 @@ versione=$(sed -n 's/^CMAKE_PROJECT_VERSION:STATIC=//p' "$nativo/CMakeCache.txt"
 u=checkordl-prova
 casa=/home/$u
 uscita=
-wine_ambiente
-# The user's own session: a clean environment, Wine without a display and without menu entries.
+# The user's own session: a clean environment; Wine without a display, without offers to install Mono or
+# Gecko and without menu entries.
 come_utente() {
   runuser -u "$u" -- env -i PATH=/usr/local/bin:/usr/bin:/bin HOME="$casa" USER="$u" LOGNAME="$u" \
-    XDG_RUNTIME_DIR="$casa/run" LANG=C.UTF-8 WINEDEBUG=-all WINEARCH=win64 WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d" \
-    WINEPREFIX="$casa/wine" "$@"
+    XDG_RUNTIME_DIR="$casa/run" LANG=C.UTF-8 WINEDEBUG=-all WINEARCH=win64 WINEPREFIX="$casa/wine" \
+    WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d" "$@"
 }
 fine() {
   if id "$u" >/dev/null 2>&1; then
