@@ -7,7 +7,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/dipendenze.sh
 installa cmake ninja-build g++ make googletest libgtest-dev libgmock-dev locales g++-mingw-w64-x86-64 qt6-base-dev \
-  nlohmann-json3-dev nsis lintian appstream dpkg-dev file \
+  nlohmann-json3-dev nsis lintian appstream dpkg-dev file procps \
   clang libclang-rt-14-dev libwine win32-loader wine wine64 python3
 locale_italiano
 jobs=$(nproc)
