@@ -1,4 +1,5 @@
 // checkordl-cli: the program's operations without a window, for scripts, tests and the supporter.
+#include <algorithm>
 #include <clocale>
 #include <cstdio>
 #include <string>
@@ -9,41 +10,11 @@
 #include <io.h>
 #endif
 
-#include "analysis/voci.h"
-#include "verbi.h"
+#include "uso.h"
 
-namespace cli {
-
-int Uso(const std::string& motivo) {
-  if (!motivo.empty()) std::fprintf(stderr, "checkordl-cli: %s\n", motivo.c_str());
-  std::string voci;
-  for (const auto& v : analysis::kVoci) {
-    if (!voci.empty()) voci += ' ';
-    voci += v.parola;
-  }
-  const std::string uso =
-      "usage: checkordl-cli VERB ARGS...\n"
-      "  pack SNAPSHOT MEMBER...   pack the members into a snapshot\n"
-      "  unpack SNAPSHOT FOLDER    unpack a snapshot into an existing folder and print its table\n"
-      "  version FILE              print the version text of an executable\n"
-      "  find-exe NAME             print where an executable is installed\n"
-      "  discover                  print the editor folder and the Ordelio folder found at start\n"
-      "  sample FOLDER             write backup_trle.le of the folder into the program folder\n"
-      "  check [TRLE ORDL]         find both installations (or take these), run the check, write the "
-      "snapshot\n"
-      "  report SNAPSHOT [ITEM...] open a snapshot and print the report area after the items\n"
-      "                            (" +
-      voci +
-      ")\n"
-      "  compare OLD NEW [--json]  open two snapshots and print what changed from the old to the new\n"
-      "  findings SNAPSHOT...      print what looks wrong in each snapshot (--json: JSON Lines)\n"
-      "  demo DIR                  make a sample machine in DIR, run the check and every report on it\n"
-      "Paths are Windows paths (C:\\Giochi\\Trle) or absolute host paths.\n";
-  std::fputs(uso.c_str(), stderr);
-  return 2;
-}
-
-}  // namespace cli
+#ifndef CHECKORDL_VERSIONE
+#error "the build gives the project's version"
+#endif
 
 int main(int argc, char** argv) {
   std::setlocale(LC_ALL, "");
@@ -55,17 +26,31 @@ int main(int argc, char** argv) {
   if (argc < 2) return cli::Uso();
   const std::string verbo = argv[1];
   const cli::Argomenti args(argv + 2, argv + argc);
+  if (verbo == "--help" || verbo == "-h") {
+    std::fputs(cli::TestoUso().c_str(), stdout);
+    return 0;
+  }
+  if (verbo == "--version") {
+    std::fputs("checkordl-cli " CHECKORDL_VERSIONE "\n", stdout);
+    return 0;
+  }
+  // Not in the usage: the build makes the manual page from it.
+  if (verbo == "--man") {
+    std::fputs(cli::PaginaManuale(CHECKORDL_VERSIONE).c_str(), stdout);
+    return 0;
+  }
+  const bool aiuto = verbo == "help";
+  const std::string nome = aiuto && !args.empty() ? args[0] : verbo;
+  const cli::Verbo* v = cli::TrovaVerbo(nome);
+  if (aiuto && args.empty()) {
+    std::fputs(cli::TestoUso().c_str(), stdout);
+    return 0;
+  }
+  if (!v) return cli::Uso("unknown verb: " + nome);
+  if (aiuto || std::find(args.begin(), args.end(), "--help") != args.end()) {
+    std::fputs(cli::TestoUsoVerbo(*v).c_str(), stdout);
+    return 0;
+  }
   cli::MessaggiConsole msg;
-  struct Verbo {
-    const char* nome;
-    int (*esegui)(const cli::Argomenti&, cli::MessaggiConsole&);
-  };
-  static constexpr Verbo kVerbi[] = {
-      {"pack", cli::VerboPack},        {"unpack", cli::VerboUnpack},     {"version", cli::VerboVersion},
-      {"find-exe", cli::VerboFindExe}, {"discover", cli::VerboDiscover}, {"sample", cli::VerboSample},
-      {"check", cli::VerboCheck},      {"demo", cli::VerboDemo},         {"report", cli::VerboReport},
-      {"compare", cli::VerboCompare},  {"findings", cli::VerboFindings}};
-  for (const auto& v : kVerbi)
-    if (verbo == v.nome) return v.esegui(args, msg);
-  return cli::Uso("unknown verb: " + verbo);
+  return v->esegui(args, msg);
 }

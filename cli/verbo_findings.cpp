@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "analysis/riepilogo.h"
+#include "collection/blocco.h"
 #include "host/machine.h"
 #include "support/files.h"
 #include "support/valori.h"
@@ -53,11 +54,12 @@ analysis::RiepilogoSnapshot Verifica(const std::string& snapshot) {
 
 }  // namespace
 
-int VerboFindings(const Argomenti& args, MessaggiConsole&) {
+int VerboFindings(const Argomenti& args, MessaggiConsole& msg) {
   Argomenti opzioni, snapshot;
   if (const int uso = SenzaOpzioni(args, {"--json"}, opzioni, snapshot)) return uso;
   const bool json = !opzioni.empty();
   if (snapshot.empty()) return Uso("findings needs a snapshot");
+  if (!collection::PreparaCartellaProgramma(host::CartellaProgramma(), msg)) return 1;
   bool illeggibile = false;
   for (const auto& s : snapshot) {
     const analysis::RiepilogoSnapshot r = Verifica(ArgomentoPercorso(s));

@@ -1,13 +1,13 @@
 #!/usr/bin/env bash
 # The whole test suite: the Windows cross build of the core, the headless tool and the tests, every reader
 # of outside files under the fuzzer for a short while, a plain Release build as a packager makes it with the
-# tests natively, the Windows build's tests and the cross-check of the two machine back ends under Wine,
-# then the tests under AddressSanitizer and UndefinedBehaviorSanitizer.
+# tests natively, the Windows build's tests and the cross-check of the two machine back ends under Wine, the
+# packages installed, run and removed, then the tests under AddressSanitizer and UndefinedBehaviorSanitizer.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/dipendenze.sh
 installa cmake ninja-build g++ make googletest libgtest-dev libgmock-dev locales g++-mingw-w64-x86-64 qt6-base-dev \
-  nlohmann-json3-dev \
+  nlohmann-json3-dev nsis lintian appstream dpkg-dev file procps \
   clang libclang-rt-14-dev libwine win32-loader wine wine64 python3
 locale_italiano
 jobs=$(nproc)
@@ -37,6 +37,10 @@ tappa "native tests"
 
 tappa "Wine"
 bash scripts/wine_suite.sh build/release build/mingw
+
+# The Debian package and the Windows installer, installed, run and removed as their users do it.
+tappa "packages"
+bash scripts/pacchetti.sh build/release build/mingw
 
 tappa "sanitizers"
 cmake --preset asan

@@ -22,4 +22,7 @@ inline constexpr const char* kFileBlocco = "checkordl.lock";
 std::intptr_t PrendiBlocco(const std::string& cartella, bool* occupato);
 void LasciaBlocco(const std::string& cartella, std::intptr_t maniglia);
 
+// Whether this user may make files in the folder (a Windows path), as the program folder needs.
+bool CartellaScrivibile(const std::string& cartella);
+
 }  // namespace host

@@ -64,9 +64,21 @@ bool EliminaFileSotto(const std::string& base, const std::string& percorso, int*
 // Makes one folder level; the parent must exist.
 bool CreaUnaCartella(const std::string& path, int* err);
 
-// The process's current folder and the folder of the running program, as Windows paths.
+// The process's current folder and the folder of the running executable, as Windows paths.
 std::string CartellaCorrente();
+std::string CartellaEseguibile();
+
+// The program folder, which holds the working files, Dati and the sample lists, shared by every program of
+// CheckORDL in one folder: the executable's folder where this user may write there (a portable copy), else
+// the user's own data folder, CartellaUtente(). It need not exist yet: PreparaCartella makes it.
+// The Wine-prefix back end never takes a folder below /usr, which belongs to the system even for root.
 std::string CartellaProgramma();
+// $XDG_DATA_HOME/checkordl (an absolute XDG_DATA_HOME only), else ~/.local/share/checkordl; on Windows
+// %LOCALAPPDATA%\CheckORDL. "" when the machine names no such place.
+std::string CartellaUtente();
+// Makes `cartella` and the folders above it that are missing (readable by their owner only, elsewhere than
+// on Windows); false, with the system's reason in `motivo`, when one of them cannot be made.
+bool PreparaCartella(const std::string& cartella, std::string* motivo);
 
 // Host path <-> Windows path. `PercorsoHost` resolves each component without regard to case, as the
 // platform does; a component that does not exist keeps the name as given. `PercorsoWindows` gives "" for a
@@ -128,7 +140,14 @@ class BloccoCartella {
   BloccoCartella& operator=(const BloccoCartella&) = delete;
   ~BloccoCartella();
 
-  // Another process held the folder all the while: nothing is held.
+  // Nothing is held, as when another process held the folder all the while.
+  static BloccoCartella Rifiutato() {
+    BloccoCartella b;
+    b.occupato_ = true;
+    return b;
+  }
+
+  // Another process held the folder all the while, or it was refused: nothing is held.
   bool Occupato() const { return occupato_; }
 
  private:

@@ -206,25 +206,6 @@ std::string CartellaCorrente() {
   return SenzaBarraDiCartella(ConBuffer([](char* b, DWORD n) { return ::GetCurrentDirectoryA(n, b); }));
 }
 
-std::string CartellaProgramma() {
-  std::string exe(MAX_PATH, '\0');
-  for (;;) {
-    const DWORD n = ::GetModuleFileNameA(nullptr, exe.data(), static_cast<DWORD>(exe.size()));
-    if (n == 0) return CartellaCorrente();
-    // A name that fills the buffer exactly has been cut short.
-    if (n < exe.size()) {
-      exe.resize(n);
-      break;
-    }
-    exe.resize(exe.size() * 2);
-  }
-  const std::size_t k = exe.find_last_of('\\');
-  if (k == std::string::npos) return CartellaCorrente();
-  std::string cartella = exe.substr(0, k);
-  if (cartella.size() == 2 && cartella[1] == ':') cartella += '\\';
-  return cartella;
-}
-
 std::string DirPrimo(const std::string& pattern, int mask, int* err) {
   Imposta(err, kNessunErrore);
   ChiudiElenco();

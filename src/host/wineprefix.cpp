@@ -530,17 +530,6 @@ std::string CartellaCorrente() {
   return w;
 }
 
-std::string CartellaProgramma() {
-  char buf[PATH_MAX];
-  const ssize_t n = ::readlink("/proc/self/exe", buf, sizeof buf - 1);
-  if (n <= 0) return CartellaCorrente();
-  std::string exe(buf, static_cast<std::size_t>(n));
-  exe = exe.substr(0, exe.find_last_of('/'));
-  std::string w = PercorsoWindows(exe.empty() ? "/" : exe);
-  if (w.size() > 3 && w.back() == '\\') w.pop_back();
-  return w;
-}
-
 std::string DirPrimo(const std::string& pattern, int mask, int* err) {
   Imposta(err, kNessunErrore);
   Stato& s = S();

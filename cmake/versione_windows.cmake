@@ -1,0 +1,15 @@
+# The project's version in a Windows executable's version resource, where the build is for Windows; nothing
+# elsewhere. `descrizione` is the FileDescription Explorer shows, `nome_file` the executable's file name.
+function(checkordl_versione_windows target descrizione nome_file)
+  if(NOT WIN32)
+    return()
+  endif()
+  set(versione_patch ${PROJECT_VERSION_PATCH})
+  if(versione_patch STREQUAL "")
+    set(versione_patch 0)
+  endif()
+  get_filename_component(nome_interno ${nome_file} NAME_WE)
+  set(rc ${CMAKE_CURRENT_BINARY_DIR}/${target}_versione.rc)
+  configure_file(${PROJECT_SOURCE_DIR}/cmake/versione.rc.in ${rc} @ONLY)
+  target_sources(${target} PRIVATE ${rc})
+endfunction()
