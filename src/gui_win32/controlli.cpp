@@ -13,8 +13,10 @@
 namespace win32 {
 namespace {
 
+// Modal over the program's innermost window; before there is one, over the whole program.
 void Scatola(const std::string& testo, UINT icona) {
-  MessageBoxA(GetActiveWindow(), testo.c_str(), support::kTitoloProgramma, MB_OK | icona);
+  HWND sopra = Proprietario();
+  MessageBoxA(sopra, testo.c_str(), support::kTitoloProgramma, MB_OK | icona | (sopra ? 0u : MB_TASKMODAL));
 }
 
 }  // namespace
@@ -34,7 +36,11 @@ void DidascaliaW::Ridisegna() {
 
 void BarraW::SetValue(double v) {
   valore_ = v;
-  SendMessageA(barra_, PBM_SETPOS, static_cast<WPARAM>(std::clamp(v, 0.0, 100.0)), 0);
+  // The bar of the common controls 6 glides to a higher position on a timer, which a window at work never
+  // lets run; a step past the place and back puts it there at once.
+  const auto p = static_cast<WPARAM>(std::clamp(v, 0.0, 100.0));
+  if (p < 100) SendMessageA(barra_, PBM_SETPOS, p + 1, 0);
+  SendMessageA(barra_, PBM_SETPOS, p, 0);
 }
 
 void BarraW::Refresh() {
@@ -54,13 +60,13 @@ void MessaggiW::Critico(const std::string& testo) {
 }
 
 void AppuntiW::Svuota() {
-  if (!OpenClipboard(nullptr)) return;
+  if (!OpenClipboard(Proprietario())) return;
   EmptyClipboard();
   CloseClipboard();
 }
 
 void AppuntiW::ImpostaTesto(const std::string& testo) {
-  if (!OpenClipboard(nullptr)) return;
+  if (!OpenClipboard(Proprietario())) return;
   EmptyClipboard();
   if (HGLOBAL h = GlobalAlloc(GMEM_MOVEABLE, testo.size() + 1)) {
     auto* p = static_cast<char*>(GlobalLock(h));
@@ -90,7 +96,7 @@ bool DialogoFileW::Mostra(bool salva) {
   const std::string filtro = FiltroWin32(filtro_);
   OPENFILENAMEA o{};
   o.lStructSize = sizeof(o);
-  o.hwndOwner = GetActiveWindow();
+  o.hwndOwner = Proprietario();
   o.lpstrFilter = filtro.size() > 1 ? filtro.c_str() : nullptr;
   o.nFilterIndex = 1;
   o.lpstrFile = nome.data();

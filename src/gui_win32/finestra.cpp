@@ -3,6 +3,7 @@
 #include <commctrl.h>
 
 #include <cstring>
+#include <utility>
 
 namespace win32 {
 namespace {
@@ -68,6 +69,20 @@ Classe ClasseDi(support::TipoControllo t) {
   return {"STATIC", 0, 0};
 }
 
+// The report area takes neither Tab, Enter nor Escape, which move the focus, press nothing and close
+// nothing as elsewhere in the window; and tabbing into it leaves its selection where the search put it.
+LRESULT CALLBACK AreaTastiera(HWND h, UINT m, WPARAM w, LPARAM l, UINT_PTR, DWORD_PTR) {
+  if (m == WM_GETDLGCODE) return DefSubclassProc(h, m, w, l) & ~(DLGC_WANTALLKEYS | DLGC_HASSETSEL);
+  return DefSubclassProc(h, m, w, l);
+}
+
+// The modal windows open now, innermost last, above the main window: the owner of a message box or of the
+// file dialog.
+std::vector<HWND>& Pila() {
+  static std::vector<HWND> pila;
+  return pila;
+}
+
 HFONT FontProspetti() {
   HDC dc = GetDC(nullptr);
   const int altezza = -MulDiv(static_cast<int>(support::kPuntiProspetti * 100), GetDeviceCaps(dc, LOGPIXELSY), 7200);
@@ -104,7 +119,6 @@ Finestra::~Finestra() {
     if (HWND p = GetWindow(hwnd_, GW_OWNER)) EnableWindow(p, TRUE);
     DestroyWindow(hwnd_);
   }
-  if (suggerimenti_) DestroyWindow(suggerimenti_);
   if (fontArea_) DeleteObject(fontArea_);
   if (verde_) DeleteObject(verde_);
 }
@@ -130,9 +144,16 @@ void Finestra::Crea(const support::Forma& forma, HWND proprietario, DWORD stile,
       fontArea_ = FontProspetti();
       SendMessageA(w, WM_SETFONT, reinterpret_cast<WPARAM>(fontArea_), FALSE);
       SendMessageA(w, EM_SETLIMITTEXT, 0x7FFFFFFE, 0);
-      // Tab stops every half inch, in dialog units.
-      int tab = MulDiv(Px(support::kTabulazioneTwips), 4, LOWORD(GetDialogBaseUnits()));
+      // Tab stops every half inch, in the dialog units of the control's own font.
+      HDC dc = GetDC(w);
+      HGDIOBJ prima = SelectObject(dc, fontArea_);
+      TEXTMETRICA tm{};
+      GetTextMetricsA(dc, &tm);
+      SelectObject(dc, prima);
+      ReleaseDC(w, dc);
+      int tab = MulDiv(Px(support::kTabulazioneTwips), 4, tm.tmAveCharWidth > 0 ? tm.tmAveCharWidth : 8);
       SendMessageA(w, EM_SETTABSTOPS, 1, reinterpret_cast<LPARAM>(&tab));
+      SetWindowSubclass(w, &AreaTastiera, 0, 0);
     } else {
       SendMessageA(w, WM_SETFONT, reinterpret_cast<WPARAM>(FontDialogo()), FALSE);
     }
@@ -176,11 +197,16 @@ int Finestra::IdDi(const char* nome) const {
   return -1;
 }
 
-bool Finestra::Verde(HWND controllo) const {
+const support::Controllo* Finestra::Descrizione(HWND controllo) const {
+  if (!controllo || GetParent(controllo) != hwnd_) return nullptr;
   const int id = GetDlgCtrlID(controllo);
-  if (id < kPrimoId || id - kPrimoId >= static_cast<int>(forma_->controlli.size())) return false;
-  const auto t = forma_->controlli[static_cast<std::size_t>(id - kPrimoId)].tipo;
-  return t == support::TipoControllo::EtichettaCartella || t == support::TipoControllo::RigaCartella;
+  if (id < kPrimoId || id - kPrimoId >= static_cast<int>(forma_->controlli.size())) return nullptr;
+  return &forma_->controlli[static_cast<std::size_t>(id - kPrimoId)];
+}
+
+bool Finestra::Verde(HWND controllo) const {
+  const support::Controllo* c = Descrizione(controllo);
+  return c && (c->tipo == support::TipoControllo::EtichettaCartella || c->tipo == support::TipoControllo::RigaCartella);
 }
 
 void Finestra::Chiudi() {
@@ -209,8 +235,32 @@ LRESULT CALLBACK Finestra::Procedura(HWND h, UINT m, WPARAM w, LPARAM l) {
 LRESULT Finestra::Messaggio(UINT m, WPARAM w, LPARAM l) {
   switch (m) {
     case WM_COMMAND:
+      // Enter, as the dialog manager gives it: it presses the button that has the focus, and nothing else.
+      if (LOWORD(w) == IDOK && l == 0) {
+        HWND f = GetFocus();
+        char classe[16] = {};
+        if (f && GetParent(f) == hwnd_ && GetClassNameA(f, classe, sizeof(classe)) && lstrcmpiA(classe, "Button") == 0)
+          SendMessageA(f, BM_CLICK, 0, 0);
+        else
+          Comando(IDOK, 0);
+        return 0;
+      }
       if (Comando(LOWORD(w), HIWORD(w))) return 0;
       break;
+    case WM_NEXTDLGCTL: {
+      HWND f = l ? reinterpret_cast<HWND>(w) : GetNextDlgTabItem(hwnd_, GetFocus(), w != 0);
+      if (f) SetFocus(f);
+      return 0;
+    }
+    case WM_ACTIVATE:
+      // The focus comes back to the control that had it when the window was left for a box or a dialog.
+      if (LOWORD(w) == WA_INACTIVE) {
+        if (HWND f = GetFocus(); f && IsChild(hwnd_, f)) fuoco_ = f;
+      } else {
+        HWND f = fuoco_ && IsWindow(fuoco_) ? fuoco_ : GetNextDlgTabItem(hwnd_, nullptr, FALSE);
+        if (f) SetFocus(f);
+      }
+      return 0;
     case WM_NOTIFY:
       if (reinterpret_cast<const NMHDR*>(l)->code == TTN_GETDISPINFOA) {
         auto* d = reinterpret_cast<NMTTDISPINFOA*>(l);
@@ -221,6 +271,11 @@ LRESULT Finestra::Messaggio(UINT m, WPARAM w, LPARAM l) {
       return Notifica(reinterpret_cast<const NMHDR*>(l));
     case WM_CTLCOLORSTATIC:
     case WM_CTLCOLOREDIT:
+      if (const auto* c = Descrizione(reinterpret_cast<HWND>(l)); c && c->tipo == support::TipoControllo::Area) {
+        // The report area is read-only but shows as a page, as a text box does.
+        SetBkColor(reinterpret_cast<HDC>(w), GetSysColor(COLOR_WINDOW));
+        return reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_WINDOW));
+      }
       if (Verde(reinterpret_cast<HWND>(l))) {
         HDC dc = reinterpret_cast<HDC>(w);
         SetTextColor(dc, Rgb(support::kVerdeChiaro));
@@ -237,12 +292,15 @@ LRESULT Finestra::Messaggio(UINT m, WPARAM w, LPARAM l) {
       return 0;
     case WM_DESTROY:
       chiusa_ = true;
+      // The tooltip is this window's own and goes with it.
+      suggerimenti_ = nullptr;
       Distrutta();
       return 0;
-    case WM_NCDESTROY:
-      SetWindowLongPtrA(hwnd_, GWLP_USERDATA, 0);
-      hwnd_ = nullptr;
-      break;
+    case WM_NCDESTROY: {
+      HWND h = std::exchange(hwnd_, nullptr);
+      SetWindowLongPtrA(h, GWLP_USERDATA, 0);
+      return DefWindowProcA(h, m, w, l);
+    }
     default:
       if (m >= WM_APP && m <= 0xBFFF) {
         Privato(m, w, l);
@@ -285,6 +343,7 @@ void MostraModale(Finestra& f) {
   HWND proprietario = GetWindow(f.Hwnd(), GW_OWNER);
   if (proprietario) EnableWindow(proprietario, FALSE);
   f.AlCentro();
+  Pila().push_back(f.Hwnd());
   ShowWindow(f.Hwnd(), SW_SHOW);
   MSG m;
   while (!f.Chiusa()) {
@@ -299,10 +358,25 @@ void MostraModale(Finestra& f) {
       DispatchMessageA(&m);
     }
   }
+  std::erase(Pila(), f.Hwnd());
   if (proprietario) {
     EnableWindow(proprietario, TRUE);
     SetActiveWindow(proprietario);
   }
+}
+
+HWND Proprietario() {
+  for (auto i = Pila().rbegin(); i != Pila().rend(); ++i)
+    if (IsWindow(*i)) return *i;
+  return nullptr;
+}
+
+void ImpostaPrincipale(HWND finestra) {
+  Pila().insert(Pila().begin(), finestra);
+}
+
+void RimuoviPrincipale(HWND finestra) {
+  std::erase(Pila(), finestra);
 }
 
 void SmaltisciCoda() {

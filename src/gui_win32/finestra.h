@@ -58,6 +58,8 @@ class Finestra {
  private:
   static LRESULT CALLBACK Procedura(HWND h, UINT m, WPARAM w, LPARAM l);
   LRESULT Messaggio(UINT m, WPARAM w, LPARAM l);
+  // The form's entry of one of this window's controls; nullptr for any other window.
+  const support::Controllo* Descrizione(HWND controllo) const;
   bool Verde(HWND controllo) const;
 
   HWND hwnd_ = nullptr;
@@ -67,12 +69,20 @@ class Finestra {
   HFONT fontArea_ = nullptr;
   HBRUSH verde_ = nullptr;
   HWND suggerimenti_ = nullptr;
+  HWND fuoco_ = nullptr;
   std::string testoSuggerimento_;
   bool chiusa_ = false;
 };
 
 // Shows `f` modally over its owner: the owner takes no input until `f` is closed. Returns then.
 void MostraModale(Finestra& f);
+
+// The window that a message box or the file dialog is modal over: the innermost modal window open, else
+// the main window; nullptr before there is one.
+HWND Proprietario();
+// Makes `finestra` the bottom of that order: the program's main window.
+void ImpostaPrincipale(HWND finestra);
+void RimuoviPrincipale(HWND finestra);
 
 // Dispatches the messages waiting in the queue, through the dialog manager of their window.
 void SmaltisciCoda();

@@ -19,7 +19,10 @@ void FinestraGetDir::Aggiorna() {
   HWND drive = Controllo("Drive1");
   SendMessageA(drive, CB_RESETCONTENT, 0, 0);
   for (const auto& d : modello_.Drive1.elenco) SendMessageA(drive, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(d.c_str()));
-  SendMessageA(drive, CB_SELECTSTRING, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(modello_.Drive1.Drive.c_str()));
+  SendMessageA(drive, CB_SETCURSEL,
+               static_cast<WPARAM>(SendMessageA(drive, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1),
+                                                reinterpret_cast<LPARAM>(modello_.Drive1.Drive.c_str()))),
+               0);
 
   // The folder list as a tree: the open folders of the path, then those the last one holds.
   HWND albero = Controllo("Dir1");
@@ -67,16 +70,14 @@ bool FinestraGetDir::Comando(int id, int codice) {
     modello_.Text_PathDir = TestoDi(Controllo("Text_PathDir"));
     return true;
   }
+  if (id == IDOK) {
+    // Enter in the folder list opens the folder, as a double click does.
+    if (GetFocus() == Controllo("Dir1")) PostMessageA(Hwnd(), kAttiva, 0, 0);
+    return true;
+  }
   if (id == IdDi("Drive1") && codice == CBN_SELCHANGE) {
-    HWND drive = Controllo("Drive1");
-    const auto i = SendMessageA(drive, CB_GETCURSEL, 0, 0);
-    if (i >= 0) {
-      char testo[16] = {};
-      if (SendMessageA(drive, CB_GETLBTEXTLEN, static_cast<WPARAM>(i), 0) < static_cast<LRESULT>(sizeof(testo)))
-        SendMessageA(drive, CB_GETLBTEXT, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(testo));
-      picker::ScegliDrive(modello_, testo);
-    }
-    Aggiorna();
+    // The list is filled again after its own notification has returned.
+    PostMessageA(Hwnd(), kDrive, 0, 0);
     return true;
   }
   if (codice != BN_CLICKED) return false;
@@ -92,13 +93,26 @@ bool FinestraGetDir::Comando(int id, int codice) {
 }
 
 LRESULT FinestraGetDir::Notifica(const NMHDR* n) {
-  const bool invio = n->code == TVN_KEYDOWN && reinterpret_cast<const NMTVKEYDOWN*>(n)->wVKey == VK_RETURN;
-  if (n->idFrom == static_cast<UINT_PTR>(IdDi("Dir1")) && (n->code == NM_DBLCLK || invio))
+  // The open folders stay open: only a new path changes the tree.
+  if (n->code == TVN_ITEMEXPANDINGA || n->code == TVN_ITEMEXPANDINGW) return aggiornando_ ? FALSE : TRUE;
+  if (n->idFrom == static_cast<UINT_PTR>(IdDi("Dir1")) && n->code == NM_DBLCLK)
     PostMessageA(Hwnd(), kAttiva, 0, 0);
   return 0;
 }
 
 void FinestraGetDir::Privato(UINT m, WPARAM, LPARAM) {
+  if (m == kDrive) {
+    HWND drive = Controllo("Drive1");
+    const auto i = SendMessageA(drive, CB_GETCURSEL, 0, 0);
+    if (i >= 0) {
+      char testo[16] = {};
+      if (SendMessageA(drive, CB_GETLBTEXTLEN, static_cast<WPARAM>(i), 0) < static_cast<LRESULT>(sizeof(testo)))
+        SendMessageA(drive, CB_GETLBTEXT, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(testo));
+      picker::ScegliDrive(modello_, testo);
+    }
+    Aggiorna();
+    return;
+  }
   if (m != kAttiva) return;
   HWND albero = Controllo("Dir1");
   auto* voce = reinterpret_cast<HTREEITEM>(SendMessageA(albero, TVM_GETNEXTITEM, TVGN_CARET, 0));

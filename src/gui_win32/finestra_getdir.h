@@ -23,6 +23,8 @@ class FinestraGetDir : public Finestra {
 
   // Posted by a double click, so that the list is rebuilt after its own notification has returned.
   static constexpr UINT kAttiva = WM_APP + 1;
+  // Posted by a choice in the drive list, for the same reason.
+  static constexpr UINT kDrive = WM_APP + 2;
 
  protected:
   bool Comando(int id, int codice) override;

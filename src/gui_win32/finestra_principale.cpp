@@ -23,6 +23,7 @@ FinestraPrincipale::FinestraPrincipale(Servizi servizi)
   nomeTrle_.Collega(Controllo("Label_NomeTrle"));
   info_.Collega(Controllo("Label_Info"));
   barra_.Collega(Controllo("ProgressBar1"));
+  ImpostaPrincipale(Hwnd());
   collection::CercaInstallazioni(modello_, pref_);
 }
 
@@ -52,6 +53,7 @@ void FinestraPrincipale::Pul_EstraiDati_Click() {
 }
 
 void FinestraPrincipale::Distrutta() {
+  RimuoviPrincipale(Hwnd());
   if (servizi_.fineProgramma) PostQuitMessage(0);
 }
 

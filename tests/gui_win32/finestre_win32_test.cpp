@@ -175,6 +175,30 @@ TEST(FinestreWin32, AvvioECambia) {
   }
 }
 
+// Steps run one to a tick of a timer, inside a modal loop; the last one closes the window.
+struct Passi {
+  static std::vector<std::function<void()>>& Elenco() {
+    static std::vector<std::function<void()>> e;
+    return e;
+  }
+  explicit Passi(std::vector<std::function<void()>> passi) {
+    Elenco() = std::move(passi);
+    timer_ = SetTimer(nullptr, 0, 20, [](HWND, UINT, UINT_PTR, DWORD) {
+      if (Elenco().empty()) return;
+      auto passo = std::move(Elenco().front());
+      Elenco().erase(Elenco().begin());
+      passo();
+    });
+  }
+  ~Passi() { KillTimer(nullptr, timer_); }
+  UINT_PTR timer_;
+};
+
+void Tasto(HWND controllo, WPARAM tasto) {
+  SetFocus(controllo);
+  PostMessageA(controllo, WM_KEYDOWN, tasto, 1);
+}
+
 std::string Suggerimento(const win32::Finestra& f, HWND controllo) {
   NMTTDISPINFOA d{};
   d.hdr = {controllo, reinterpret_cast<UINT_PTR>(controllo), static_cast<UINT>(TTN_GETDISPINFOA)};
@@ -210,6 +234,11 @@ TEST(FinestreWin32, NienteTagliato) {
   EXPECT_EQ(w.Modello().Label_NomeTrle.Testo(), lunga);
   EXPECT_TRUE(GetWindowLongA(w.Controllo("Label_NomeTrle"), GWL_STYLE) & SS_PATHELLIPSIS);
   EXPECT_EQ(Suggerimento(w, w.Controllo("Label_NomeTrle")), lunga);
+  // The window's tooltip holds the two folder labels, each asking for its text when it shows.
+  HWND tooltip = FindWindowExA(nullptr, nullptr, TOOLTIPS_CLASSA, nullptr);
+  while (tooltip && GetWindow(tooltip, GW_OWNER) != w.Hwnd()) tooltip = FindWindowExA(nullptr, tooltip, TOOLTIPS_CLASSA, nullptr);
+  ASSERT_TRUE(tooltip);
+  EXPECT_EQ(SendMessageA(tooltip, TTM_GETTOOLCOUNT, 0, 0), 2);
 
   MessaggiProva msg;
   picker::Dialog_GetDir g{msg};
@@ -245,6 +274,62 @@ TEST(FinestreWin32, Modale) {
   EXPECT_TRUE(IsWindowEnabled(w.Hwnd()));
 }
 
+// The keyboard in the modal windows: Enter opens a folder of the list or presses the focused button, Escape
+// closes nothing, Tab leaves the report area.
+TEST(FinestreWin32, Tastiera) {
+  MessaggiProva msg;
+  picker::Dialog_GetDir m{msg};
+  picker::Carica(m);
+  picker::ImpostaValori(m, "C:\\Giochi");
+  win32::FinestraGetDir g(nullptr, m);
+  HWND albero = g.Controllo("Dir1");
+  std::string dopoInvio;
+  bool apertaDopoEsc = false;
+  {
+    Passi p({[&] {
+               auto* v = reinterpret_cast<HTREEITEM>(SendMessageA(albero, TVM_GETNEXTITEM, TVGN_CARET, 0));
+               v = reinterpret_cast<HTREEITEM>(SendMessageA(albero, TVM_GETNEXTITEM, TVGN_CHILD, reinterpret_cast<LPARAM>(v)));
+               SendMessageA(albero, TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(v));
+               Tasto(albero, VK_RETURN);
+             },
+             [&] {
+               dopoInvio = Testo(g.Controllo("Text_Path"));
+               Tasto(albero, VK_ESCAPE);
+             },
+             [&] {
+               apertaDopoEsc = !g.Chiusa();
+               Tasto(g.Controllo("OKButton"), VK_RETURN);
+             }});
+    win32::MostraModale(g);
+  }
+  EXPECT_EQ(dopoInvio, "C:\\Giochi\\Trle");
+  EXPECT_TRUE(apertaDopoEsc);
+  EXPECT_TRUE(g.Chiusa() && m.ExitValue);
+  EXPECT_EQ(m.PathDir, "C:\\Giochi\\Trle");
+
+  Banco banco;
+  formats::InfoHeader header;
+  win32::FinestraAnalisi a(nullptr, banco.messaggi, banco.file, banco.appunti, header);
+  HWND area = a.Controllo("Text_Out");
+  bool apertaDopoTasti = false;
+  HWND fuoco = nullptr;
+  {
+    Passi p({[&] {
+               Tasto(area, VK_ESCAPE);
+               PostMessageA(area, WM_KEYDOWN, VK_TAB, 1);
+             },
+             [&] {
+               apertaDopoTasti = !a.Chiusa();
+               fuoco = GetFocus();
+               a.Chiudi();
+             }});
+    win32::MostraModale(a);
+  }
+  EXPECT_TRUE(apertaDopoTasti);
+  EXPECT_EQ(fuoco, a.Controllo("Pul_Trova"));
+  EXPECT_EQ(a.Area().SelLength(), 0);
+}
+
 // The machine's E: is a link to a missing folder: a drive without medium.
 TEST(FinestreWin32, Picker) {
   MessaggiProva msg;
@@ -272,6 +357,7 @@ TEST(FinestreWin32, Picker) {
   ASSERT_GE(e, 0);
   SendMessageA(drive, CB_SETCURSEL, static_cast<WPARAM>(e), 0);
   SendMessageA(f.Hwnd(), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(drive), CBN_SELCHANGE), reinterpret_cast<LPARAM>(drive));
+  win32::SmaltisciCoda();
   EXPECT_EQ(msg.tutti, std::vector<std::string>{"critical: Drive not ready"});
   EXPECT_EQ(Testo(drive), "C:");
   EXPECT_EQ(Testo(f.Controllo("Text_Path")), "C:\\Giochi\\Trle");
