@@ -25,10 +25,19 @@ class MessaggiErrore : public support::Messaggi {
   void Critico(const std::string& testo) override { std::fprintf(stderr, "critical: %s\n", testo.c_str()); }
 };
 
+// A file dialog that always answers with the same file of the program folder.
+class DialogoFisso : public support::DialogoFileConImpostazioni {
+ private:
+  bool Mostra(bool) override {
+    nome_ = host::CartellaProgramma() + "\\prospetto.txt";
+    return true;
+  }
+};
+
 // What the window needs of the program around it: nothing is asked, nothing kept.
 struct Servizi {
   MessaggiErrore messaggi;
-  support::DialogoFileMuto file;
+  DialogoFisso file;
   support::AppuntiMuti appunti;
   formats::InfoHeader header;
 };
@@ -65,6 +74,13 @@ void Misura(const char* fronte, analysis::Dialog_Analisi& d, const std::string& 
   const double msCerca = Millisecondi(t);
   const long selezione = d.Text_Out.SelStart();
 
+  // The report saved and loaded back (the dialog answers with a file of the program folder): the area
+  // holds a new string of the same size.
+  analysis::mnu_SalvaFile_Click(d);
+  analysis::mnu_CaricaFile_Click(d);
+  giro();
+  const Memoria ricaricato = memoria();
+
   MessaggiErrore messaggi;
   support::BarraMuta barra;
   t = Orologio::now();
@@ -82,6 +98,8 @@ void Misura(const char* fronte, analysis::Dialog_Analisi& d, const std::string& 
   std::printf("  resident %.1f MB at rest, %.1f MB with the listing: +%.1f MB = %.2fx the text; peak %.1f MB\n",
               riposo.residente / mb, mostrato.residente / mb, (mostrato.residente - riposo.residente) / mb,
               (mostrato.residente - riposo.residente) / static_cast<double>(byte), mostrato.picco / mb);
+  std::printf("  saved and loaded back: resident %.1f MB, peak %.1f MB\n", ricaricato.residente / mb,
+              ricaricato.picco / mb);
 }
 
 }  // namespace bench
