@@ -10,6 +10,9 @@
 #include <QProgressBar>
 #include <QTextCursor>
 #include <algorithm>
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
 
 #include "gui/testo_qt.h"
 #include "support/filtro.h"
@@ -134,22 +137,23 @@ bool DialogoFileQt::Mostra(bool salva) {
 }
 
 QString TestoVisibile(const std::string& testo) {
-  QString visibile;
-  visibile.reserve(static_cast<qsizetype>(testo.size()));
-  const QString q = DaByte(testo);
-  for (qsizetype i = 0; i < q.size(); ++i) {
-    const char16_t c = q[i].unicode();
-    if (c == u'\r') {
-      visibile += QLatin1Char('\n');
-      if (i + 1 < q.size() && q[i + 1] == QLatin1Char('\n')) ++i;
-    } else if (c == u'\n' || c == u'\t') {
-      visibile += QChar(c);
-    } else if (c < 0x20) {
-      visibile += QChar(static_cast<char16_t>(0x2400 + c));
+  // One pass into one buffer of the string's length: the widget's copy is the only one of any size.
+  const auto& unita = UnitaDeiByte();
+  QString visibile(static_cast<qsizetype>(testo.size()), Qt::Uninitialized);
+  char16_t* const inizio = reinterpret_cast<char16_t*>(visibile.data());
+  char16_t* p = inizio;
+  for (std::size_t i = 0; i < testo.size(); ++i) {
+    const auto c = static_cast<unsigned char>(testo[i]);
+    if (c == '\r') {
+      *p++ = u'\n';
+      if (i + 1 < testo.size() && testo[i + 1] == '\n') ++i;
+    } else if (c < 0x20 && c != '\n' && c != '\t') {
+      *p++ = static_cast<char16_t>(0x2400 + c);
     } else {
-      visibile += QChar(c);
+      *p++ = unita[c];
     }
   }
+  visibile.truncate(p - inizio);
   return visibile;
 }
 
@@ -158,6 +162,11 @@ void AreaTestoQt::ImpostaTesto(const std::string& testo) {
   mappa_.Imposta(testo);
   area_->setPlainText(TestoVisibile(testo));
   Seleziona(0, 0);
+#ifdef __GLIBC__
+  // The text just replaced and the conversion's buffer are free now, but the allocator keeps such pages:
+  // without this, a window that has shown one big listing stays that big.
+  malloc_trim(0);
+#endif
 }
 
 int AreaTestoQt::VersoWidget(long posizione) const {
@@ -188,6 +197,9 @@ void AreaTestoQt::Seleziona(long inizio, long lunghezza) {
   c.setPosition(VersoWidget(inizio));
   c.setPosition(VersoWidget(inizio + lunghezza), QTextCursor::KeepAnchor);
   area_->setTextCursor(c);
+  // A found word stands in the middle of the area, with the lines around it above and below; then the
+  // columns follow the cursor.
+  area_->centerCursor();
   area_->ensureCursorVisible();
   selInizio_ = inizio;
   selLunghezza_ = lunghezza;

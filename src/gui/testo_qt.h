@@ -3,11 +3,14 @@
 #pragma once
 
 #include <QString>
+#include <array>
 #include <string>
 
 namespace gui {
 
 QString DaByte(const std::string& cp1252);
+// The UTF-16 unit of each byte.
+const std::array<char16_t, 256>& UnitaDeiByte();
 // A character that Windows-1252 cannot hold becomes '?'.
 std::string VersoByte(const QString& testo);
 

@@ -19,6 +19,28 @@ void Scatola(const std::string& testo, UINT icona) {
   MessageBoxA(sopra, testo.c_str(), support::kTitoloProgramma, MB_OK | icona | (sopra ? 0u : MB_TASKMODAL));
 }
 
+// How many whole lines of the control's font its formatting rectangle holds.
+long RigheVisibili(HWND area) {
+  RECT r{};
+  SendMessageA(area, EM_GETRECT, 0, reinterpret_cast<LPARAM>(&r));
+  TEXTMETRICA tm{};
+  if (HDC dc = GetDC(area)) {
+    const HGDIOBJ prima = SelectObject(dc, reinterpret_cast<HGDIOBJ>(SendMessageA(area, WM_GETFONT, 0, 0)));
+    GetTextMetricsA(dc, &tm);
+    SelectObject(dc, prima);
+    ReleaseDC(area, dc);
+  }
+  return tm.tmHeight > 0 ? std::max(1L, (r.bottom - r.top) / tm.tmHeight) : 1;
+}
+
+// Scrolls the line that holds `posizione` to the middle of the area (as near as the text's ends allow).
+void RigaAlCentro(HWND area, long posizione) {
+  const auto riga = static_cast<long>(SendMessageA(area, EM_LINEFROMCHAR, static_cast<WPARAM>(posizione), 0));
+  const auto prima = static_cast<long>(SendMessageA(area, EM_GETFIRSTVISIBLELINE, 0, 0));
+  const long voluta = std::max(0L, riga - RigheVisibili(area) / 2);
+  if (voluta != prima) SendMessageA(area, EM_LINESCROLL, 0, static_cast<LPARAM>(voluta - prima));
+}
+
 }  // namespace
 
 void DidascaliaW::ImpostaTesto(const std::string& testo) {
@@ -141,7 +163,9 @@ void AreaTestoW::Seleziona(long inizio, long lunghezza) {
   inizio = std::clamp(inizio, 0L, l);
   lunghezza = std::clamp(lunghezza, 0L, l - inizio);
   SendMessageA(area_, EM_SETSEL, static_cast<WPARAM>(inizio), static_cast<LPARAM>(inizio + lunghezza));
+  // The caret brings the columns into view; the found word's line then goes to the middle, not the last line.
   SendMessageA(area_, EM_SCROLLCARET, 0, 0);
+  RigaAlCentro(area_, inizio);
 }
 
 std::string AreaTestoW::SelText() const {

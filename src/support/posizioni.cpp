@@ -8,6 +8,9 @@ void MappaPosizioni::Imposta(const std::string& testo) {
   coppie_.clear();
   for (std::size_t i = 0; i + 1 < testo.size(); ++i)
     if (testo[i] == '\r' && testo[i + 1] == '\n') coppie_.push_back(static_cast<long>(i++));
+  // The map lasts as long as its report: it keeps its own size, not the growth's slack nor a bigger
+  // report's room.
+  coppie_.shrink_to_fit();
 }
 
 long MappaPosizioni::VersoControllo(long posizione) const {

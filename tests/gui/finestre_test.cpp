@@ -407,6 +407,22 @@ class ProvaFinestre : public QObject {
     QVERIFY(banco.messaggi.tutti.empty());
   }
 
+  // A found word's line stands in the middle of the area, not on its last line.
+  void trovatoAlCentro() {
+    Banco banco;
+    formats::InfoHeader header;
+    gui::FinestraAnalisi f(nullptr, banco.messaggi, banco.file, banco.appunti, header);
+    f.show();
+    std::string testo;
+    for (int i = 0; i < 1000; ++i) testo += "riga x" + std::to_string(i) + "\r\n";
+    f.Area().ImpostaTesto(testo);
+    QTest::keyClicks(f.Text_Cerca, QStringLiteral("x600"));
+    f.Pul_Trova->click();
+    QCOMPARE(f.Area().SelText(), std::string("x600"));
+    const int riga = f.Text_Out->fontMetrics().lineSpacing();
+    QVERIFY(std::abs(f.Text_Out->cursorRect().center().y() - f.Text_Out->viewport()->height() / 2) <= riga);
+  }
+
   void filtriSenzaCaso() {
     const QStringList filtri = gui::FiltriQt("File Info_Ordl.bin|info_ordl.bin|Testi|*.txt");
     QCOMPARE(filtri.size(), 2);

@@ -460,6 +460,29 @@ TEST(FinestreWin32, RicercaCopiaSalvaCarica) {
             std::string("File Info_Ordl.bin\0info_ordl.bin\0Testi\0*.txt;*.log\0\0", 52));
 }
 
+// A found word's line stands in the middle of the area, not on its last line.
+TEST(FinestreWin32, TrovatoAlCentro) {
+  Banco banco;
+  formats::InfoHeader header;
+  win32::FinestraAnalisi f(nullptr, banco.messaggi, banco.file, banco.appunti, header);
+  std::string testo;
+  for (int i = 0; i < 1000; ++i) testo += "riga x" + std::to_string(i) + "\r\n";
+  f.Area().ImpostaTesto(testo);
+  SetWindowTextA(f.Controllo("Text_Cerca"), "x600");
+  Clic(f.Controllo("Pul_Trova"));
+  ASSERT_EQ(f.Area().SelText(), "x600");
+  const HWND area = f.Controllo("Text_Out");
+  const auto y = [&](long pos) {
+    return static_cast<short>(HIWORD(SendMessageA(area, EM_POSFROMCHAR, static_cast<WPARAM>(pos), 0)));
+  };
+  // Each line is 11 bytes: the same column one line down.
+  const int riga = y(f.Area().SelStart() + 11) - y(f.Area().SelStart());
+  RECT r{};
+  GetClientRect(area, &r);
+  EXPECT_GT(riga, 0);
+  EXPECT_LE(std::abs(y(f.Area().SelStart()) + riga / 2 - r.bottom / 2), riga);
+}
+
 // A critical box of the system: the program's title, the error icon, one OK button. It is answered from a
 // timer inside its own modal loop.
 TEST(FinestreWin32, ScatolaCritica) {
