@@ -4,17 +4,19 @@
 // out. The program's working files end up beside it, and C:\INFO_ORDL.BIN is written anew: run it on the
 // demo machine only.
 //
-// usage: guida_win32.exe [--schermate FOLDER] [PROGRAM]   (PROGRAM defaults to checkordl.exe beside this one)
+// usage: checkordl_guida_win32.exe [--schermate FOLDER] [PROGRAM]   (default: checkordl.exe beside it)
 // With --schermate, each of the three windows is also saved as FOLDER\win32_*.bmp, taken from the screen
 // with its frame.
 #include <windows.h>
 
 #include <dlgs.h>
 
+#include <algorithm>
 #include <climits>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "analysis/forma_analisi.h"
@@ -37,7 +39,7 @@ constexpr DWORD kAttesa = 30000;
 PROCESS_INFORMATION gProgramma{};
 std::string gSchermate;
 
-// A file name in a message: control characters shown as escapes, so that a step stays on one line.
+// A text in a step's line: line ends shown as escapes, so that a step stays on one line.
 std::string Riga(const std::string& s) {
   std::string r;
   for (unsigned char c : s) {
@@ -463,13 +465,21 @@ void Rispondi(const std::string& passo, HWND d, const std::string& nome, const c
   AttendiChiusura(passo, d);
 }
 
-// One search button, pressed after a word is in the search box: the selection it leaves, or the message.
-void Cerca(const std::string& passo, HWND a, HWND area, const char* pulsante) {
-  Premi(passo, a, pulsante);
-  const std::string risposta = Sbriga(passo, a);
+std::string Scelto(HWND area) {
   const auto [inizio, lunghezza] = Selezione(area);
-  const std::string scelto = Testo(area).substr(static_cast<std::size_t>(inizio), static_cast<std::size_t>(lunghezza));
-  Fatto(passo, risposta.empty() ? "selected \"" + scelto + "\" at " + std::to_string(inizio) : risposta);
+  return Testo(area).substr(static_cast<std::size_t>(inizio), static_cast<std::size_t>(lunghezza));
+}
+
+// Types `parola` into the search box unless it is null, presses a search button and gives where the
+// selection starts then. A message ("Non trovato") fails the step.
+long Cerca(HWND a, HWND area, HWND cerca, const char* parola, const char* pulsante) {
+  if (parola) ImpostaTesto(cerca, parola);
+  const std::string passo = "search \"" + Testo(cerca) + "\": " + pulsante;
+  Premi(passo, a, pulsante);
+  if (const std::string r = Sbriga(passo, a); !r.empty()) Fallisci(passo, r);
+  const long inizio = Selezione(area).first;
+  Fatto(passo, "selected \"" + Scelto(area) + "\" at " + std::to_string(inizio));
+  return inizio;
 }
 
 // The second start: the snapshot opened with "Leggi Dati", every menu item, the search, copy and save,
@@ -480,7 +490,11 @@ void SecondoAvvio(const std::string& programma, const std::string& cartella) {
   Premi("Leggi Dati", p, "Leggi Dati");
   HWND d = AttendiFinestra("Leggi Dati", kClasseDialogo, "Carica file info_ordl.bin");
   Rispondi("Leggi Dati", d, kSnapshot, "Open");
-  HWND a = Attendi([] { return Finestra(nullptr, kAnalisi) ? Finestra(nullptr, kAnalisi) : Box(); });
+  // A snapshot that cannot be read shows a message before the window.
+  HWND a = Attendi([] {
+    HWND w = Finestra(nullptr, kAnalisi);
+    return w ? w : Box();
+  });
   if (!a || a == Box()) Fallisci("Leggi Dati", a ? "message \"" + TestoBox(a) + "\"" : "no analysis window");
   HWND area = Controllo(a, "Edit", true);
   HWND cerca = Controllo(a, "Edit", false);
@@ -497,30 +511,24 @@ void SecondoAvvio(const std::string& programma, const std::string& cartella) {
     Fatto(passo, risposta.empty() ? "\"" + PrimaRiga(Testo(area)) + "\"" : risposta);
   }
 
+  // The listing of the editor's folder names tomb4.exe once and several levels.
   Comando(a, CercaVoce(voci, "Directory Level Editor"));
   Sbriga("search", a);
-  ImpostaTesto(cerca, "tomb");
-  Cerca("search \"tomb\": Trova", a, area, "Trova");
+  Cerca(a, area, cerca, "tomb", "Trova");
   Fotografa(a, "win32_analisi");
-  const std::string scelto = [&] {
-    const auto [inizio, lunghezza] = Selezione(area);
-    return Testo(area).substr(static_cast<std::size_t>(inizio), static_cast<std::size_t>(lunghezza));
-  }();
-  Cerca("search \"tomb\": >", a, area, ">");
-  Cerca("search \"tomb\": <", a, area, "<");
+  const long primo = Cerca(a, area, cerca, "tr4", "Trova");
+  const long dopo = Cerca(a, area, cerca, nullptr, ">");
+  if (dopo <= primo) Fallisci("search: >", "the selection did not move on");
+  if (Cerca(a, area, cerca, nullptr, "<") >= dopo) Fallisci("search: <", "the selection did not move back");
 
   // Copy what the last search left selected.
   if (!OpenClipboard(nullptr) || !EmptyClipboard() || !CloseClipboard()) Fallisci("Copia", "cannot empty the clipboard");
-  const std::string daCopiare = [&] {
-    const auto [inizio, lunghezza] = Selezione(area);
-    return Testo(area).substr(static_cast<std::size_t>(inizio), static_cast<std::size_t>(lunghezza));
-  }();
+  const std::string daCopiare = Scelto(area);
   Comando(a, CercaVoce(voci, "Copia "));
   if (const std::string r = Sbriga("Copia", a); !r.empty()) Fallisci("Copia", r);
   if (daCopiare.empty() || Appunti() != daCopiare)
     Fallisci("Copia", "the clipboard holds \"" + Appunti() + "\", the selection is \"" + daCopiare + "\"");
   Fatto("Copia", "the clipboard holds \"" + daCopiare + "\"");
-  (void)scelto;
 
   const std::string prospetto = cartella + "\\guida_prospetto.txt";
   DeleteFileA(prospetto.c_str());
@@ -554,7 +562,7 @@ int main(int argc, char** argv) {
     else if (programma.empty() && a.rfind("--", 0) != 0)
       programma = a;
     else {
-      std::fprintf(stderr, "usage: guida_win32.exe [--schermate FOLDER] [PROGRAM]\n");
+      std::fprintf(stderr, "usage: checkordl_guida_win32.exe [--schermate FOLDER] [PROGRAM]\n");
       return 2;
     }
   }
