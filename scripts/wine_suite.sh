@@ -47,5 +47,16 @@ cp "$nativo/cli/checkordl-cli" "$t/strumento/"
 )
 echo "Win32 windows under Wine: $(($(date +%s) - inizio)) s"
 
+# The real checkordl.exe on the same machine, walked from outside as a user would by the driver: the check
+# run, then the snapshot opened and every menu item, the search, copy and save.
+(
+  export WINEPREFIX=$demo
+  cp "$windows/cli/checkordl.exe" "$windows/tools/checkordl_guida_win32.exe" "$t"/strumento/*.le "$demo/drive_c/CheckORDL/"
+  WINE_TEMPO=180 wine_esegui 'C:\CheckORDL\checkordl_guida_win32.exe' 2>&1 | grep -v '^wine: ' ||
+    { echo "the walk of checkordl.exe failed" >&2; exit 1; }
+  timeout 120 wineserver -w
+)
+echo "checkordl.exe walked under Wine: $(($(date +%s) - inizio)) s"
+
 bash scripts/wine_incrocio.sh "$nativo" "$windows"
 echo "Wine part: $(($(date +%s) - inizio)) s"
