@@ -9,6 +9,8 @@ namespace win32 {
 namespace {
 
 constexpr const char* kClasse = "CheckORDLFinestra";
+// The room left and right of a folder in its green band.
+constexpr int kMargineCartella = 60;
 
 COLORREF Rgb(support::Colore c) {
   return RGB(c.r, c.g, c.b);
@@ -46,10 +48,11 @@ Classe ClasseDi(support::TipoControllo t) {
       return {"BUTTON", BS_PUSHBUTTON, 0};
     case TipoControllo::Etichetta:
       // A folder or a status is shown as it is: no "&" read as an accelerator, no wrapping.
-      return {"STATIC", SS_LEFTNOWORDWRAP | SS_NOPREFIX, 0};
+      return {"STATIC", SS_LEFTNOWORDWRAP | SS_NOPREFIX | SS_CENTERIMAGE, 0};
     case TipoControllo::EtichettaCartella:
-      // A folder too long for the label loses its middle; SS_NOTIFY lets the tooltip see the mouse.
-      return {"STATIC", SS_LEFTNOWORDWRAP | SS_NOPREFIX | SS_CENTERIMAGE | SS_PATHELLIPSIS | SS_NOTIFY, 0};
+      // Drawn by the window, with margins and the middle of a long folder left out; SS_NOTIFY lets the
+      // tooltip see the mouse.
+      return {"STATIC", SS_OWNERDRAW | SS_NOTIFY, 0};
     case TipoControllo::Barra:
       return {PROGRESS_CLASSA, 0, 0};
     case TipoControllo::Riga:
@@ -269,6 +272,20 @@ LRESULT Finestra::Messaggio(UINT m, WPARAM w, LPARAM l) {
         return 0;
       }
       return Notifica(reinterpret_cast<const NMHDR*>(l));
+    case WM_DRAWITEM: {
+      const auto* d = reinterpret_cast<const DRAWITEMSTRUCT*>(l);
+      if (d->CtlType != ODT_STATIC || !Verde(d->hwndItem)) break;
+      FillRect(d->hDC, &d->rcItem, verde_);
+      SetBkMode(d->hDC, TRANSPARENT);
+      SetTextColor(d->hDC, Rgb(support::kVerdeChiaro));
+      HGDIOBJ prima = SelectObject(d->hDC, reinterpret_cast<HFONT>(SendMessageA(d->hwndItem, WM_GETFONT, 0, 0)));
+      RECT r = d->rcItem;
+      r.left += Px(kMargineCartella);
+      const std::string t = Accorciato(d->hwndItem, TestoDi(d->hwndItem));
+      DrawTextA(d->hDC, t.c_str(), static_cast<int>(t.size()), &r, DT_SINGLELINE | DT_VCENTER | DT_LEFT | DT_NOPREFIX);
+      SelectObject(d->hDC, prima);
+      return TRUE;
+    }
     case WM_CTLCOLORSTATIC:
     case WM_CTLCOLOREDIT:
       if (const auto* c = Descrizione(reinterpret_cast<HWND>(l)); c && c->tipo == support::TipoControllo::Area) {
@@ -323,8 +340,14 @@ std::string TestoDi(HWND controllo) {
 std::string Accorciato(HWND controllo, const std::string& testo) {
   RECT r{};
   GetClientRect(controllo, &r);
-  const LRESULT margini = SendMessageA(controllo, EM_GETMARGINS, 0, 0);
-  r.right -= LOWORD(margini) + HIWORD(margini);
+  char classe[16] = {};
+  GetClassNameA(controllo, classe, sizeof(classe));
+  if (lstrcmpiA(classe, "Static") == 0) {
+    r.right -= 2 * Px(kMargineCartella);
+  } else {
+    const LRESULT margini = SendMessageA(controllo, EM_GETMARGINS, 0, 0);
+    r.right -= LOWORD(margini) + HIWORD(margini);
+  }
   HDC schermo = GetDC(controllo);
   HDC dc = CreateCompatibleDC(schermo);
   HGDIOBJ prima = SelectObject(dc, reinterpret_cast<HFONT>(SendMessageA(controllo, WM_GETFONT, 0, 0)));

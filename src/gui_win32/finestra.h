@@ -90,7 +90,8 @@ void SmaltisciCoda();
 // A control's text as bytes.
 std::string TestoDi(HWND controllo);
 
-// `testo` as it fits the control's width: the middle of a path left out, "..." in its place.
+// `testo` as the control shows it in its width, within its margins: the middle of a path left out, "..." in
+// its place.
 std::string Accorciato(HWND controllo, const std::string& testo);
 
 // The message font of the system, for every control but the report area.

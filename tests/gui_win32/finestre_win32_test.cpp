@@ -232,7 +232,9 @@ TEST(FinestreWin32, NienteTagliato) {
   const std::string lunga = "C:\\Giochi\\" + std::string(80, 'x') + "\\Tomb Raider Level Editor\\Trle";
   w.Modello().Label_NomeTrle.ImpostaTesto(lunga);
   EXPECT_EQ(w.Modello().Label_NomeTrle.Testo(), lunga);
-  EXPECT_TRUE(GetWindowLongA(w.Controllo("Label_NomeTrle"), GWL_STYLE) & SS_PATHELLIPSIS);
+  const std::string etichetta = win32::Accorciato(w.Controllo("Label_NomeTrle"), lunga);
+  EXPECT_TRUE(etichetta.starts_with("C:\\") && etichetta.ends_with("\\Trle") && etichetta.find("...") != std::string::npos)
+      << etichetta;
   EXPECT_EQ(Suggerimento(w, w.Controllo("Label_NomeTrle")), lunga);
   // The window's tooltip holds the two folder labels, each asking for its text when it shows.
   HWND tooltip = FindWindowExA(nullptr, nullptr, TOOLTIPS_CLASSA, nullptr);
