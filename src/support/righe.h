@@ -1,0 +1,41 @@
+// The lines of a report string as the report area draws them, for any toolkit: a CR LF, a lone CR and a
+// lone LF each end a line, and positions are the string's own (a CR LF counts two). Only the starts of the
+// lines are kept, so a view that holds the string and this index can draw a listing of any length one
+// screen at a time.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace support {
+
+class RigheTesto {
+ public:
+  void Imposta(const std::string& testo);
+  // Never 0: an empty string is one empty line.
+  std::size_t Quante() const { return inizi_.size(); }
+  std::size_t Inizio(std::size_t riga) const { return inizi_[riga]; }
+  // Where the line's text ends, before its line break.
+  std::size_t Fine(std::size_t riga) const;
+  // The line that holds `posizione`; a position on a line break belongs to the line the break ends, and
+  // one past the end of the string to the last line.
+  std::size_t RigaDi(std::size_t posizione) const;
+
+ private:
+  std::vector<std::size_t> inizi_{0};
+  // The ends of the lines' text, one per line.
+  std::vector<std::size_t> fini_{0};
+};
+
+// Columns in pixels of a fixed-pitch font: every byte is `larghezza` wide, a tab goes on to the next stop,
+// the stops being `tab` apart. The x of `posizione` within the line [inizio, fine) of `testo`.
+int XDi(const std::string& testo, std::size_t inizio, std::size_t posizione, int larghezza, int tab);
+// The position in the line [inizio, fine) nearest to `x`: a click in the second half of a character falls
+// after it.
+std::size_t PosizioneDaX(const std::string& testo, std::size_t inizio, std::size_t fine, int x, int larghezza,
+                         int tab);
+// The first line to show so that `riga` stands in the middle of `visibili` lines, none shown past the last.
+std::size_t PrimaRigaAlCentro(std::size_t riga, std::size_t visibili, std::size_t totale);
+
+}  // namespace support

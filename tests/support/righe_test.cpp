@@ -1,0 +1,59 @@
+#include "support/righe.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+// Every position of each string maps to the line a view draws it on, and each line's text ends before its
+// break, whatever the break is.
+TEST(RigheTesto, OgniPosizioneNellaSuaRiga) {
+  struct Caso {
+    std::string testo;
+    std::vector<std::size_t> riga_di;  // for positions 0..size()
+    std::vector<std::pair<std::size_t, std::size_t>> righe;  // start and end of each line's text
+  };
+  const Caso casi[] = {
+      {"", {0}, {{0, 0}}},
+      {"ab", {0, 0, 0}, {{0, 2}}},
+      {"a\r\nb", {0, 0, 0, 1, 1}, {{0, 1}, {3, 4}}},
+      {"a\r\n", {0, 0, 0, 1}, {{0, 1}, {3, 3}}},
+      {"a\rb\nc", {0, 0, 1, 1, 2, 2}, {{0, 1}, {2, 3}, {4, 5}}},
+      {"\n\r", {0, 1, 2}, {{0, 0}, {1, 1}, {2, 2}}},
+      {"\r\r\n", {0, 1, 1, 2}, {{0, 0}, {1, 1}, {3, 3}}},
+  };
+  for (const Caso& c : casi) {
+    support::RigheTesto r;
+    r.Imposta(c.testo);
+    ASSERT_EQ(r.Quante(), c.righe.size()) << c.testo;
+    for (std::size_t k = 0; k < c.righe.size(); ++k) {
+      EXPECT_EQ(r.Inizio(k), c.righe[k].first) << c.testo << " line " << k;
+      EXPECT_EQ(r.Fine(k), c.righe[k].second) << c.testo << " line " << k;
+    }
+    for (std::size_t p = 0; p <= c.testo.size(); ++p) EXPECT_EQ(r.RigaDi(p), c.riga_di[p]) << c.testo << " at " << p;
+  }
+}
+
+// Columns with tabs: x of each position, and a click anywhere falls on the nearest boundary.
+TEST(RigheTesto, ColonneETabulazioni) {
+  const std::string riga = "ab\tc\t\td";
+  const int attesi[] = {0, 7, 14, 48, 55, 96, 144, 151};
+  for (std::size_t p = 0; p <= riga.size(); ++p) {
+    EXPECT_EQ(support::XDi(riga, 0, p, 7, 48), attesi[p]) << p;
+    EXPECT_EQ(support::PosizioneDaX(riga, 0, riga.size(), attesi[p], 7, 48), p) << p;
+  }
+  EXPECT_EQ(support::PosizioneDaX(riga, 0, riga.size(), 3, 7, 48), 0u);
+  EXPECT_EQ(support::PosizioneDaX(riga, 0, riga.size(), 4, 7, 48), 1u);
+  EXPECT_EQ(support::PosizioneDaX(riga, 0, riga.size(), 30, 7, 48), 2u);
+  EXPECT_EQ(support::PosizioneDaX(riga, 0, riga.size(), 32, 7, 48), 3u);
+  EXPECT_EQ(support::PosizioneDaX(riga, 0, riga.size(), -5, 7, 48), 0u);
+  EXPECT_EQ(support::PosizioneDaX(riga, 0, riga.size(), 9999, 7, 48), riga.size());
+}
+
+TEST(RigheTesto, RigaAlCentro) {
+  // line, visible, total -> first line shown
+  const std::size_t casi[][4] = {{0, 10, 100, 0}, {4, 10, 100, 0}, {50, 10, 100, 45}, {99, 10, 100, 90},
+                                 {3, 10, 5, 0},   {7, 1, 100, 7}};
+  for (const auto& c : casi) EXPECT_EQ(support::PrimaRigaAlCentro(c[0], c[1], c[2]), c[3]) << c[0];
+}
+
+}  // namespace
