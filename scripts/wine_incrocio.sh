@@ -106,6 +106,13 @@ for d in /usr/lib/x86_64-linux-gnu/wine/x86_64-windows /usr/lib/x86_64-linux-gnu
     cp "$d/$f" "$c/Versioni/${pre}_$f"
   done
 done
+# Wine marks its own modules (and the zlib1.dll that Debian's libwine copies in) with "Wine builtin DLL" in
+# the DOS stub, and loads a marked file by its own rules: a marked 32-bit file in a 64-bit-only Wine is not
+# read at all. Windows ignores the stub; the copies lose the mark so that both sides read them as Windows does.
+for f in "$c"/Versioni/*; do
+  [ "$(dd if="$f" bs=1 skip=64 count=16 2>/dev/null)" = 'Wine builtin DLL' ] || continue
+  head -c 16 /dev/zero | dd of="$f" bs=1 seek=64 conv=notrunc 2>/dev/null
+done
 [ ! -f /usr/share/win32/win32-loader.exe ] || cp /usr/share/win32/win32-loader.exe "$c/Versioni/"
 printf 'not an executable' >"$c/Versioni/testo.exe"
 
