@@ -66,7 +66,13 @@ std::string Controlli(const win32::Finestra& f, const support::Forma& forma) {
     GetWindowRect(w, &r);
     MapWindowPoints(nullptr, f.Hwnd(), reinterpret_cast<POINT*>(&r), 2);
     out << classe << ' ' << k.nome << " \"" << Testo(w) << "\" " << r.left << ',' << r.top << ' '
-        << r.right - r.left << 'x' << r.bottom - r.top << '\n';
+        << r.right - r.left << 'x';
+    // A drop-down list's height is the system's, from the fonts the machine has.
+    if (std::string(classe) == WC_COMBOBOXA)
+      out << '-';
+    else
+      out << r.bottom - r.top;
+    out << '\n';
   }
   if (HMENU barra = GetMenu(f.Hwnd())) {
     for (int i = 0; i < GetMenuItemCount(barra); ++i) {
