@@ -2,7 +2,6 @@
 // usage: checkordl_bench_area SNAPSHOT WORD   (with QT_QPA_PLATFORM=offscreen)
 #include <QApplication>
 #include <QFile>
-#include <QPlainTextEdit>
 
 #include "bench/area_misura.h"
 #include "gui/finestra_analisi.h"

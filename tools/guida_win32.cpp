@@ -21,6 +21,7 @@
 
 #include "analysis/forma_analisi.h"
 #include "gui_win32/finestra.h"
+#include "gui_win32/prospetto.h"
 
 namespace {
 
@@ -423,11 +424,9 @@ std::pair<long, long> Selezione(HWND area) {
   return {static_cast<long>(LOWORD(r)), static_cast<long>(HIWORD(r)) - static_cast<long>(LOWORD(r))};
 }
 
-HWND Controllo(HWND padre, const char* classe, bool multiriga) {
+HWND Controllo(HWND padre, const char* classe) {
   for (HWND w : Figli(padre))
-    if (_stricmp(Classe(w).c_str(), classe) == 0 &&
-        ((GetWindowLongPtrA(w, GWL_STYLE) & ES_MULTILINE) != 0) == multiriga)
-      return w;
+    if (_stricmp(Classe(w).c_str(), classe) == 0) return w;
   return nullptr;
 }
 
@@ -496,8 +495,8 @@ void SecondoAvvio(const std::string& programma, const std::string& cartella) {
     return w ? w : Box();
   });
   if (!a || a == Box()) Fallisci("Leggi Dati", a ? "message \"" + TestoBox(a) + "\"" : "no analysis window");
-  HWND area = Controllo(a, "Edit", true);
-  HWND cerca = Controllo(a, "Edit", false);
+  HWND area = Controllo(a, win32::kClasseProspetto);
+  HWND cerca = Controllo(a, "Edit");
   if (!area || !cerca) Fallisci("analysis window", "no report area or no search box");
   Fatto("Leggi Dati", "the analysis window shows \"" + PrimaRiga(Testo(area)) + "\"");
 

@@ -6,9 +6,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
-#include <QPlainTextEdit>
 #include <QProgressBar>
-#include <QTextCursor>
 #include <algorithm>
 #ifdef __GLIBC__
 #include <malloc.h>
@@ -136,80 +134,32 @@ bool DialogoFileQt::Mostra(bool salva) {
   return !nome_.empty();
 }
 
-QString TestoVisibile(const std::string& testo) {
-  // One pass into one buffer of the string's length: the widget's copy is the only one of any size.
-  const auto& unita = UnitaDeiByte();
-  QString visibile(static_cast<qsizetype>(testo.size()), Qt::Uninitialized);
-  char16_t* const inizio = reinterpret_cast<char16_t*>(visibile.data());
-  char16_t* p = inizio;
-  for (std::size_t i = 0; i < testo.size(); ++i) {
-    const auto c = static_cast<unsigned char>(testo[i]);
-    if (c == '\r') {
-      *p++ = u'\n';
-      if (i + 1 < testo.size() && testo[i + 1] == '\n') ++i;
-    } else if (c < 0x20 && c != '\n' && c != '\t') {
-      *p++ = static_cast<char16_t>(0x2400 + c);
-    } else {
-      *p++ = unita[c];
-    }
-  }
-  visibile.truncate(p - inizio);
-  return visibile;
-}
-
 void AreaTestoQt::ImpostaTesto(const std::string& testo) {
-  testo_ = testo;
-  mappa_.Imposta(testo);
-  area_->setPlainText(TestoVisibile(testo));
-  Seleziona(0, 0);
+  vista_->ImpostaTesto(testo);
 #ifdef __GLIBC__
-  // The text just replaced and the conversion's buffer are free now, but the allocator keeps such pages:
-  // without this, a window that has shown one big listing stays that big.
+  // The text just replaced is free now, but the allocator keeps such pages: without this, a window that has
+  // shown one big listing stays that big.
   malloc_trim(0);
 #endif
 }
 
-int AreaTestoQt::VersoWidget(long posizione) const {
-  return static_cast<int>(mappa_.VersoControllo(posizione));
-}
-
-long AreaTestoQt::DaWidget(int posizione) const {
-  return mappa_.DaControllo(posizione);
-}
-
 long AreaTestoQt::SelStart() const {
-  const QTextCursor c = area_->textCursor();
-  if (c.anchor() == ancora_ && c.position() == cursore_) return selInizio_;
-  return DaWidget(c.selectionStart());
+  return static_cast<long>(vista_->SelInizio());
 }
 
 long AreaTestoQt::SelLength() const {
-  const QTextCursor c = area_->textCursor();
-  if (c.anchor() == ancora_ && c.position() == cursore_) return selLunghezza_;
-  return DaWidget(c.selectionEnd()) - DaWidget(c.selectionStart());
+  return static_cast<long>(vista_->SelFine() - vista_->SelInizio());
 }
 
 void AreaTestoQt::Seleziona(long inizio, long lunghezza) {
-  const long l = static_cast<long>(testo_.size());
+  const long l = static_cast<long>(vista_->Testo().size());
   inizio = std::clamp(inizio, 0L, l);
   lunghezza = std::clamp(lunghezza, 0L, l - inizio);
-  QTextCursor c = area_->textCursor();
-  c.setPosition(VersoWidget(inizio));
-  c.setPosition(VersoWidget(inizio + lunghezza), QTextCursor::KeepAnchor);
-  area_->setTextCursor(c);
-  // A found word stands in the middle of the area, with the lines around it above and below; then the
-  // columns follow the cursor.
-  area_->centerCursor();
-  area_->ensureCursorVisible();
-  selInizio_ = inizio;
-  selLunghezza_ = lunghezza;
-  ancora_ = c.anchor();
-  cursore_ = c.position();
+  vista_->Seleziona(static_cast<std::size_t>(inizio), static_cast<std::size_t>(inizio + lunghezza));
 }
 
 std::string AreaTestoQt::SelText() const {
-  const long inizio = std::min(SelStart(), static_cast<long>(testo_.size()));
-  return testo_.substr(static_cast<std::size_t>(inizio), static_cast<std::size_t>(SelLength()));
+  return vista_->Testo().substr(vista_->SelInizio(), vista_->SelFine() - vista_->SelInizio());
 }
 
 }  // namespace gui

@@ -6,11 +6,10 @@
 #include <vector>
 
 #include "support/interfacce.h"
-#include "support/posizioni.h"
+#include "gui/vista_prospetto.h"
 
 class QLabel;
 class QLineEdit;
-class QPlainTextEdit;
 class QProgressBar;
 class QWidget;
 
@@ -84,35 +83,19 @@ class DialogoFileQt : public support::DialogoFileConImpostazioni {
 // do on the platform the program was made for, also on a case-sensitive file system.
 QStringList FiltriQt(const std::string& filtro);
 
-// The report area. The widget shows a CR LF as one line break, so it counts one character fewer per line
-// than the string; the string itself is kept here, and positions are mapped between the two. The user can
-// select but not type, so the string is always what the widget shows.
+// The report area over the report view, which holds the string: the model's positions are the string's.
 class AreaTestoQt : public support::AreaTesto {
  public:
-  explicit AreaTestoQt(QPlainTextEdit* area) : area_(area) {}
-  std::string Testo() const override { return testo_; }
+  explicit AreaTestoQt(VistaProspetto* vista) : vista_(vista) {}
+  std::string Testo() const override { return vista_->Testo(); }
   void ImpostaTesto(const std::string& testo) override;
   long SelStart() const override;
   long SelLength() const override;
   void Seleziona(long inizio, long lunghezza) override;
   std::string SelText() const override;
 
-  // String position <-> widget position.
-  int VersoWidget(long posizione) const;
-  long DaWidget(int posizione) const;
-
  private:
-  QPlainTextEdit* area_;
-  std::string testo_;
-  support::MappaPosizioni mappa_;
-  // The last selection set in string positions, and where it put the widget's cursor: as long as the
-  // cursor stays there, the string positions are given back exactly (a selection may start inside a pair).
-  long selInizio_ = 0, selLunghezza_ = 0;
-  int ancora_ = 0, cursore_ = 0;
+  VistaProspetto* vista_;
 };
-
-// The text the widget shows for a report string: CR LF, a lone CR and a lone LF each one line break, other
-// control characters their visible pictures, so that every byte but the LF of a pair is one character.
-QString TestoVisibile(const std::string& testo);
 
 }  // namespace gui

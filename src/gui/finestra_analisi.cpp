@@ -6,7 +6,6 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
-#include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
 
@@ -48,7 +47,7 @@ FinestraAnalisi::FinestraAnalisi(QWidget* genitore, support::Messaggi& messaggi,
       Text_Cerca(Crea<QLineEdit>(this, kFormaAnalisi, "Text_Cerca")),
       Pul_Prima(Crea<QPushButton>(this, kFormaAnalisi, "Pul_Prima")),
       Pul_Dopo(Crea<QPushButton>(this, kFormaAnalisi, "Pul_Dopo")),
-      Text_Out(Crea<QPlainTextEdit>(this, kFormaAnalisi, "Text_Out")),
+      Text_Out(Crea<VistaProspetto>(this, kFormaAnalisi, "Text_Out")),
       ProgressBar1(Crea<QProgressBar>(this, kFormaAnalisi, "ProgressBar1")),
       area_(Text_Out),
       cerca_(Text_Cerca),
@@ -101,11 +100,6 @@ void FinestraAnalisi::Costruisci() {
   for (QObject* o : children())
     if (auto* w = qobject_cast<QWidget*>(o); w && w != Menu) w->move(w->x(), w->y() + menuH);
   Text_Out->setFont(FontProspetti());
-  Text_Out->setTabStopDistance(Tw(support::kTabulazioneTwips));
-  Text_Out->setLineWrapMode(QPlainTextEdit::NoWrap);
-  // The user selects and copies; typing would part the widget from the report string that is saved.
-  Text_Out->setReadOnly(true);
-  Text_Out->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   ProgressBar1->setRange(0, 100);
   ProgressBar1->setValue(0);
   ProgressBar1->setTextVisible(false);

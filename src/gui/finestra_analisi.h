@@ -12,7 +12,6 @@
 class QAction;
 class QLineEdit;
 class QMenuBar;
-class QPlainTextEdit;
 class QProgressBar;
 class QPushButton;
 
@@ -48,7 +47,7 @@ class FinestraAnalisi : public QDialog {
   QLineEdit* Text_Cerca;
   QPushButton* Pul_Prima;
   QPushButton* Pul_Dopo;
-  QPlainTextEdit* Text_Out;
+  VistaProspetto* Text_Out;
   QProgressBar* ProgressBar1;
   QAction* mnu_CaricaFile;
   QAction* mnu_SalvaFile;

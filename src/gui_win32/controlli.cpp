@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "gui_win32/finestra.h"
+#include "gui_win32/prospetto.h"
 #include "support/filtro.h"
 #include "support/forma.h"
 
@@ -17,28 +18,6 @@ namespace {
 void Scatola(const std::string& testo, UINT icona) {
   HWND sopra = Proprietario();
   MessageBoxA(sopra, testo.c_str(), support::kTitoloProgramma, MB_OK | icona | (sopra ? 0u : MB_TASKMODAL));
-}
-
-// How many whole lines of the control's font its formatting rectangle holds.
-long RigheVisibili(HWND area) {
-  RECT r{};
-  SendMessageA(area, EM_GETRECT, 0, reinterpret_cast<LPARAM>(&r));
-  TEXTMETRICA tm{};
-  if (HDC dc = GetDC(area)) {
-    const HGDIOBJ prima = SelectObject(dc, reinterpret_cast<HGDIOBJ>(SendMessageA(area, WM_GETFONT, 0, 0)));
-    GetTextMetricsA(dc, &tm);
-    SelectObject(dc, prima);
-    ReleaseDC(area, dc);
-  }
-  return tm.tmHeight > 0 ? std::max(1L, (r.bottom - r.top) / tm.tmHeight) : 1;
-}
-
-// Scrolls the line that holds `posizione` to the middle of the area (as near as the text's ends allow).
-void RigaAlCentro(HWND area, long posizione) {
-  const auto riga = static_cast<long>(SendMessageA(area, EM_LINEFROMCHAR, static_cast<WPARAM>(posizione), 0));
-  const auto prima = static_cast<long>(SendMessageA(area, EM_GETFIRSTVISIBLELINE, 0, 0));
-  const long voluta = std::max(0L, riga - RigheVisibili(area) / 2);
-  if (voluta != prima) SendMessageA(area, EM_LINESCROLL, 0, static_cast<LPARAM>(voluta - prima));
 }
 
 }  // namespace
@@ -134,43 +113,33 @@ bool DialogoFileW::Mostra(bool salva) {
   return !nome_.empty();
 }
 
+std::string AreaTestoW::Testo() const {
+  return TestoProspetto(area_);
+}
+
 void AreaTestoW::ImpostaTesto(const std::string& testo) {
-  testo_ = testo;
-  if (testo.find('\0') == std::string::npos) {
-    SetWindowTextA(area_, testo.c_str());
-  } else {
-    std::string mostrato = testo;
-    std::replace(mostrato.begin(), mostrato.end(), '\0', ' ');
-    SetWindowTextA(area_, mostrato.c_str());
-  }
-  Seleziona(0, 0);
+  ImpostaProspetto(area_, testo);
 }
 
 long AreaTestoW::SelStart() const {
-  DWORD a = 0, b = 0;
-  SendMessageA(area_, EM_GETSEL, reinterpret_cast<WPARAM>(&a), reinterpret_cast<LPARAM>(&b));
-  return static_cast<long>(a);
+  return static_cast<long>(SelezioneProspetto(area_).inizio);
 }
 
 long AreaTestoW::SelLength() const {
-  DWORD a = 0, b = 0;
-  SendMessageA(area_, EM_GETSEL, reinterpret_cast<WPARAM>(&a), reinterpret_cast<LPARAM>(&b));
-  return static_cast<long>(b - a);
+  const Selezione s = SelezioneProspetto(area_);
+  return static_cast<long>(s.fine - s.inizio);
 }
 
 void AreaTestoW::Seleziona(long inizio, long lunghezza) {
-  const long l = static_cast<long>(testo_.size());
+  const long l = static_cast<long>(TestoProspetto(area_).size());
   inizio = std::clamp(inizio, 0L, l);
   lunghezza = std::clamp(lunghezza, 0L, l - inizio);
-  SendMessageA(area_, EM_SETSEL, static_cast<WPARAM>(inizio), static_cast<LPARAM>(inizio + lunghezza));
-  // The caret brings the columns into view; the found word's line then goes to the middle, not the last line.
-  SendMessageA(area_, EM_SCROLLCARET, 0, 0);
-  RigaAlCentro(area_, inizio);
+  SelezionaProspetto(area_, static_cast<std::size_t>(inizio), static_cast<std::size_t>(inizio + lunghezza));
 }
 
 std::string AreaTestoW::SelText() const {
-  const long inizio = std::min(SelStart(), static_cast<long>(testo_.size()));
-  return testo_.substr(static_cast<std::size_t>(inizio), static_cast<std::size_t>(SelLength()));
+  const Selezione s = SelezioneProspetto(area_);
+  return TestoProspetto(area_).substr(s.inizio, s.fine - s.inizio);
 }
 
 }  // namespace win32

@@ -65,12 +65,11 @@ class DialogoFileW : public support::DialogoFileConImpostazioni {
 // "Description|mask|..." as the dialog's filter: each part ends with a NUL, the list with two.
 std::string FiltroWin32(const std::string& filtro);
 
-// The report area over a multi-line EDIT control, which counts a CR LF as two characters as the report
-// string does. The string is kept here as it was given; the control shows it with each NUL as a blank.
+// The report area over the report view, which holds the string: the model's positions are the string's.
 class AreaTestoW : public support::AreaTesto {
  public:
   void Collega(HWND area) { area_ = area; }
-  std::string Testo() const override { return testo_; }
+  std::string Testo() const override;
   void ImpostaTesto(const std::string& testo) override;
   long SelStart() const override;
   long SelLength() const override;
@@ -79,7 +78,6 @@ class AreaTestoW : public support::AreaTesto {
 
  private:
   HWND area_ = nullptr;
-  std::string testo_;
 };
 
 }  // namespace win32

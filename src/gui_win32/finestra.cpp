@@ -5,6 +5,8 @@
 #include <cstring>
 #include <utility>
 
+#include "gui_win32/prospetto.h"
+
 namespace win32 {
 namespace {
 
@@ -30,6 +32,7 @@ void Registra(WNDPROC procedura) {
     c.hCursor = LoadCursorA(nullptr, MAKEINTRESOURCEA(32512));            // IDC_ARROW
     c.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
     c.lpszClassName = kClasse;
+    RegistraProspetto();
     return RegisterClassExA(&c) != 0;
   }();
   (void)fatto;
@@ -60,23 +63,13 @@ Classe ClasseDi(support::TipoControllo t) {
     case TipoControllo::RigaCartella:
       return {"EDIT", ES_AUTOHSCROLL | ES_READONLY, WS_EX_CLIENTEDGE};
     case TipoControllo::Area:
-      // ES_NOHIDESEL: a found word stays selected while the focus is on the search row.
-      return {"EDIT",
-              ES_MULTILINE | ES_READONLY | ES_AUTOHSCROLL | ES_AUTOVSCROLL | ES_NOHIDESEL | WS_HSCROLL | WS_VSCROLL,
-              WS_EX_CLIENTEDGE};
+      return {kClasseProspetto, WS_HSCROLL | WS_VSCROLL, WS_EX_CLIENTEDGE};
     case TipoControllo::ListaDrive:
       return {"COMBOBOX", CBS_DROPDOWNLIST | WS_VSCROLL, 0};
     case TipoControllo::ListaCartelle:
       return {WC_TREEVIEWA, TVS_HASLINES | TVS_SHOWSELALWAYS | TVS_DISABLEDRAGDROP, WS_EX_CLIENTEDGE};
   }
   return {"STATIC", 0, 0};
-}
-
-// The report area takes neither Tab, Enter nor Escape, which move the focus, press nothing and close
-// nothing as elsewhere in the window; and tabbing into it leaves its selection where the search put it.
-LRESULT CALLBACK AreaTastiera(HWND h, UINT m, WPARAM w, LPARAM l, UINT_PTR, DWORD_PTR) {
-  if (m == WM_GETDLGCODE) return DefSubclassProc(h, m, w, l) & ~(DLGC_WANTALLKEYS | DLGC_HASSETSEL);
-  return DefSubclassProc(h, m, w, l);
 }
 
 // The modal windows open now, innermost last, above the main window: the owner of a message box or of the
@@ -146,17 +139,6 @@ void Finestra::Crea(const support::Forma& forma, HWND proprietario, DWORD stile,
     if (c.tipo == support::TipoControllo::Area) {
       fontArea_ = FontProspetti();
       SendMessageA(w, WM_SETFONT, reinterpret_cast<WPARAM>(fontArea_), FALSE);
-      SendMessageA(w, EM_SETLIMITTEXT, 0x7FFFFFFE, 0);
-      // Tab stops every half inch, in the dialog units of the control's own font.
-      HDC dc = GetDC(w);
-      HGDIOBJ prima = SelectObject(dc, fontArea_);
-      TEXTMETRICA tm{};
-      GetTextMetricsA(dc, &tm);
-      SelectObject(dc, prima);
-      ReleaseDC(w, dc);
-      int tab = MulDiv(Px(support::kTabulazioneTwips), 4, tm.tmAveCharWidth > 0 ? tm.tmAveCharWidth : 8);
-      SendMessageA(w, EM_SETTABSTOPS, 1, reinterpret_cast<LPARAM>(&tab));
-      SetWindowSubclass(w, &AreaTastiera, 0, 0);
     } else {
       SendMessageA(w, WM_SETFONT, reinterpret_cast<WPARAM>(FontDialogo()), FALSE);
     }
@@ -288,11 +270,6 @@ LRESULT Finestra::Messaggio(UINT m, WPARAM w, LPARAM l) {
     }
     case WM_CTLCOLORSTATIC:
     case WM_CTLCOLOREDIT:
-      if (const auto* c = Descrizione(reinterpret_cast<HWND>(l)); c && c->tipo == support::TipoControllo::Area) {
-        // The report area is read-only but shows as a page, as a text box does.
-        SetBkColor(reinterpret_cast<HDC>(w), GetSysColor(COLOR_WINDOW));
-        return reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_WINDOW));
-      }
       if (Verde(reinterpret_cast<HWND>(l))) {
         HDC dc = reinterpret_cast<HDC>(w);
         SetTextColor(dc, Rgb(support::kVerdeChiaro));

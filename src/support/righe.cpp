@@ -52,6 +52,33 @@ std::size_t PosizioneDaX(const std::string& testo, std::size_t inizio, std::size
   return std::min(fine, testo.size());
 }
 
+void CorseDi(const std::string& testo, std::size_t inizio, std::size_t fine, int larghezza_car, int tab, int da,
+             int larghezza, std::size_t sel0, std::size_t sel1, const std::function<void(const Corsa&)>& disegna) {
+  Corsa c{0, 0, inizio, inizio, false};
+  const auto scarica = [&] {
+    if (c.x1 > c.x0) disegna(c);
+  };
+  int x = 0;
+  for (std::size_t i = inizio; i < fine && i < testo.size(); ++i) {
+    const int dopo = Avanza(testo[i], x, larghezza_car, tab);
+    if (dopo <= da) {
+      x = dopo;
+      c = {x, x, i + 1, i + 1, false};
+      continue;
+    }
+    if (x >= da + larghezza) break;
+    const bool sel = i >= sel0 && i < sel1, tabulazione = testo[i] == '\t';
+    if (sel != c.selezionata || tabulazione || (c.fine == c.inizio && c.x1 > c.x0)) {
+      scarica();
+      c = {x, x, i, i, sel};
+    }
+    c.x1 = dopo;
+    if (!tabulazione) c.fine = i + 1;
+    x = dopo;
+  }
+  scarica();
+}
+
 std::size_t PrimaRigaAlCentro(std::size_t riga, std::size_t visibili, std::size_t totale) {
   const std::size_t prima = riga > visibili / 2 ? riga - visibili / 2 : 0;
   const std::size_t ultima_prima = totale > visibili ? totale - visibili : 0;

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -35,6 +36,18 @@ int XDi(const std::string& testo, std::size_t inizio, std::size_t posizione, int
 // after it.
 std::size_t PosizioneDaX(const std::string& testo, std::size_t inizio, std::size_t fine, int x, int larghezza,
                          int tab);
+// A piece of a line as a view draws it: the bytes [inizio, fine) of the string from x0 to x1, all selected or
+// none. A tab is a piece of its own with no bytes, a blank up to its stop.
+struct Corsa {
+  int x0, x1;
+  std::size_t inizio, fine;
+  bool selezionata;
+};
+// The pieces of the line [inizio, fine) that fall between x = `da` and `da + larghezza`, left to right, the
+// selection being [sel0, sel1).
+void CorseDi(const std::string& testo, std::size_t inizio, std::size_t fine, int larghezza_car, int tab, int da,
+             int larghezza, std::size_t sel0, std::size_t sel1, const std::function<void(const Corsa&)>& disegna);
+
 // The first line to show so that `riga` stands in the middle of `visibili` lines, none shown past the last.
 std::size_t PrimaRigaAlCentro(std::size_t riga, std::size_t visibili, std::size_t totale);
 

@@ -49,6 +49,41 @@ TEST(RigheTesto, ColonneETabulazioni) {
   EXPECT_EQ(support::PosizioneDaX(riga, 0, riga.size(), 9999, 7, 48), riga.size());
 }
 
+// The pieces a view draws: one per selection state, a tab alone, and only what falls in the window.
+TEST(RigheTesto, CorseDaDisegnare) {
+  struct Caso {
+    const char* nome;
+    int da, larghezza;
+    std::size_t sel0, sel1;
+    std::vector<support::Corsa> attese;
+  };
+  const std::string riga = "xab\tcd\r\n";  // the line is [1, 6)
+  const Caso casi[] = {
+      {"no selection", 0, 999, 0, 0, {{0, 14, 1, 3, false}, {14, 48, 3, 3, false}, {48, 62, 4, 6, false}}},
+      {"selection across the tab",
+       0,
+       999,
+       2,
+       5,
+       {{0, 7, 1, 2, false}, {7, 14, 2, 3, true}, {14, 48, 3, 3, true}, {48, 55, 4, 5, true}, {55, 62, 5, 6, false}}},
+      {"scrolled and narrow", 10, 40, 0, 0, {{7, 14, 2, 3, false}, {14, 48, 3, 3, false}, {48, 55, 4, 5, false}}},
+      {"past the end", 100, 40, 0, 0, {}},
+  };
+  for (const Caso& c : casi) {
+    std::vector<support::Corsa> corse;
+    support::CorseDi(riga, 1, 6, 7, 48, c.da, c.larghezza, c.sel0, c.sel1,
+                     [&](const support::Corsa& k) { corse.push_back(k); });
+    ASSERT_EQ(corse.size(), c.attese.size()) << c.nome;
+    for (std::size_t k = 0; k < corse.size(); ++k) {
+      const support::Corsa &a = corse[k], &e = c.attese[k];
+      EXPECT_TRUE(a.x0 == e.x0 && a.x1 == e.x1 && a.inizio == e.inizio && a.fine == e.fine &&
+                  a.selezionata == e.selezionata)
+          << c.nome << " piece " << k << ": " << a.x0 << '-' << a.x1 << " [" << a.inizio << ',' << a.fine << ") "
+          << a.selezionata;
+    }
+  }
+}
+
 TEST(RigheTesto, RigaAlCentro) {
   // line, visible, total -> first line shown
   const std::size_t casi[][4] = {{0, 10, 100, 0}, {4, 10, 100, 0}, {50, 10, 100, 45}, {99, 10, 100, 90},
