@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <string_view>
 #include <vector>
 
 #include "analysis/testo.h"
@@ -29,16 +30,16 @@ const char* Descrizione(formats::GuastoElenco g) {
   return "";
 }
 
-// Pieces between backslashes; an empty text has none at all, so the first entry of a list (whose
-// predecessor is "") always counts as having nothing to compare with.
-std::vector<std::string> Dividi(const std::string& s) {
-  std::vector<std::string> parti;
-  if (s.empty()) return parti;
+// Pieces between backslashes, as views into `s`; an empty text has none at all, so the first entry of a list
+// (whose predecessor is "") always counts as having nothing to compare with.
+void Dividi(std::string_view s, std::vector<std::string_view>& parti) {
+  parti.clear();
+  if (s.empty()) return;
   std::size_t da = 0;
   for (;;) {
     const std::size_t a = s.find('\\', da);
-    parti.push_back(s.substr(da, a == std::string::npos ? std::string::npos : a - da));
-    if (a == std::string::npos) return parti;
+    parti.push_back(s.substr(da, a == std::string_view::npos ? std::string_view::npos : a - da));
+    if (a == std::string_view::npos) return;
     da = a + 1;
   }
 }
@@ -64,28 +65,43 @@ std::string TestoElencoFile(const formats::ElencoFile& elenco, const std::string
   AggiungiRiga(testo, titolo + " (Files = " + std::to_string(elenco.NumeroFile) + ") ");
   AggiungiRiga(testo, elenco.CartellaBase);
   const std::size_t n = VociUsabili(elenco);
-  std::vector<std::string> precedenti;
+  // A listing can hold hundreds of thousands of lines: the text grows once, and each line reuses the same
+  // buffers.
+  std::size_t stima = testo.size();
+  for (std::size_t i = 0; i < n; ++i) stima += elenco.NomiFile[i].size() + 48;
+  testo.reserve(stima);
+  std::vector<std::string_view> parti, precedenti;
+  std::string voce, riga;
   for (std::size_t i = 0; i < n; ++i) {
     support::AggiornaProgresso(barra, static_cast<double>(n), static_cast<double>(i + 1));
     const std::string& nome = elenco.NomiFile[i];
-    std::vector<std::string> parti = Dividi(nome);
-    std::string voce;
+    Dividi(nome, parti);
     if (precedenti.size() < 2) {
       voce = nome;
     } else {
       // Only the leading run of equal folders is blanked: a folder that comes back after a different one is
       // printed again. Each blanked level keeps the width of its backslash and name in the line above.
+      voce.clear();
       std::size_t k = 1;
       while (k < parti.size() && k < precedenti.size() && host::UgualiSenzaCaso(parti[k], precedenti[k])) {
         voce.append(1 + parti[k].size(), ' ');
         ++k;
       }
-      for (; k < parti.size(); ++k) voce += "\\" + parti[k];
+      for (; k < parti.size(); ++k) {
+        voce += '\\';
+        voce += parti[k];
+      }
     }
     const std::int32_t dimensione = elenco.DimensioniFile[i];
-    AggiungiRiga(testo, "\t" + voce + " (" + support::FormattaDimensione(dimensione, separatoreDecimale) +
-                            ")" + " (" + std::to_string(dimensione) + " bytes) ");
-    precedenti = std::move(parti);
+    riga.assign(1, '\t');
+    riga += voce;
+    riga += " (";
+    riga += support::FormattaDimensione(dimensione, separatoreDecimale);
+    riga += ") (";
+    riga += std::to_string(dimensione);
+    riga += " bytes) ";
+    AggiungiRiga(testo, riga);
+    std::swap(parti, precedenti);
   }
   return testo;
 }
