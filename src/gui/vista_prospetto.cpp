@@ -18,10 +18,6 @@ namespace {
 // The room between the frame and the text.
 constexpr int kMargine = 3;
 
-bool Blank(char c) {
-  return c == ' ' || c == '\t' || c == '\r' || c == '\n' || c == '\0';
-}
-
 // A byte as the area draws it: its Windows-1252 character, a control character as its visible picture.
 char16_t Carattere(char c) {
   const auto b = static_cast<unsigned char>(c);
@@ -177,11 +173,7 @@ void VistaProspetto::mouseReleaseEvent(QMouseEvent* evento) {
 }
 
 void VistaProspetto::mouseDoubleClickEvent(QMouseEvent* evento) {
-  // A word: the run of characters around the click up to a blank, a file name in a listing.
-  const std::size_t p = PosizioneDa(evento->position().toPoint()), riga = righe_.RigaDi(p);
-  std::size_t a = p, b = p;
-  while (a > righe_.Inizio(riga) && !Blank(testo_[a - 1])) --a;
-  while (b < righe_.Fine(riga) && !Blank(testo_[b])) ++b;
+  const auto [a, b] = support::ParolaIntorno(testo_, righe_, PosizioneDa(evento->position().toPoint()));
   Imposta(a, b);
 }
 
@@ -189,31 +181,20 @@ void VistaProspetto::keyPressEvent(QKeyEvent* evento) {
   if (evento->matches(QKeySequence::Copy)) return Copia();
   if (evento->matches(QKeySequence::SelectAll)) return Imposta(0, testo_.size());
   const bool ctrl = evento->modifiers() & Qt::ControlModifier;
-  std::size_t p = cursore_;
-  const std::size_t riga = righe_.RigaDi(p);
-  // The same column some lines up or down.
-  const auto verticale = [&](long righe) {
-    const long voluta = std::clamp(static_cast<long>(riga) + righe, 0L, static_cast<long>(righe_.Quante()) - 1);
-    const auto r = static_cast<std::size_t>(voluta);
-    return support::PosizioneDaX(testo_, righe_.Inizio(r), righe_.Fine(r), XDi(riga, p), cw_, tab_);
-  };
-  const long pagina = std::max(1L, static_cast<long>(Visibili()) - 1);
+  using support::Movimento;
+  Movimento m{};
   switch (evento->key()) {
-    // A CR LF is crossed in one step, as the user sees one line break.
-    case Qt::Key_Left:
-      if (p > 0) p -= p >= 2 && testo_.compare(p - 2, 2, "\r\n") == 0 ? 2 : 1;
-      break;
-    case Qt::Key_Right:
-      if (p < testo_.size()) p += testo_.compare(p, 2, "\r\n") == 0 ? 2 : 1;
-      break;
-    case Qt::Key_Up: p = verticale(-1); break;
-    case Qt::Key_Down: p = verticale(1); break;
-    case Qt::Key_PageUp: p = verticale(-pagina); break;
-    case Qt::Key_PageDown: p = verticale(pagina); break;
-    case Qt::Key_Home: p = ctrl ? 0 : righe_.Inizio(riga); break;
-    case Qt::Key_End: p = ctrl ? testo_.size() : righe_.Fine(riga); break;
+    case Qt::Key_Left: m = Movimento::Sinistra; break;
+    case Qt::Key_Right: m = Movimento::Destra; break;
+    case Qt::Key_Up: m = Movimento::Su; break;
+    case Qt::Key_Down: m = Movimento::Giu; break;
+    case Qt::Key_PageUp: m = Movimento::PaginaSu; break;
+    case Qt::Key_PageDown: m = Movimento::PaginaGiu; break;
+    case Qt::Key_Home: m = ctrl ? Movimento::InizioTesto : Movimento::InizioRiga; break;
+    case Qt::Key_End: m = ctrl ? Movimento::FineTesto : Movimento::FineRiga; break;
     default: return QAbstractScrollArea::keyPressEvent(evento);
   }
+  const std::size_t p = support::Muovi(testo_, righe_, cursore_, m, Visibili() - 1, cw_, tab_);
   Imposta((evento->modifiers() & Qt::ShiftModifier) ? ancora_ : p, p);
   MostraCursore();
 }

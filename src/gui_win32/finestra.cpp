@@ -249,7 +249,10 @@ LRESULT Finestra::Messaggio(UINT m, WPARAM w, LPARAM l) {
     case WM_NOTIFY:
       if (reinterpret_cast<const NMHDR*>(l)->code == TTN_GETDISPINFOA) {
         auto* d = reinterpret_cast<NMTTDISPINFOA*>(l);
-        testoSuggerimento_ = (d->uFlags & TTF_IDISHWND) ? Suggerimento(reinterpret_cast<HWND>(d->hdr.idFrom)) : "";
+        const auto controllo = reinterpret_cast<HWND>(d->hdr.idFrom);
+        testoSuggerimento_ = (d->uFlags & TTF_IDISHWND) ? Suggerimento(controllo) : "";
+        // A folder shown whole needs no tooltip: an empty text shows none.
+        if (Accorciato(controllo, testoSuggerimento_) == testoSuggerimento_) testoSuggerimento_.clear();
         d->lpszText = testoSuggerimento_.data();
         return 0;
       }

@@ -151,10 +151,6 @@ std::size_t PosizioneDa(const Vista& v, int x, int y) {
   return support::PosizioneDaX(v.testo, v.righe.Inizio(riga), v.righe.Fine(riga), x - kMargine + v.x, v.cw, v.tab);
 }
 
-bool Blank(char c) {
-  return c == ' ' || c == '\t' || c == '\r' || c == '\n' || c == '\0';
-}
-
 // One line, piece by piece: a tab or a control character is a blank of its width.
 void DisegnaRiga(const Vista& v, HDC dc, std::size_t riga, int y, int larghezza, Selezione s) {
   std::string corsa;
@@ -220,24 +216,6 @@ void Scorri(Vista& v, int barra, int codice) {
     ScorriA(v, v.prima, static_cast<int>(std::min<long>(pos, XMassimo(v))));
 }
 
-// The position one step from `pos`: a CR LF is crossed in one step, as the user sees one line break.
-std::size_t Passo(const Vista& v, std::size_t pos, bool avanti) {
-  if (avanti) {
-    if (pos >= v.testo.size()) return pos;
-    return pos + (v.testo.compare(pos, 2, "\r\n") == 0 ? 2 : 1);
-  }
-  if (pos == 0) return 0;
-  return pos - (pos >= 2 && v.testo.compare(pos - 2, 2, "\r\n") == 0 ? 2 : 1);
-}
-
-// The same column `righe` lines up or down.
-std::size_t Verticale(const Vista& v, std::size_t pos, long righe) {
-  const std::size_t riga = v.righe.RigaDi(pos);
-  const long voluta = std::clamp(static_cast<long>(riga) + righe, 0L, static_cast<long>(v.righe.Quante()) - 1);
-  const auto r = static_cast<std::size_t>(voluta);
-  return support::PosizioneDaX(v.testo, v.righe.Inizio(r), v.righe.Fine(r), XDi(v, riga, pos), v.cw, v.tab);
-}
-
 void Copia(const Vista& v) {
   const Selezione s = Sel(v);
   if (s.fine > s.inizio) AppuntiW().ImpostaTesto(v.testo.substr(s.inizio, s.fine - s.inizio));
@@ -245,18 +223,17 @@ void Copia(const Vista& v) {
 
 bool Tasto(Vista& v, WPARAM tasto) {
   const bool ctrl = GetKeyState(VK_CONTROL) < 0, maiusc = GetKeyState(VK_SHIFT) < 0;
-  std::size_t p = v.cursore;
-  const std::size_t riga = v.righe.RigaDi(p);
-  const long pagina = std::max(1L, static_cast<long>(Visibili(v)) - 1);
+  using support::Movimento;
+  Movimento m{};
   switch (tasto) {
-    case VK_LEFT: p = Passo(v, p, false); break;
-    case VK_RIGHT: p = Passo(v, p, true); break;
-    case VK_UP: p = Verticale(v, p, -1); break;
-    case VK_DOWN: p = Verticale(v, p, 1); break;
-    case VK_PRIOR: p = Verticale(v, p, -pagina); break;
-    case VK_NEXT: p = Verticale(v, p, pagina); break;
-    case VK_HOME: p = ctrl ? 0 : v.righe.Inizio(riga); break;
-    case VK_END: p = ctrl ? v.testo.size() : v.righe.Fine(riga); break;
+    case VK_LEFT: m = Movimento::Sinistra; break;
+    case VK_RIGHT: m = Movimento::Destra; break;
+    case VK_UP: m = Movimento::Su; break;
+    case VK_DOWN: m = Movimento::Giu; break;
+    case VK_PRIOR: m = Movimento::PaginaSu; break;
+    case VK_NEXT: m = Movimento::PaginaGiu; break;
+    case VK_HOME: m = ctrl ? Movimento::InizioTesto : Movimento::InizioRiga; break;
+    case VK_END: m = ctrl ? Movimento::FineTesto : Movimento::FineRiga; break;
     case 'A':
       if (!ctrl) return false;
       Seleziona(v, 0, v.testo.size());
@@ -268,6 +245,7 @@ bool Tasto(Vista& v, WPARAM tasto) {
       return true;
     default: return false;
   }
+  const std::size_t p = support::Muovi(v.testo, v.righe, v.cursore, m, Visibili(v) - 1, v.cw, v.tab);
   Seleziona(v, maiusc ? v.ancora : p, p);
   MostraCursore(v);
   return true;
@@ -370,12 +348,7 @@ LRESULT CALLBACK Procedura(HWND h, UINT m, WPARAM w, LPARAM l) {
       }
       return 0;
     case WM_LBUTTONDBLCLK: {
-      // A word: the run of characters around the click up to a blank, a file name in a listing.
-      const std::size_t p = PosizioneDa(*v, GET_X_LPARAM(l), GET_Y_LPARAM(l));
-      const std::size_t riga = v->righe.RigaDi(p);
-      std::size_t a = p, b = p;
-      while (a > v->righe.Inizio(riga) && !Blank(v->testo[a - 1])) --a;
-      while (b < v->righe.Fine(riga) && !Blank(v->testo[b])) ++b;
+      const auto [a, b] = support::ParolaIntorno(v->testo, v->righe, PosizioneDa(*v, GET_X_LPARAM(l), GET_Y_LPARAM(l)));
       Seleziona(*v, a, b);
       return 0;
     }

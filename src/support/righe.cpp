@@ -52,6 +52,46 @@ std::size_t PosizioneDaX(const std::string& testo, std::size_t inizio, std::size
   return std::min(fine, testo.size());
 }
 
+std::size_t Muovi(const std::string& testo, const RigheTesto& righe, std::size_t pos, Movimento m, std::size_t pagina,
+                  int larghezza, int tab) {
+  pos = std::min(pos, testo.size());
+  const std::size_t riga = righe.RigaDi(pos);
+  const auto verticale = [&](long quante) {
+    const long voluta = std::clamp(static_cast<long>(riga) + quante, 0L, static_cast<long>(righe.Quante()) - 1);
+    const auto r = static_cast<std::size_t>(voluta);
+    return PosizioneDaX(testo, righe.Inizio(r), righe.Fine(r), XDi(testo, righe.Inizio(riga), pos, larghezza, tab),
+                        larghezza, tab);
+  };
+  const long p = static_cast<long>(std::max<std::size_t>(pagina, 1));
+  switch (m) {
+    case Movimento::Sinistra:
+      if (pos == 0) return 0;
+      return pos - (pos >= 2 && testo.compare(pos - 2, 2, "\r\n") == 0 ? 2 : 1);
+    case Movimento::Destra:
+      if (pos >= testo.size()) return pos;
+      return pos + (testo.compare(pos, 2, "\r\n") == 0 ? 2 : 1);
+    case Movimento::Su: return verticale(-1);
+    case Movimento::Giu: return verticale(1);
+    case Movimento::PaginaSu: return verticale(-p);
+    case Movimento::PaginaGiu: return verticale(p);
+    case Movimento::InizioRiga: return righe.Inizio(riga);
+    case Movimento::FineRiga: return righe.Fine(riga);
+    case Movimento::InizioTesto: return 0;
+    case Movimento::FineTesto: return testo.size();
+  }
+  return pos;
+}
+
+Intervallo ParolaIntorno(const std::string& testo, const RigheTesto& righe, std::size_t pos) {
+  const auto blank = [](char c) { return c == ' ' || c == '\t' || c == '\0'; };
+  pos = std::min(pos, testo.size());
+  const std::size_t riga = righe.RigaDi(pos);
+  std::size_t a = pos, b = pos;
+  while (a > righe.Inizio(riga) && !blank(testo[a - 1])) --a;
+  while (b < righe.Fine(riga) && !blank(testo[b])) ++b;
+  return {a, b};
+}
+
 void CorseDi(const std::string& testo, std::size_t inizio, std::size_t fine, int larghezza_car, int tab, int da,
              int larghezza, std::size_t sel0, std::size_t sel1, const std::function<void(const Corsa&)>& disegna) {
   Corsa c{0, 0, inizio, inizio, false};

@@ -36,6 +36,18 @@ int XDi(const std::string& testo, std::size_t inizio, std::size_t posizione, int
 // after it.
 std::size_t PosizioneDaX(const std::string& testo, std::size_t inizio, std::size_t fine, int x, int larghezza,
                          int tab);
+// Where the caret goes from `pos` at a key: a CR LF is crossed in one step, as the user sees one line break;
+// up and down keep the column (in pixels of a fixed-pitch font), a page being `pagina` lines.
+enum class Movimento { Sinistra, Destra, Su, Giu, PaginaSu, PaginaGiu, InizioRiga, FineRiga, InizioTesto, FineTesto };
+std::size_t Muovi(const std::string& testo, const RigheTesto& righe, std::size_t pos, Movimento m, std::size_t pagina,
+                  int larghezza, int tab);
+// The word around `pos`, as a double click selects it: the run of characters up to a blank on its line, a
+// file name in a listing.
+struct Intervallo {
+  std::size_t inizio, fine;
+};
+Intervallo ParolaIntorno(const std::string& testo, const RigheTesto& righe, std::size_t pos);
+
 // A piece of a line as a view draws it: the bytes [inizio, fine) of the string from x0 to x1, all selected or
 // none. A tab is a piece of its own with no bytes, a blank up to its stop.
 struct Corsa {

@@ -214,7 +214,7 @@ std::string Suggerimento(const win32::Finestra& f, HWND controllo) {
 }
 
 // Nothing cut off: the caption fits the title bar beside its buttons; a long folder loses its middle on
-// screen, never in what the operations read, and shows whole as a tooltip.
+// screen, never in what the operations read, and shows whole as a tooltip; a short one has none.
 TEST(FinestreWin32, NienteTagliato) {
   Banco banco;
   win32::FinestraPrincipale w(banco.Servizi());
@@ -242,6 +242,9 @@ TEST(FinestreWin32, NienteTagliato) {
   EXPECT_TRUE(etichetta.starts_with("C:\\") && etichetta.ends_with("\\Trle") && etichetta.find("...") != std::string::npos)
       << etichetta;
   EXPECT_EQ(Suggerimento(w, w.Controllo("Label_NomeTrle")), lunga);
+  // A folder shown whole has no tooltip to repeat it.
+  w.Modello().Label_NomeTrle.ImpostaTesto("C:\\Trle");
+  EXPECT_EQ(Suggerimento(w, w.Controllo("Label_NomeTrle")), "");
   // The window's tooltip holds the two folder labels, each asking for its text when it shows.
   HWND tooltip = FindWindowExA(nullptr, nullptr, TOOLTIPS_CLASSA, nullptr);
   while (tooltip && GetWindow(tooltip, GW_OWNER) != w.Hwnd()) tooltip = FindWindowExA(nullptr, tooltip, TOOLTIPS_CLASSA, nullptr);
@@ -466,6 +469,38 @@ TEST(FinestreWin32, RicercaCopiaSalvaCarica) {
   EXPECT_TRUE(banco.messaggi.tutti.empty());
   EXPECT_EQ(win32::FiltroWin32("File Info_Ordl.bin|info_ordl.bin|Testi|*.txt; *.log"),
             std::string("File Info_Ordl.bin\0info_ordl.bin\0Testi\0*.txt;*.log\0\0", 52));
+}
+
+// The report view under the mouse and the keys: a click lands on the character drawn there, a shift click
+// extends to one, End with Shift held to its line's end, and a copy holds the string's bytes.
+TEST(FinestreWin32, AreaMouseETasti) {
+  Banco banco;
+  formats::InfoHeader header;
+  win32::FinestraAnalisi f(nullptr, banco.messaggi, banco.file, banco.appunti, header);
+  const HWND area = f.Controllo("Text_Out");
+  f.Area().ImpostaTesto("uno\tdue\r\ntre\r\nquattro");
+  const auto clic = [&](WPARAM pos, WPARAM tasti) {
+    const auto p = static_cast<DWORD>(SendMessageA(area, EM_POSFROMCHAR, pos, 0));
+    const LPARAM l = MAKELPARAM(LOWORD(p) + 1, HIWORD(p) + 2);
+    SendMessageA(area, WM_LBUTTONDOWN, MK_LBUTTON | tasti, l);
+    SendMessageA(area, WM_LBUTTONUP, tasti, l);
+  };
+  clic(4, 0);
+  clic(17, MK_SHIFT);
+  EXPECT_EQ(f.Area().SelText(), "due\r\ntre\r\nqua");
+  SendMessageA(area, WM_COPY, 0, 0);
+  ASSERT_TRUE(OpenClipboard(nullptr));
+  const char* appunti = static_cast<const char*>(GetClipboardData(CF_TEXT));
+  EXPECT_EQ(std::string(appunti ? appunti : ""), "due\r\ntre\r\nqua");
+  CloseClipboard();
+  BYTE tasti[256] = {};
+  GetKeyboardState(tasti);
+  tasti[VK_SHIFT] = 0x80;
+  SetKeyboardState(tasti);
+  SendMessageA(area, WM_KEYDOWN, VK_END, 1);
+  tasti[VK_SHIFT] = 0;
+  SetKeyboardState(tasti);
+  EXPECT_EQ(f.Area().SelText(), "due\r\ntre\r\nquattro");
 }
 
 // A found word's line stands in the middle of the area, not on its last line.

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 namespace {
 
 // Every position of each string maps to the line a view draws it on, and each line's text ends before its
@@ -47,6 +49,59 @@ TEST(RigheTesto, ColonneETabulazioni) {
   EXPECT_EQ(support::PosizioneDaX(riga, 0, riga.size(), 32, 7, 48), 3u);
   EXPECT_EQ(support::PosizioneDaX(riga, 0, riga.size(), -5, 7, 48), 0u);
   EXPECT_EQ(support::PosizioneDaX(riga, 0, riga.size(), 9999, 7, 48), riga.size());
+}
+
+// The keys of the report views: from a position, each movement lands where the user expects on the screen.
+TEST(RigheTesto, MovimentiDelCursore) {
+  using M = support::Movimento;
+  struct Caso {
+    const char* nome;
+    std::string testo;
+    std::size_t da;
+    M m;
+    std::size_t atteso;
+  };
+  const Caso casi[] = {
+      {"right crosses a CR LF at once", "ab\r\ncd", 2, M::Destra, 4},
+      {"left crosses a CR LF at once", "ab\r\ncd", 4, M::Sinistra, 2},
+      {"right across a lone LF", "ab\ncd", 2, M::Destra, 3},
+      {"left at the start", "ab", 0, M::Sinistra, 0},
+      {"right at the end", "ab", 2, M::Destra, 2},
+      {"down keeps the column", "abc\r\ndef", 1, M::Giu, 6},
+      {"a lone CR is a line break", "ab\rcd", 1, M::Giu, 4},
+      {"down from the last line", "ab\ncd", 4, M::Giu, 4},
+      {"up to a shorter line", "a\r\nbcd", 6, M::Su, 1},
+      {"down from after a tab keeps the pixels", "\tx\r\nabcdefghij", 1, M::Giu, 11},
+      {"a page down", "l0\nl1\nl2\nl3\nl4", 0, M::PaginaGiu, 9},
+      {"a page up past the start", "l0\nl1\nl2", 7, M::PaginaSu, 1},
+      {"start of the line", "abc\r\ndef", 6, M::InizioRiga, 5},
+      {"end of the line", "abc\r\ndef", 0, M::FineRiga, 3},
+      {"start of the text", "abc\r\ndef", 6, M::InizioTesto, 0},
+      {"end of the text", "abc\r\ndef", 1, M::FineTesto, 8},
+  };
+  for (const Caso& c : casi) {
+    support::RigheTesto r;
+    r.Imposta(c.testo);
+    EXPECT_EQ(support::Muovi(c.testo, r, c.da, c.m, 3, 7, 48), c.atteso) << c.nome;
+  }
+}
+
+TEST(RigheTesto, ParolaDelDoppioClic) {
+  // text, click, word
+  const std::tuple<std::string, std::size_t, std::size_t, std::size_t> casi[] = {
+      {"\tC:\\a\\tomb4.exe (2 Kb)\r\nx", 8, 1, 15},
+      {"a b", 1, 0, 1},
+      {"ab\r\ncd", 2, 0, 2},
+      {"ab\r\ncd", 4, 4, 6},
+      {"", 0, 0, 0},
+  };
+  for (const auto& [testo, clic, a, b] : casi) {
+    support::RigheTesto r;
+    r.Imposta(testo);
+    const support::Intervallo p = support::ParolaIntorno(testo, r, clic);
+    EXPECT_EQ(p.inizio, a) << testo << " at " << clic;
+    EXPECT_EQ(p.fine, b) << testo << " at " << clic;
+  }
 }
 
 // The pieces a view draws: one per selection state, a tab alone, and only what falls in the window.
