@@ -153,7 +153,8 @@ bool LeggiVersioneOs(VersioneOs* versione) {
     *versione = trovato->versione;
   else if (!VersioneDelRegistro(versione))
     *versione = {6, 1, 7601, 2, "Service Pack 1"};
-  // A program whose manifest names no newer system, as this one, is told Windows 8 at most.
+  // As a program whose manifest names no system newer than Windows 8 is told. checkordl.exe's manifest names
+  // Windows 10, which then answers 10.0; the code recorded from either is 6, NT.
   if (versione->dwMajorVersion > 6 || (versione->dwMajorVersion == 6 && versione->dwMinorVersion > 2))
     *versione = {6, 2, 9200, 2, versione->szCSDVersion};
   return true;
