@@ -1,7 +1,5 @@
 #include "gui/vista_prospetto.h"
 
-#include <QApplication>
-#include <QClipboard>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -9,6 +7,7 @@
 #include <algorithm>
 #include <climits>
 
+#include "gui/controlli_qt.h"
 #include "gui/testo_qt.h"
 #include "support/forma.h"
 
@@ -39,8 +38,7 @@ void VistaProspetto::Metriche() {
   ch_ = std::max(1, m.lineSpacing());
   ascesa_ = m.ascent();
   tab_ = std::max(1, Tw(support::kTabulazioneTwips));
-  larghezzaTesto_ = 0;
-  for (std::size_t r = 0; r < righe_.Quante(); ++r) larghezzaTesto_ = std::max(larghezzaTesto_, XDi(r, righe_.Fine(r)));
+  larghezzaTesto_ = support::LarghezzaMassima(testo_, righe_, cw_, tab_);
   AggiornaBarre();
 }
 
@@ -67,7 +65,8 @@ void VistaProspetto::ImpostaTesto(const std::string& testo) {
   testo_ = testo;
   righe_.Imposta(testo_);
   ancora_ = cursore_ = 0;
-  Metriche();
+  larghezzaTesto_ = support::LarghezzaMassima(testo_, righe_, cw_, tab_);
+  AggiornaBarre();
   verticalScrollBar()->setValue(0);
   horizontalScrollBar()->setValue(0);
   viewport()->update();
@@ -114,8 +113,7 @@ void VistaProspetto::Seleziona(std::size_t inizio, std::size_t fine) {
 }
 
 void VistaProspetto::Copia() const {
-  if (SelFine() > SelInizio())
-    QApplication::clipboard()->setText(DaByte(testo_.substr(SelInizio(), SelFine() - SelInizio())));
+  if (SelFine() > SelInizio()) AppuntiQt().ImpostaTesto(testo_.substr(SelInizio(), SelFine() - SelInizio()));
 }
 
 void VistaProspetto::paintEvent(QPaintEvent*) {

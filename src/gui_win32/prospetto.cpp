@@ -68,8 +68,7 @@ void Metriche(Vista& v) {
   v.cw = std::max(1, static_cast<int>(tm.tmAveCharWidth));
   v.ch = std::max(1, static_cast<int>(tm.tmHeight));
   v.tab = std::max(1, Px(support::kTabulazioneTwips));
-  v.larghezzaTesto = 0;
-  for (std::size_t r = 0; r < v.righe.Quante(); ++r) v.larghezzaTesto = std::max(v.larghezzaTesto, XDi(v, r, v.righe.Fine(r)));
+  v.larghezzaTesto = support::LarghezzaMassima(v.testo, v.righe, v.cw, v.tab);
 }
 
 void AggiornaBarre(Vista& v) {
@@ -102,7 +101,6 @@ void PosaCursore(const Vista& v) {
 }
 
 void Ridisegna(Vista& v) {
-  AggiornaBarre(v);
   InvalidateRect(v.h, nullptr, FALSE);
   PosaCursore(v);
 }
@@ -110,6 +108,7 @@ void Ridisegna(Vista& v) {
 void ScorriA(Vista& v, std::size_t prima, int x) {
   v.prima = prima;
   v.x = x;
+  AggiornaBarre(v);
   Ridisegna(v);
 }
 
@@ -139,10 +138,9 @@ Selezione Sel(const Vista& v) {
 void Imposta(Vista& v, const std::string& testo) {
   v.testo = testo;
   v.righe.Imposta(v.testo);
-  v.ancora = v.cursore = v.prima = 0;
-  v.x = 0;
-  Metriche(v);
-  Ridisegna(v);
+  v.ancora = v.cursore = 0;
+  v.larghezzaTesto = support::LarghezzaMassima(v.testo, v.righe, v.cw, v.tab);
+  ScorriA(v, 0, 0);
 }
 
 std::size_t PosizioneDa(const Vista& v, int x, int y) {
@@ -262,6 +260,7 @@ LRESULT CALLBACK Procedura(HWND h, UINT m, WPARAM w, LPARAM l) {
   switch (m) {
     case WM_CREATE: {
       const char* nome = reinterpret_cast<const CREATESTRUCTA*>(l)->lpszName;
+      Metriche(*v);
       Imposta(*v, nome ? nome : "");
       return 0;
     }
@@ -286,7 +285,7 @@ LRESULT CALLBACK Procedura(HWND h, UINT m, WPARAM w, LPARAM l) {
       v->font = reinterpret_cast<HFONT>(w);
       Metriche(*v);
       AggiornaBarre(*v);
-      if (l) InvalidateRect(h, nullptr, FALSE);
+      if (l) Ridisegna(*v);
       return 0;
     case WM_GETFONT:
       return reinterpret_cast<LRESULT>(v->font);
@@ -367,38 +366,11 @@ LRESULT CALLBACK Procedura(HWND h, UINT m, WPARAM w, LPARAM l) {
       if (s.fine > 0xFFFF) return -1;
       return MAKELRESULT(s.inizio, s.fine);
     }
-    case EM_SETSEL: {
-      const auto inizio = static_cast<long>(w), fine = static_cast<long>(l);
-      if (inizio < 0) {
-        Seleziona(*v, v->cursore, v->cursore);
-      } else {
-        const std::size_t f = fine < 0 ? v->testo.size() : static_cast<std::size_t>(fine);
-        Seleziona(*v, static_cast<std::size_t>(inizio), f);
-      }
-      return 0;
-    }
-    case EM_SCROLLCARET:
-      MostraCursore(*v);
-      return 0;
     case EM_POSFROMCHAR: {
       if (w > v->testo.size()) return -1;
       const POINT p = PuntoDi(*v, static_cast<std::size_t>(w));
       return MAKELRESULT(static_cast<WORD>(p.x), static_cast<WORD>(p.y));
     }
-    case EM_CHARFROMPOS: {
-      const std::size_t p = PosizioneDa(*v, GET_X_LPARAM(l), GET_Y_LPARAM(l));
-      return MAKELRESULT(std::min<std::size_t>(p, 0xFFFF), std::min<std::size_t>(v->righe.RigaDi(p), 0xFFFF));
-    }
-    case EM_LINEFROMCHAR:
-      return static_cast<LRESULT>(v->righe.RigaDi(static_cast<long>(w) < 0 ? v->cursore : static_cast<std::size_t>(w)));
-    case EM_LINEINDEX: {
-      const std::size_t riga = static_cast<long>(w) < 0 ? v->righe.RigaDi(v->cursore) : static_cast<std::size_t>(w);
-      return riga < v->righe.Quante() ? static_cast<LRESULT>(v->righe.Inizio(riga)) : -1;
-    }
-    case EM_GETLINECOUNT:
-      return static_cast<LRESULT>(v->righe.Quante());
-    case EM_GETFIRSTVISIBLELINE:
-      return static_cast<LRESULT>(v->prima);
     default:
       break;
   }

@@ -2,7 +2,7 @@
 // and paints only the lines in view, so that a listing of hundreds of thousands of lines is shown at once;
 // the system's EDIT control lays out every line of it first. It keeps the report's bytes and positions
 // (a CR LF is two characters, a lone CR or LF is a line break too) and answers the EDIT messages that
-// tests and tools send it: WM_GETTEXT, EM_GETSEL, EM_SETSEL, EM_POSFROMCHAR, ...
+// tests and tools send it: WM_GETTEXT, WM_COPY, EM_GETSEL, EM_POSFROMCHAR.
 #pragma once
 
 #include <windows.h>

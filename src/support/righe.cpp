@@ -52,6 +52,13 @@ std::size_t PosizioneDaX(const std::string& testo, std::size_t inizio, std::size
   return std::min(fine, testo.size());
 }
 
+int LarghezzaMassima(const std::string& testo, const RigheTesto& righe, int larghezza, int tab) {
+  int massima = 0;
+  for (std::size_t r = 0; r < righe.Quante(); ++r)
+    massima = std::max(massima, XDi(testo, righe.Inizio(r), righe.Fine(r), larghezza, tab));
+  return massima;
+}
+
 std::size_t Muovi(const std::string& testo, const RigheTesto& righe, std::size_t pos, Movimento m, std::size_t pagina,
                   int larghezza, int tab) {
   pos = std::min(pos, testo.size());

@@ -36,6 +36,8 @@ int XDi(const std::string& testo, std::size_t inizio, std::size_t posizione, int
 // after it.
 std::size_t PosizioneDaX(const std::string& testo, std::size_t inizio, std::size_t fine, int x, int larghezza,
                          int tab);
+// The width of the widest line, for the horizontal scroll bar.
+int LarghezzaMassima(const std::string& testo, const RigheTesto& righe, int larghezza, int tab);
 // Where the caret goes from `pos` at a key: a CR LF is crossed in one step, as the user sees one line break;
 // up and down keep the column (in pixels of a fixed-pitch font), a page being `pagina` lines.
 enum class Movimento { Sinistra, Destra, Su, Giu, PaginaSu, PaginaGiu, InizioRiga, FineRiga, InizioTesto, FineTesto };

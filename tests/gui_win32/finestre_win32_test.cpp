@@ -205,6 +205,15 @@ void Tasto(HWND controllo, WPARAM tasto) {
   PostMessageA(controllo, WM_KEYDOWN, tasto, 1);
 }
 
+// The system clipboard's plain text.
+std::string TestoAppunti() {
+  if (!OpenClipboard(nullptr)) return "(clipboard not open)";
+  const char* t = static_cast<const char*>(GetClipboardData(CF_TEXT));
+  std::string testo = t ? t : "";
+  CloseClipboard();
+  return testo;
+}
+
 std::string Suggerimento(const win32::Finestra& f, HWND controllo) {
   NMTTDISPINFOA d{};
   d.hdr = {controllo, reinterpret_cast<UINT_PTR>(controllo), static_cast<UINT>(TTN_GETDISPINFOA)};
@@ -454,10 +463,7 @@ TEST(FinestreWin32, RicercaCopiaSalvaCarica) {
 
   // The system's clipboard gets plain text.
   win32::AppuntiW().ImpostaTesto("caf\xe9");
-  ASSERT_TRUE(OpenClipboard(nullptr));
-  const char* appunti = static_cast<const char*>(GetClipboardData(CF_TEXT));
-  EXPECT_EQ(std::string(appunti ? appunti : ""), "caf\xe9");
-  CloseClipboard();
+  EXPECT_EQ(TestoAppunti(), "caf\xe9");
 
   banco.file.Scegli("C:\\prospetto.txt");
   Menu(f, "mnu_SalvaFile");
@@ -489,10 +495,7 @@ TEST(FinestreWin32, AreaMouseETasti) {
   clic(17, MK_SHIFT);
   EXPECT_EQ(f.Area().SelText(), "due\r\ntre\r\nqua");
   SendMessageA(area, WM_COPY, 0, 0);
-  ASSERT_TRUE(OpenClipboard(nullptr));
-  const char* appunti = static_cast<const char*>(GetClipboardData(CF_TEXT));
-  EXPECT_EQ(std::string(appunti ? appunti : ""), "due\r\ntre\r\nqua");
-  CloseClipboard();
+  EXPECT_EQ(TestoAppunti(), "due\r\ntre\r\nqua");
   BYTE tasti[256] = {};
   GetKeyboardState(tasti);
   tasti[VK_SHIFT] = 0x80;
