@@ -70,10 +70,11 @@ confronta() {
 # ---- The registry and the files, written the way Wine writes them ----
 reg() { wine_esegui reg add "$@" /f >/dev/null; }
 ap='HKLM\Software\Microsoft\Windows\CurrentVersion\App Paths'
-mkdir -p "$c/Ordelio" "$c/Program Files/Con Spazi" "$c/Perché" "$c/Tools.exe/Ordelio"
+mkdir -p "$c/Ordelio" "$c/Program Files/Con Spazi" "$c/Program Files (x86)" "$c/Perché" "$c/Tools.exe/Ordelio"
 for f in Ordelio/ordl2009.exe Ordelio/solopath.exe Ordelio/cartella.exe Ordelio/barra.exe Ordelio/MAIUSC.EXE \
   Ordelio/doppio.exe "Program Files/tool.exe" "Program Files/Con Spazi/spazi.exe" "Program Files/vuoto.exe" \
   "Program Files/libero.exe" "Program Files/sparito.exe" "Program Files/espanso.exe" "Perché/ordl2009.exe" \
+  "Program Files (x86)/vuoto.exe" "Program Files (x86)/libero.exe" \
   Tools.exe/Ordelio/x.exe; do
   printf 'MZ' >"$c/$f"
 done
@@ -182,6 +183,9 @@ drive	C:\
 drive	Z:\
 drive	Q:\
 special	38
+special	42
+special	16
+special	28
 os
 FINE
 casi=$((casi + 1))

@@ -76,8 +76,8 @@ TEST(NonFile, UnaPipeNonSiLeggeENonBlocca) {
       {"good copy", "Campione/a.tr4",
        [&] {
          // Ordelio installed, and the lists of the good copies, of the user's backup and of the CD.
-         support::CreaCartella("C:\\Program Files");
-         support::ScriviFileTesto("C:\\Program Files\\ordl2009.exe", "MZ");
+         support::CreaCartella("C:\\Program Files (x86)");
+         support::ScriviFileTesto("C:\\Program Files (x86)\\ordl2009.exe", "MZ");
          support::CreaCartella("C:\\P");
          collection::ScriviElencoFile("C:\\P\\backup_trle.le", {1, "C:\\Campione", {"\\a.tr4"}, {5}});
          collection::ScriviElencoFile("C:\\T\\ordl.el", {1, "C:\\Ordl", {"\\backup_trle\\a.tr4"}, {5}});

@@ -25,8 +25,20 @@ long LeggiValoreRegistroIndice(const std::string& chiave, int indice, std::strin
 long LeggiValoreRegistroNome(const std::string& chiave, const std::string& nome, std::string* dati,
                              int* tipo = nullptr);
 
-// The folder of a CSIDL number as the platform gives it; *esito is 0 on success (an HRESULT otherwise).
-// The Wine prefix knows the program-files folder (38) only: the registry's, else Wine's "C:\Program Files".
+// The CSIDL numbers the program asks for.
+enum Csidl : int {
+  kCsidlDesktopDirectory = 0x10,
+  kCsidlLocalAppData = 0x1C,
+  // As a 32-bit program gets it: "Program Files (x86)" on a 64-bit system. A 64-bit program gets the same
+  // folder from kCsidlProgramFilesX86, on either kind of system.
+  kCsidlProgramFiles = 0x26,
+  kCsidlProgramFilesX86 = 0x2A,
+};
+
+// The folder of a CSIDL number as the platform gives it to a 32-bit program; *esito is 0 on success (an
+// HRESULT otherwise). A Wine prefix knows the folders above: the program-files folder from system.reg
+// (its value for the prefix's kind, "#arch=win64" or "win32", else Wine's default) and the user's folders
+// from user.reg's "Shell Folders", else C:\users\<login>\... as Wine makes them.
 std::string CartellaSpeciale(int csidl, long* esito);
 
 }  // namespace host

@@ -94,9 +94,13 @@ long LeggiValoreRegistroNome(const std::string& chiave, const std::string& nome,
 
 std::string CartellaSpeciale(int csidl, long* esito) {
   char stanza[MAX_PATH + 1] = {};
-  // Owner handle 1 and the default user's token, as the program has always asked.
-  const HRESULT hr =
-      ::SHGetFolderPathA(reinterpret_cast<HWND>(1), csidl, reinterpret_cast<HANDLE>(-1), 0, stanza);
+  // The program-files folder as a 32-bit program gets it, whichever kind this build is.
+  if (csidl == kCsidlProgramFiles) csidl = kCsidlProgramFilesX86;
+  // Owner handle 1 and the default user's token, as the program has always asked; the user's own folders
+  // are this user's, which the default user's token would not give.
+  const bool dellUtente = csidl == kCsidlDesktopDirectory || csidl == kCsidlLocalAppData;
+  const HANDLE token = dellUtente ? nullptr : reinterpret_cast<HANDLE>(-1);
+  const HRESULT hr = ::SHGetFolderPathA(reinterpret_cast<HWND>(1), csidl, token, 0, stanza);
   *esito = hr;
   if (hr != S_OK) return {};
   return std::string(stanza, ::strnlen(stanza, MAX_PATH));

@@ -2,9 +2,12 @@
 // be several MB, so it is parsed once and read again only when it changes.
 #ifndef _WIN32
 
+#include <pwd.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <cstdint>
 #include <ctime>
 #include <functional>
@@ -192,22 +195,60 @@ long LeggiValoreRegistroNome(const std::string& chiave, const std::string& nome,
   return kRegNonTrovato;
 }
 
+namespace {
+
+// A prefix made for 32-bit Windows says so in its system.reg; a prefix without the line, or without the
+// file yet, is the 64-bit kind that Wine makes.
+bool Prefisso32Bit() {
+  const auto testa = LeggiFileHost(PrefissoCorrente() + "/system.reg", 4096);
+  return testa && testa->find("\n#arch=win32") != std::string::npos;
+}
+
+// The login whose folder Wine makes below C:\users.
+std::string Utente() {
+  if (const passwd* pw = ::getpwuid(::geteuid()); pw && pw->pw_name && *pw->pw_name) return DaUtf8(pw->pw_name);
+  const char* u = std::getenv("USER");
+  return u && *u ? DaUtf8(u) : std::string("root");
+}
+
+// A folder of the user's: user.reg's "Shell Folders" value, else where Wine puts it.
+std::string CartellaUtenteWine(const char* valore, const char* predefinita) {
+  const std::string v = LeggiValoreRegistroTesto(PrefissoCorrente() + "/user.reg",
+                                                 "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders",
+                                                 valore);
+  return v.empty() ? "C:\\users\\" + Utente() + "\\" + predefinita : v;
+}
+
+}  // namespace
+
 std::string CartellaSpeciale(int csidl, long* esito) {
-  constexpr int kProgramFiles = 38;
-  if (csidl != kProgramFiles) {
-    *esito = kEInvalidArg;
-    return {};
-  }
   // Wine takes the folder from the registry and has a default of its own when the value is missing, or the
   // registry is; it gives the path only when something is there, as the platform's own rules for a path
   // find it.
-  std::string dati = "C:\\Program Files";
-  int tipo = kRegNone;
-  std::string valore;
-  if (LeggiValoreRegistroNome("Software\\Microsoft\\Windows\\CurrentVersion", "ProgramFilesDir", &valore,
-                              &tipo) == kRegOk &&
-      TipoTesto(tipo))
-    dati = valore.substr(0, valore.find('\0'));
+  std::string dati;
+  switch (csidl) {
+    case kCsidlProgramFiles:
+    case kCsidlProgramFilesX86: {
+      const bool a32 = Prefisso32Bit();
+      const char* nome = a32 ? "ProgramFilesDir" : "ProgramFilesDir (x86)";
+      dati = a32 ? "C:\\Program Files" : "C:\\Program Files (x86)";
+      std::string valore;
+      int tipo = kRegNone;
+      if (LeggiValoreRegistroNome("Software\\Microsoft\\Windows\\CurrentVersion", nome, &valore, &tipo) == kRegOk &&
+          TipoTesto(tipo))
+        dati = valore.substr(0, valore.find('\0'));
+      break;
+    }
+    case kCsidlDesktopDirectory:
+      dati = CartellaUtenteWine("Desktop", "Desktop");
+      break;
+    case kCsidlLocalAppData:
+      dati = CartellaUtenteWine("Local AppData", "AppData\\Local");
+      break;
+    default:
+      *esito = kEInvalidArg;
+      return {};
+  }
   int err = 0;
   if (dati.empty() || LeggiAttributi(dati, &err) < 0) {
     *esito = kNonTrovato;

@@ -8,7 +8,6 @@
 namespace support {
 namespace {
 
-constexpr std::int32_t kCsidlProgramFiles = 38;
 constexpr std::size_t kStanzaCartella = 260;
 
 // Every non-overlapping occurrence, left to right.
@@ -52,7 +51,7 @@ std::string TrovaEseguibile(const std::string& nome) {
     const std::string candidato = percorsoFile ? valore : valore + "\\" + file;
     return FileExists(candidato) ? candidato : std::string();
   }
-  std::string candidato = NormalizzaPercorso(GetCartellaSpeciale(kCsidlProgramFiles) + "\\" + nome);
+  std::string candidato = NormalizzaPercorso(GetCartellaSpeciale(host::kCsidlProgramFiles) + "\\" + nome);
   if (candidato.find("\"%1\"") != std::string::npos)
     candidato = TogliSpazi(Sostituisci(candidato, "\"%1\"", ""));
   return FileExists(candidato) ? candidato : std::string();

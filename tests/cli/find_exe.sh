@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# find-exe end to end: the App Paths entry of the prefix's system.reg, else the program-files folder.
+# find-exe end to end: the App Paths entry of the prefix's system.reg, else the program-files folder (a
+# 32-bit program's, in a 64-bit prefix).
 set -euo pipefail
 cli=$1
 t=$(mktemp -d)
@@ -17,7 +18,8 @@ WINE REGISTRY Version 2
 
 [Software\\Microsoft\\Windows\\CurrentVersion] 1795380016
 #time=1dd7ac1aea2d1ee
-"ProgramFilesDir"="C:\\Programmi"
+"ProgramFilesDir"="C:\\Program Files"
+"ProgramFilesDir (x86)"="C:\\Programmi"
 
 [Software\\Microsoft\\Windows\\CurrentVersion\\App Paths\\ordl2009.exe] 1795380034
 #time=1dd7ac1b8e94e80
