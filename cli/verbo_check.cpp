@@ -18,8 +18,8 @@ namespace {
 
 // Discovery, then the folders given as if chosen with the "Change" buttons,
 // then "Start check". Exit 1 when a critical message was shown or the run ended
-// in a prompt for a folder.
-int Controlla(const std::string& trle, const std::string& ordl, MessaggiConsole& msg) {
+// in a prompt for a folder. `scritto` names the snapshot written, "" for none.
+int Controlla(const std::string& trle, const std::string& ordl, MessaggiConsole& msg, std::string* scritto) {
   support::DidascaliaMuta dirOrdl, nomeTrle, info;
   support::BarraMuta barra;
   support::CicloMuto eventi;
@@ -37,6 +37,7 @@ int Controlla(const std::string& trle, const std::string& ordl, MessaggiConsole&
     collection::Pul_CambiaORDL_Click(p);
   }
   collection::Pul_Start_Click(p);
+  *scritto = p.SnapshotScritto;
   return msg.CriticoMostrato() || !chiusa ? 1 : 0;
 }
 
@@ -46,12 +47,13 @@ int VerboCheck(const Argomenti& args, MessaggiConsole& msg) {
   if (args.size() != 0 && args.size() != 2) return Uso("check takes no folders or two: TRLE ORDL");
   const host::BloccoCartella blocco = collection::BloccaCartellaProgramma(host::CartellaProgramma(), msg);
   if (blocco.Occupato()) return 1;
-  const int esito = args.empty() ? Controlla({}, {}, msg)
-                                 : Controlla(ArgomentoPercorso(args[0]), ArgomentoPercorso(args[1]), msg);
+  std::string scritto;
+  const int esito = args.empty() ? Controlla({}, {}, msg, &scritto)
+                                 : Controlla(ArgomentoPercorso(args[0]), ArgomentoPercorso(args[1]), msg, &scritto);
   // The message names the snapshot as the machine sees it; the user attaches the host's file.
   int err = 0;
-  const std::string host = host::PercorsoHost(collection::kNomeSnapshot, &err);
-  if (esito == 0 && err == 0 && support::FileExists(collection::kNomeSnapshot)) ScriviByte(host + "\n");
+  const std::string host = host::PercorsoHost(scritto, &err);
+  if (esito == 0 && err == 0 && support::FileExists(scritto)) ScriviByte(host + "\n");
   return esito;
 }
 
@@ -66,33 +68,34 @@ int VerboDemo(const Argomenti& args, MessaggiConsole& msg) {
     msg.Critico(errore.empty() ? "cannot use " + args[0] : errore);
     return 1;
   }
-  const int esito = Controlla({}, {}, msg);
+  std::string snapshot;
+  const int esito = Controlla({}, {}, msg, &snapshot);
   if (esito != 0) return esito;
   // The supporter's side on the same machine: the sample lists, then every report of the snapshot.
   if (!CreaElenchiDemo(host::CartellaProgramma())) {
     msg.Critico("cannot write the sample lists into " + host::CartellaProgramma());
     return 1;
   }
-  int prospetti = Prospetti(collection::kNomeSnapshot, TutteLeVoci(), true, msg);
+  int prospetti = Prospetti(snapshot, TutteLeVoci(), true, msg);
   ScriviByte("== findings\n");
-  const int riepilogo = VerboFindings({collection::kNomeSnapshot}, msg);
+  const int riepilogo = VerboFindings({snapshot}, msg);
   if (prospetti == 0) prospetti = riepilogo;
   // A second check run after the user changed a few things, kept beside the first, which stays under its
   // own name; then what the supporter sees of the change.
-  const std::string primo = support::LeggiFile(collection::kNomeSnapshot);
-  const std::string secondo = "C:\\INFO_ORDL_2.BIN";
+  const std::string primo = support::LeggiFile(snapshot);
+  const std::string secondo = support::EstraiCartella(snapshot) + "\\INFO_ORDL_2.BIN";
   if (!CambiaMacchinaDemo()) {
     msg.Critico("cannot change the demo machine in " + cartella);
     return 1;
   }
-  if (const int esito = Controlla({}, {}, msg); esito != 0) return esito;
-  if (!support::ScriviFileTesto(secondo, support::LeggiFile(collection::kNomeSnapshot)) ||
-      !support::ScriviFileTesto(collection::kNomeSnapshot, primo)) {
+  if (const int esito = Controlla({}, {}, msg, &snapshot); esito != 0) return esito;
+  if (!support::ScriviFileTesto(secondo, support::LeggiFile(snapshot)) ||
+      !support::ScriviFileTesto(snapshot, primo)) {
     msg.Critico("cannot write " + secondo);
     return 1;
   }
   ScriviByte("== compare\n");
-  const int confronto = Confronta(collection::kNomeSnapshot, secondo, false, msg);
+  const int confronto = Confronta(snapshot, secondo, false, msg);
   ScriviByte("\n");
   return prospetti != 0 ? prospetti : confronto;
 }

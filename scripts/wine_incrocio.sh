@@ -20,6 +20,7 @@ t=$(mktemp -d)
 wine_ambiente
 fine() {
   WINEPREFIX=$t/prefix wineserver -k 2>/dev/null || true
+  chattr -i "$t/prefix/drive_c" 2>/dev/null || chmod u+w "$t/prefix/drive_c" 2>/dev/null || true
   rm -rf "$t"
 }
 trap fine EXIT
@@ -245,6 +246,32 @@ for m in $(ls "$t/n.membri"); do
   fi
   cmp -s "$t/n.membro" "$t/w.membro" || segnala "snapshot member $m" membro
 done
+
+# ---- check when C:\ takes no new file, as the root of the system drive since Vista: both write the snapshot
+# onto the user's desktop, a link to a host folder as Wine makes it ----
+refuse() { if [ "$(id -u)" = 0 ]; then chattr "$1i" "$c"; else chmod "${1/+/a-}w" "$c"; fi; }
+scrivania=$c/users/$(id -un)/Desktop
+mkdir -p "$t/scrivania" "$(dirname "$scrivania")"
+rm -rf "$scrivania" "$c/INFO_ORDL.BIN"
+ln -s "$t/scrivania" "$scrivania"
+if refuse + 2>/dev/null && ! touch "$c/prova" 2>/dev/null; then
+  esegui_nativo check
+  mv "$t/scrivania/INFO_ORDL.BIN" "$t/n.bin" 2>/dev/null || : >"$t/n.bin"
+  esegui_wine check
+  mv "$t/scrivania/INFO_ORDL.BIN" "$t/w.bin" 2>/dev/null || : >"$t/w.bin"
+  refuse -
+  casi=$((casi + 2))
+  grep -qF 'users\'"$(id -un)"'\Desktop\INFO_ORDL.BIN (' "$t/n.err" || segnala "check onto the desktop" err
+  cmp -s "$t/n.rc" "$t/w.rc" && cmp -s "$t/n.err" "$t/w.err" || segnala "check onto the desktop" err rc
+  "$nat" unpack "$t/n.bin" "$t/n.membri" >"$t/n.tabella" || true
+  "$nat" unpack "$t/w.bin" "$t/w.membri" >"$t/w.tabella" || true
+  casi=$((casi + 1))
+  [ -s "$t/n.tabella" ] && cmp -s "$t/n.tabella" "$t/w.tabella" || segnala "snapshot table from the desktop" tabella
+else
+  refuse - 2>/dev/null || true
+  rm -f "$c/prova"
+  echo "wine cross-check: C:\ refusing new files not tried (the file system cannot make a folder refuse them)"
+fi
 
 # ---- report: each item of the native snapshot, read by both ----
 cp "$t/n.bin" "$c/Istantanea.bin"

@@ -7,7 +7,9 @@
 #include "formats/archivio.h"
 #include "formats/preferenze.h"
 #include "host/machine.h"
+#include "host/registro.h"
 #include "support/files.h"
+#include "support/registro.h"
 #include "support/valori.h"
 #include "support/versioni.h"
 
@@ -31,6 +33,20 @@ struct InCorso {
 void ChiudiAllaFine(Principale& p) {
   p.ChiusuraDelControllo = true;
   p.Chiudi();
+}
+
+// C:\ as ever, else the user's desktop: since Vista the root of the system drive takes folders but no new
+// files from a program that is not elevated (and the manifest's "asInvoker" asks for no redirection),
+// while the desktop is the user's own. The name written, "" when neither place could be.
+std::string SalvaDoveSiPuo(const MembriSnapshot& m, Principale& p) {
+  const auto salva = [&](const std::string& nome) {
+    return SalvaSnapshot(nome, m.Membri, m.NumeroMembri, p.Label_Info, p.ProgressBar1);
+  };
+  if (salva(kNomeSnapshot)) return kNomeSnapshot;
+  const std::string desktop = support::GetCartellaSpeciale(host::kCsidlDesktopDirectory);
+  if (desktop.empty()) return {};
+  const std::string nome = desktop + "\\" + support::EstraiNomeFile(kNomeSnapshot);
+  return salva(nome) ? nome : std::string();
 }
 
 }  // namespace
@@ -120,13 +136,14 @@ void Pul_Start_Click(Principale& p) {
     return;
   }
 
-  if (!SalvaSnapshot(kNomeSnapshot, membri.Membri, membri.NumeroMembri, p.Label_Info, p.ProgressBar1)) {
+  p.SnapshotScritto = SalvaDoveSiPuo(membri, p);
+  if (p.SnapshotScritto.empty()) {
     p.Messaggi.Critico(std::string("Error saving ") + kNomeSnapshot);
   } else {
     int err = 0;
-    const auto lunghezza = static_cast<double>(host::LunghezzaFile(kNomeSnapshot, &err));
+    const auto lunghezza = static_cast<double>(host::LunghezzaFile(p.SnapshotScritto, &err));
     p.Messaggi.Semplice(std::string("Scanning is complete\r\n") + "Now you should send following file:\r\n" +
-                        kNomeSnapshot + " (" + support::FormattaDimensione(err ? 0 : lunghezza) + ")\r\n" +
+                        p.SnapshotScritto + " (" + support::FormattaDimensione(err ? 0 : lunghezza) + ")\r\n" +
                         "via email to: " + IndirizzoSupporto());
   }
   for (const char* nome : {"\\ordl.el", "\\trle.el", "\\dirarc.el", "\\infofile.bin"})

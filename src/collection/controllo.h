@@ -9,7 +9,7 @@
 
 namespace collection {
 
-// Where the snapshot is always written.
+// Where the snapshot is written, and named in the message when it cannot be written anywhere.
 inline constexpr const char* kNomeSnapshot = "C:\\INFO_ORDL.BIN";
 
 // The members wanted in the snapshot, in the order of adding.

@@ -31,6 +31,8 @@ struct Principale {
   bool ControlloInCorso = false;
   // The run itself closes the window at its end, which a click on the frame may not do during the run.
   bool ChiusuraDelControllo = false;
+  // The snapshot the last check run wrote, as the machine names it; "" when it wrote none.
+  std::string SnapshotScritto{};
   // The header record of the reports, which a snapshot's header report overwrites; a check run never reads
   // it.
   formats::InfoHeader InfoHeaderProspetti{};

@@ -4,7 +4,7 @@
 set -euo pipefail
 cli=$1
 t=$(mktemp -d)
-trap 'rm -rf "$t"' EXIT
+trap 'chattr -i "$t/p/drive_c" 2>/dev/null; chmod -R u+w "$t" 2>/dev/null; rm -rf "$t"' EXIT
 fail() { echo "FAIL: $*" >&2; exit 1; }
 cp "$cli" "$t/checkordl-cli"
 cli=$t/checkordl-cli
@@ -40,8 +40,28 @@ rm "$WINEPREFIX/drive_c/INFO_ORDL.BIN"
 # The file to attach, as the host names it.
 [ "$("$cli" check 2>/dev/null)" = "$WINEPREFIX/drive_c/INFO_ORDL.BIN" ] || fail "host path of the snapshot"
 
+# C:\ that takes no new file, as the root of the system drive since Vista: the snapshot goes to the user's
+# desktop, as Wine makes it (a link to a folder of the host's), and the message and the host path name it.
+# Root may write anywhere but into an immutable folder.
+refuse() { if [ "$(id -u)" = 0 ]; then chattr "$1i" "$WINEPREFIX/drive_c"; else chmod "${1/+/a-}w" "$WINEPREFIX/drive_c"; fi; }
+mkdir -p "$WINEPREFIX/drive_c/users/$(id -un)" "$t/scrivania"
+ln -sfn "$t/scrivania" "$WINEPREFIX/drive_c/users/$(id -un)/Desktop"
+rm -f "$WINEPREFIX/drive_c/INFO_ORDL.BIN"
+if refuse + 2>/dev/null && ! touch "$WINEPREFIX/drive_c/prova" 2>/dev/null; then
+  out=$("$cli" check 2>"$t/err") || { refuse - ; fail "check onto the desktop: $(cat "$t/err")"; }
+  refuse -
+  desktop="C:\\users\\$(id -un)\\Desktop\\INFO_ORDL.BIN"
+  grep -qF "$(printf 'Now you should send following file:\r\n%s (' "$desktop")" "$t/err" || fail "message: $(cat "$t/err")"
+  [ "$out" = "$WINEPREFIX/drive_c/users/$(id -un)/Desktop/INFO_ORDL.BIN" ] || fail "host path of the desktop's: $out"
+  [ -s "$t/scrivania/INFO_ORDL.BIN" ] && [ ! -e "$WINEPREFIX/drive_c/INFO_ORDL.BIN" ] || fail "snapshot not on the desktop"
+else
+  refuse - 2>/dev/null || true
+  rm -f "$WINEPREFIX/drive_c/prova"
+  echo "cli check: C:\ refusing new files not tried (the file system cannot make a folder refuse them)"
+fi
+
 # Nothing found: the prompt for the editor folder, no dialog, exit 1, no snapshot.
-rm "$WINEPREFIX/system.reg" "$WINEPREFIX/drive_c/INFO_ORDL.BIN"
+rm -f "$WINEPREFIX/system.reg" "$WINEPREFIX/drive_c/INFO_ORDL.BIN"
 set +e
 err=$("$cli" check 2>&1 >/dev/null); rc=$?
 set -e

@@ -11,7 +11,10 @@
 #include "formats/archivio.h"
 #include "formats/info_header.h"
 #include "formats/preferenze.h"
+#include "host/machine.h"
+#include "host/registro.h"
 #include "macchina_prova.h"
+#include "support/registro.h"
 
 namespace {
 
@@ -48,6 +51,22 @@ struct Installazioni {
     p.PathArchivio.Assegna(pathArchivio);
     MacchinaProva::ScriviHost(m.C("Ordl/ordelio.prf"), formats::CodificaPreferenze(p));
   }
+  // The user's desktop, made where the machine has none (a test prefix); its snapshot goes with the test.
+  std::string Scrivania() {
+#ifndef _WIN32
+    MacchinaProva::ScriviHost(m.Prefisso() + "/user.reg",
+                              "WINE REGISTRY Version 2\n[Software\\\\Microsoft\\\\Windows\\\\CurrentVersion\\\\Explorer\\\\"
+                              "Shell Folders]\n\"Desktop\"=\"C:\\\\Scrivania\"\n");
+    fs::create_directories(m.C("Scrivania"));
+#endif
+    scrivania = support::GetCartellaSpeciale(host::kCsidlDesktopDirectory) + "\\INFO_ORDL.BIN";
+    return scrivania;
+  }
+  ~Installazioni() {
+    std::error_code ec;
+    if (!scrivania.empty()) fs::remove_all(host::PercorsoHost(scrivania, nullptr), ec);
+  }
+  std::string scrivania;
   // Everything below the installation folders and the level folder, names and bytes.
   std::map<std::string, std::string> Impronta() const {
     std::map<std::string, std::string> tutto;
@@ -67,15 +86,18 @@ TEST(Controllo, Corse) {
                       "C:\\Prog\\DirArc.el",    "C:\\Prog\\TRLE.el",     "C:\\Prog\\ORDL.el",
                       "C:\\Trle\\ordeio.txt",   "C:\\Trle\\script.dat"};
   const auto righe = LeggiTabella("cartelle/controllo.txt");
-  ASSERT_EQ(righe.size(), 12u);
+  ASSERT_EQ(righe.size(), 13u);
   for (const auto& r : righe) {
     SCOPED_TRACE(r[0]);
     Installazioni i;
+    const std::string scrivania = i.Scrivania();
     const std::string& x = r[2];
     if (r[1] == "write") MacchinaProva::ScriviHost(i.m.C(x), "older");
     if (r[1] == "remove") fs::remove(i.m.C(x));
     if (r[1] == "move") fs::rename(i.m.C("Trle/ordeio.txt"), i.m.C(x));
-    if (r[1] == "folder") fs::create_directories(i.m.C(x));
+    if (r[1] == "folder" || r[1] == "folders") fs::create_directories(i.m.C(x));
+    if (r[1] == "folders") fs::create_directories(host::PercorsoHost(scrivania, nullptr));
+    const std::string snapshot = r.size() > 7 && r[7] == "desktop" ? scrivania : collection::kNomeSnapshot;
     if (r[1] == "prf") i.Preferenze("");
     if (r[1] == "qlv")
       MacchinaProva::ScriviHost(i.m.C("Ordl/archivio.qlv"), formats::CodificaArchivioHeader({}));
@@ -89,8 +111,9 @@ TEST(Controllo, Corse) {
     collection::Pul_Start_Click(i.f.principale);
     fs::create_directories(i.m.C("Dati"));
     collection::ContenutoSnapshot s;
-    const bool snapshot = collection::EstraiSnapshot(collection::kNomeSnapshot, "C:\\Dati", s);
-    EXPECT_EQ(snapshot, r[4] != "none");
+    const bool estratto = collection::EstraiSnapshot(snapshot, "C:\\Dati", s);
+    EXPECT_EQ(estratto, r[4] != "none");
+    EXPECT_EQ(i.f.principale.SnapshotScritto, estratto ? snapshot : "");
     EXPECT_EQ(i.f.dialogo.titoli, r[6].empty() ? V{} : V{r[6]});
     ASSERT_EQ(i.f.messaggi.tutti.size(), 1u);
     const std::string& messaggio = i.f.messaggi.tutti[0];
@@ -98,10 +121,10 @@ TEST(Controllo, Corse) {
     EXPECT_EQ(i.f.chiusure, r[6].empty() ? 1 : 0);
     EXPECT_TRUE(fs::is_empty(i.m.C("Prog")));
     EXPECT_EQ(i.Impronta(), prima);
-    if (!snapshot) continue;
+    if (!estratto) continue;
     EXPECT_EQ(s.Nomi, membri);
     EXPECT_TRUE(
-        messaggio.starts_with(r[5] + "\r\nNow you should send following file:\r\nC:\\INFO_ORDL.BIN ("));
+        messaggio.starts_with(r[5] + "\r\nNow you should send following file:\r\n" + snapshot + " ("));
     EXPECT_TRUE(messaggio.ends_with(")\r\nvia email to: " + collection::IndirizzoSupporto()));
     const auto h = formats::DecodificaInfoHeader(MacchinaProva::LeggiHost(i.m.C("Dati/Infofile.bin")));
     EXPECT_EQ(h.FlagErrori, std::stoi(r[3], nullptr, 16));
