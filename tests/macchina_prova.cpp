@@ -14,6 +14,7 @@
 
 #include "host/byte_le.h"
 #include "host/machine.h"
+#include "host/registro.h"
 
 #ifdef _WIN32
 #ifndef WIN32_LEAN_AND_MEAN
@@ -61,9 +62,16 @@ std::set<fs::path> Radice() {
   return nomi;
 }
 
+// The user's VirtualStore, where a test plants copies.
+std::string ArchivioVirtuale() {
+  long esito = 0;
+  return host::CartellaSpeciale(host::kCsidlLocalAppData, &esito) + "\\VirtualStore";
+}
+
 }  // namespace
 
 struct MacchinaProva::Ripristino {
+  bool archivio = fs::exists(ArchivioVirtuale());
   std::set<fs::path> radice = Radice();
   std::vector<std::string> chiaviNuove;  // outermost first
   // Values as they were: key, name, whether it was there, type, data.
@@ -79,6 +87,7 @@ MacchinaProva::MacchinaProva() {
 MacchinaProva::~MacchinaProva() {
   for (const auto& n : Radice())
     if (!ripristino_->radice.count(n)) Elimina(n);
+  if (!ripristino_->archivio) Elimina(ArchivioVirtuale());
   const HKEY m = HKEY_LOCAL_MACHINE;
   for (const auto& [chiave, nome, c_era, tipo, dati] : ripristino_->valori | std::views::reverse)
     if (c_era)
@@ -124,6 +133,11 @@ void MacchinaProva::Registro(const std::string& testo) const {
                         static_cast<DWORD>(dati.size()));
     }
   }
+  host::UsaPrefisso({});
+}
+
+void MacchinaProva::AppDataLocale() const {
+  host::UsaPrefisso({});
 }
 
 #else
@@ -153,6 +167,14 @@ std::string MacchinaProva::C(const std::string& relativo) const {
 
 void MacchinaProva::Registro(const std::string& testo) const {
   ScriviHost(prefisso_ + "/system.reg", testo);
+  host::UsaPrefisso(prefisso_);
+}
+
+void MacchinaProva::AppDataLocale() const {
+  ScriviHost(prefisso_ + "/user.reg",
+             "WINE REGISTRY Version 2\n[Software\\\\Microsoft\\\\Windows\\\\CurrentVersion\\\\Explorer\\\\Shell "
+             "Folders]\n\"Local AppData\"=\"C:\\\\users\\\\utente\\\\AppData\\\\Local\"\n");
+  fs::create_directories(C("users/utente/AppData/Local"));
   host::UsaPrefisso(prefisso_);
 }
 

@@ -27,6 +27,10 @@ class MacchinaProva {
   // values written into the real registry.
   void Registro(const std::string& testo) const;
 
+  // The user's local application data folder made where the machine has none (a test prefix: in user.reg);
+  // on Windows the user's own, whose VirtualStore goes with the test.
+  void AppDataLocale() const;
+
   static void ScriviHost(const std::string& host, const std::string& byte);
   static std::string LeggiHost(const std::string& host);
   static bool EsisteHost(const std::string& host);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "host/grezzo.h"
 #include "host/machine.h"
 #include "host/nomi.h"
 
@@ -28,6 +29,7 @@ std::string ConBarra(const std::string& cartella) {
 CartellaDaLeggere Sottocartella(const CartellaDaLeggere& cartella, const std::string& nome) {
   CartellaDaLeggere c;
   c.percorso = ConBarra(cartella.percorso) + nome;
+  if (!cartella.copia.empty()) c.copia = ConBarra(cartella.copia) + nome;
 #ifndef _WIN32
   c.interno = (cartella.interno == "/" ? std::string() : cartella.interno) + "/" + VersoUtf8(nome);
 #endif
@@ -36,13 +38,13 @@ CartellaDaLeggere Sottocartella(const CartellaDaLeggere& cartella, const std::st
 
 #ifdef _WIN32
 
-CartellaDaLeggere ApriCartella(const std::string& winFolder) {
+CartellaDaLeggere grezzo::ApriCartella(const std::string& winFolder) {
   CartellaDaLeggere c;
   c.percorso = winFolder;
   return c;
 }
 
-bool LeggiCartella(const CartellaDaLeggere& cartella, int mask, std::vector<VoceCartella>& voci) {
+bool grezzo::LeggiCartella(const CartellaDaLeggere& cartella, int mask, std::vector<VoceCartella>& voci) {
   voci.clear();
   const std::string base = ConBarra(cartella.percorso);
   WIN32_FIND_DATAA dati{};
@@ -61,7 +63,7 @@ bool LeggiCartella(const CartellaDaLeggere& cartella, int mask, std::vector<Voce
       // A find gives a link's own size; the one that counts is its target's.
       if (v.collegamento) {
         int err = 0;
-        v.dimensione = LunghezzaFile(base + nome, &err);
+        v.dimensione = grezzo::Lunghezza(base + nome, &err);
         if (err || v.dimensione < 0) continue;
       }
     }
@@ -74,7 +76,7 @@ bool LeggiCartella(const CartellaDaLeggere& cartella, int mask, std::vector<Voce
 #else
 
 // The attribute rules are those of the machine's own enumeration.
-CartellaDaLeggere ApriCartella(const std::string& winFolder) {
+CartellaDaLeggere grezzo::ApriCartella(const std::string& winFolder) {
   CartellaDaLeggere c;
   c.percorso = winFolder;
   int err = 0;
@@ -83,7 +85,7 @@ CartellaDaLeggere ApriCartella(const std::string& winFolder) {
   return c;
 }
 
-bool LeggiCartella(const CartellaDaLeggere& cartella, int mask, std::vector<VoceCartella>& voci) {
+bool grezzo::LeggiCartella(const CartellaDaLeggere& cartella, int mask, std::vector<VoceCartella>& voci) {
   voci.clear();
   if (cartella.interno.empty()) return false;
   DIR* d = ::opendir(cartella.interno.c_str());

@@ -24,6 +24,8 @@ struct VoceCartella {
 struct CartellaDaLeggere {
   std::string percorso;
   std::string interno;
+  // Its VirtualStore copy where the machine virtualizes it, whose entries the reading merges in.
+  std::string copia;
 };
 
 CartellaDaLeggere ApriCartella(const std::string& winFolder);

@@ -38,6 +38,9 @@ enum Attributo : int {
 void UsaPrefisso(const std::string& hostFolder);
 std::string PrefissoCorrente();
 
+// The reads below (enumeration, attributes, length, File::ApriLettura) see the machine's files as the level
+// tools see them, through the user's VirtualStore where Windows would virtualize them (vista_virtuale.h).
+//
 // The one enumeration of the process. `DirPrimo` starts it: a pattern whose last component may hold `*` and
 // `?`, or a folder path ending in `\` for everything the folder holds ("." and ".." included when folders
 // are asked for, but not at a drive root). `mask` adds hidden (2), system (4) and folders (16) to the plain
@@ -105,7 +108,10 @@ class File {
   File& operator=(const File&) = delete;
   ~File();
 
+  // Through the view of a legacy program (vista_virtuale.h): a VirtualStore copy is the file read.
   static File ApriLettura(const std::string& winPath, int* err);
+  // As the platform opens it for this program; the machine layer's own reads.
+  static File ApriLetturaGrezza(const std::string& winPath, int* err);
   // Creates the file or cuts it to nothing; the folder must exist.
   static File ApriScrittura(const std::string& winPath, int* err);
   // The same below `base`, as EliminaFileSotto reaches it; a link in the file's place is not written through.

@@ -25,6 +25,11 @@ long LeggiValoreRegistroIndice(const std::string& chiave, int indice, std::strin
 long LeggiValoreRegistroNome(const std::string& chiave, const std::string& nome, std::string* dati,
                              int* tipo = nullptr);
 
+// The same as the system itself holds it: a 32-bit program on 64-bit Windows is otherwise shown the
+// registry's 32-bit view of SOFTWARE. A Wine prefix's system.reg is that view already.
+long LeggiValoreSistema(const std::string& chiave, const std::string& nome, std::string* dati,
+                        int* tipo = nullptr);
+
 // The CSIDL numbers the program asks for.
 enum Csidl : int {
   kCsidlDesktopDirectory = 0x10,

@@ -24,8 +24,8 @@ constexpr REGSAM kLettura = 0x20019;
 
 class Chiave {
  public:
-  explicit Chiave(const std::string& percorso)
-      : esito_(::RegOpenKeyExA(HKEY_LOCAL_MACHINE, percorso.c_str(), 0, kLettura, &h_)) {}
+  explicit Chiave(const std::string& percorso, REGSAM vista = 0)
+      : esito_(::RegOpenKeyExA(HKEY_LOCAL_MACHINE, percorso.c_str(), 0, kLettura | vista, &h_)) {}
   ~Chiave() {
     if (esito_ == ERROR_SUCCESS) ::RegCloseKey(h_);
   }
@@ -75,9 +75,9 @@ long LeggiValoreRegistroIndice(const std::string& chiave, int indice, std::strin
   return esito;
 }
 
-long LeggiValoreRegistroNome(const std::string& chiave, const std::string& nome, std::string* dati,
-                             int* tipo) {
-  Chiave k(chiave);
+namespace {
+
+long ValoreDi(const Chiave& k, const std::string& nome, std::string* dati, int* tipo) {
   if (k.Esito() != ERROR_SUCCESS) return k.Esito();
   std::string d(256, '\0');
   long esito = ERROR_MORE_DATA;
@@ -90,6 +90,18 @@ long LeggiValoreRegistroNome(const std::string& chiave, const std::string& nome,
       Dati(t, d.substr(0, ld), dati, tipo);
   }
   return esito;
+}
+
+}  // namespace
+
+long LeggiValoreRegistroNome(const std::string& chiave, const std::string& nome, std::string* dati,
+                             int* tipo) {
+  return ValoreDi(Chiave(chiave), nome, dati, tipo);
+}
+
+// KEY_WOW64_64KEY is ignored on 32-bit Windows, which has one view.
+long LeggiValoreSistema(const std::string& chiave, const std::string& nome, std::string* dati, int* tipo) {
+  return ValoreDi(Chiave(chiave, KEY_WOW64_64KEY), nome, dati, tipo);
 }
 
 std::string CartellaSpeciale(int csidl, long* esito) {

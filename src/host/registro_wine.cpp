@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "host/file_host.h"
+#include "host/grezzo.h"
 #include "host/machine.h"
 #include "host/nomi.h"
 #include "host/registro.h"
@@ -195,6 +196,10 @@ long LeggiValoreRegistroNome(const std::string& chiave, const std::string& nome,
   return kRegNonTrovato;
 }
 
+long LeggiValoreSistema(const std::string& chiave, const std::string& nome, std::string* dati, int* tipo) {
+  return LeggiValoreRegistroNome(chiave, nome, dati, tipo);
+}
+
 namespace {
 
 // A prefix made for 32-bit Windows says so in its system.reg; a prefix without the line, or without the
@@ -250,7 +255,7 @@ std::string CartellaSpeciale(int csidl, long* esito) {
       return {};
   }
   int err = 0;
-  if (dati.empty() || LeggiAttributi(dati, &err) < 0) {
+  if (dati.empty() || grezzo::Attributi(dati, &err) < 0) {
     *esito = kNonTrovato;
     return {};
   }

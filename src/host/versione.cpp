@@ -16,6 +16,7 @@
 #include <cstdlib>
 #include <string>
 
+#include "host/grezzo.h"
 #include "host/machine.h"
 #include "host/nomi.h"
 #include "host/registro.h"
@@ -26,11 +27,11 @@ namespace host {
 
 #ifdef _WIN32
 
-std::string LeggiBloccoVersione(const std::string& winPath) {
+std::string grezzo::BloccoVersione(const std::string& winPath) {
   // The platform's call opens the file its own way: what the program would not read as a file, it is not
   // given.
   int err = 0;
-  if (!File::ApriLettura(winPath, &err).Aperto() || err) return {};
+  if (!File::ApriLetturaGrezza(winPath, &err).Aperto() || err) return {};
   DWORD maniglia = 0;
   const DWORD dimensione = ::GetFileVersionInfoSizeA(winPath.c_str(), &maniglia);
   if (dimensione == 0) return {};
@@ -82,9 +83,9 @@ class LettoreFile final : public LettoreByte {
 
 }  // namespace
 
-std::string LeggiBloccoVersione(const std::string& winPath) {
+std::string grezzo::BloccoVersione(const std::string& winPath) {
   int err = 0;
-  File file = File::ApriLettura(winPath, &err);
+  File file = File::ApriLetturaGrezza(winPath, &err);
   if (err || !file.Aperto()) return {};
   LettoreFile lettore(file);
   return EstraiRisorsaVersione(lettore);

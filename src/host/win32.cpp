@@ -16,27 +16,13 @@
 #include <utility>
 
 #include "host/file_host.h"
+#include "host/grezzo.h"
 #include "host/machine.h"
 #include "host/nomi.h"
+#include "host/vista_virtuale.h"
 
 namespace host {
 namespace {
-
-// The one enumeration: the find handle stays open between calls and is closed as soon as it is spent.
-struct Elenco {
-  HANDLE trova = INVALID_HANDLE_VALUE;
-  int mask = 0;
-};
-
-Elenco& E() {
-  static Elenco e;
-  return e;
-}
-
-void ChiudiElenco() {
-  Elenco& e = E();
-  if (e.trova != INVALID_HANDLE_VALUE) ::FindClose(std::exchange(e.trova, INVALID_HANDLE_VALUE));
-}
 
 void Imposta(int* err, int valore) {
   if (err) *err = valore;
@@ -185,7 +171,8 @@ bool ControllaSotto(const std::string& base, const std::string& percorso, std::s
 }  // namespace
 
 void UsaPrefisso(const std::string&) {
-  ChiudiElenco();
+  ChiudiEnumerazione();
+  DimenticaVistaVirtuale();
 }
 
 std::string PrefissoCorrente() {
@@ -206,53 +193,41 @@ std::string CartellaCorrente() {
   return SenzaBarraDiCartella(ConBuffer([](char* b, DWORD n) { return ::GetCurrentDirectoryA(n, b); }));
 }
 
-std::string DirPrimo(const std::string& pattern, int mask, int* err) {
+void grezzo::Elenco(const std::string& pattern, int mask, std::vector<std::string>* nomi, int* err,
+                    int* errFine) {
   Imposta(err, kNessunErrore);
-  ChiudiElenco();
+  Imposta(errFine, kNessunErrore);
   if (pattern.empty()) {
     Imposta(err, kErrBadFileName);
-    return {};
+    return;
   }
   const std::size_t k = pattern.find_last_of("\\/");
   if (k != std::string::npos && HaJolly(pattern.substr(0, k))) {
     Imposta(err, kErrBadFileName);
-    return {};
+    return;
   }
   std::string modello = pattern;
   if (Barra(modello.back()) || (modello.size() == 2 && modello[1] == ':')) modello += '*';
 
   WIN32_FIND_DATAA dati{};
-  HANDLE h = ::FindFirstFileA(modello.c_str(), &dati);
+  const HANDLE h = ::FindFirstFileA(modello.c_str(), &dati);
   if (h == INVALID_HANDLE_VALUE) {
     const DWORD codice = ::GetLastError();
     // Nothing to list, or no such folder, is an empty listing; a missing drive is not.
     const bool vuoto = codice == ERROR_FILE_NOT_FOUND || codice == ERROR_NO_MORE_FILES ||
                        codice == ERROR_PATH_NOT_FOUND || codice == ERROR_DIRECTORY;
     if (!vuoto || DriveAssente(modello)) Imposta(err, ErroreDa(codice, modello));
-    return {};
+    return;
   }
-  Elenco& e = E();
-  e.trova = h;
-  e.mask = mask;
-  if (Ammesso(dati.dwFileAttributes, mask)) return dati.cFileName;
-  return DirProssimo(err);
-}
-
-std::string DirProssimo(int* err) {
-  Imposta(err, kNessunErrore);
-  Elenco& e = E();
-  if (e.trova == INVALID_HANDLE_VALUE) return {};
-  WIN32_FIND_DATAA dati{};
-  while (::FindNextFileA(e.trova, &dati)) {
-    if (Ammesso(dati.dwFileAttributes, e.mask)) return dati.cFileName;
-  }
+  do {
+    if (Ammesso(dati.dwFileAttributes, mask)) nomi->push_back(dati.cFileName);
+  } while (::FindNextFileA(h, &dati));
   const DWORD codice = ::GetLastError();
-  ChiudiElenco();
-  if (codice != ERROR_NO_MORE_FILES) Imposta(err, ErroreDa(codice, {}));
-  return {};
+  ::FindClose(h);
+  if (codice != ERROR_NO_MORE_FILES) Imposta(errFine, ErroreDa(codice, {}));
 }
 
-int LeggiAttributi(const std::string& path, int* err) {
+int grezzo::Attributi(const std::string& path, int* err) {
   Imposta(err, kNessunErrore);
   const std::string p = SenzaBarraFinale(path);
   if (p.empty() || HaJolly(p)) {
@@ -272,7 +247,7 @@ int LeggiAttributi(const std::string& path, int* err) {
 }
 
 bool ImpostaAttributi(const std::string& path, int attr, int* err) {
-  if (LeggiAttributi(path, err) < 0) return false;
+  if (grezzo::Attributi(path, err) < 0) return false;
   DWORD valore = static_cast<DWORD>(attr & (kAttrReadOnly | kAttrHidden | kAttrSystem | kAttrArchive));
   if (valore == 0) valore = FILE_ATTRIBUTE_NORMAL;
   const std::string p = SenzaBarraFinale(path);
@@ -283,7 +258,7 @@ bool ImpostaAttributi(const std::string& path, int attr, int* err) {
   return true;
 }
 
-std::int64_t LunghezzaFile(const std::string& path, int* err) {
+std::int64_t grezzo::Lunghezza(const std::string& path, int* err) {
   Imposta(err, kNessunErrore);
   if (path.empty() || HaJolly(path)) {
     Imposta(err, kErrBadFileName);
@@ -300,7 +275,7 @@ std::int64_t LunghezzaFile(const std::string& path, int* err) {
 }
 
 bool EliminaFile(const std::string& path, int* err) {
-  const int a = LeggiAttributi(path, err);
+  const int a = grezzo::Attributi(path, err);
   if (a < 0) return false;
   // The platform says "access denied" here; the program expects the refusal of the request.
   if (a & (kAttrDirectory | kAttrReadOnly)) {
@@ -358,7 +333,7 @@ bool CreaUnaCartella(const std::string& path, int* err) {
 
 // ---- File ----
 
-File File::ApriLettura(const std::string& winPath, int* err) {
+File File::ApriLetturaGrezza(const std::string& winPath, int* err) {
   File f;
   Imposta(err, kNessunErrore);
   if (winPath.empty() || HaJolly(winPath)) {
@@ -389,7 +364,7 @@ File File::ApriLettura(const std::string& winPath, int* err) {
 
 std::optional<std::string> LeggiFileHost(const std::string& hostPath, std::size_t massimo) {
   int err = 0;
-  File f = File::ApriLettura(hostPath, &err);
+  File f = File::ApriLetturaGrezza(hostPath, &err);
   if (err || !f.Aperto()) return std::nullopt;
   const std::int64_t n = f.Lunghezza();
   std::string testo(

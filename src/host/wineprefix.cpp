@@ -21,10 +21,12 @@
 
 #include "host/attributi_wine.h"
 #include "host/file_host.h"
+#include "host/grezzo.h"
 #include "host/machine.h"
 #include "host/nomi.h"
 #include "host/registro_file.h"
 #include "host/utf8.h"
+#include "host/vista_virtuale.h"
 
 namespace host {
 namespace {
@@ -36,9 +38,6 @@ struct Stato {
   // What each drive letter's link says, read once per prefix.
   bool driveLetti = false;
   std::array<std::optional<std::string>, 26> drive;
-  // The one enumeration: the names still to give.
-  std::vector<std::string> elenco;
-  std::size_t prossimo = 0;
 };
 
 Stato& S() {
@@ -475,6 +474,8 @@ void UsaPrefisso(const std::string& hostFolder) {
   s = Stato{};
   s.pronto = true;
   s.prefisso = hostFolder;
+  ChiudiEnumerazione();
+  DimenticaVistaVirtuale();
 }
 
 std::string PrefissoCorrente() {
@@ -530,34 +531,33 @@ std::string CartellaCorrente() {
   return w;
 }
 
-std::string DirPrimo(const std::string& pattern, int mask, int* err) {
+void grezzo::Elenco(const std::string& pattern, int mask, std::vector<std::string>* elenco, int* err,
+                    int* errFine) {
   Imposta(err, kNessunErrore);
-  Stato& s = S();
-  s.elenco.clear();
-  s.prossimo = 0;
+  Imposta(errFine, kNessunErrore);
   if (pattern.empty()) {
     Imposta(err, kErrBadFileName);
-    return {};
+    return;
   }
   std::string cartella, modello;
   SeparaUltimo(pattern, &cartella, &modello);
   const bool contenuto = modello.empty();
   if (HaJolly(cartella)) {
     Imposta(err, kErrBadFileName);
-    return {};
+    return;
   }
   // The pattern is a path's last name too: closing dots and blanks go ("*." is "*").
   while (!modello.empty() && (modello.back() == '.' || modello.back() == ' ')) modello.pop_back();
   const auto r = Risolvi(cartella.empty() ? std::string(".") : cartella, err);
-  if (!r) return {};
+  if (!r) return;
   if (!contenuto && !HaJolly(modello) && NomeDispositivo(modello)) {
     // A device is found in any folder that exists, under the name it was asked by.
     struct stat st {};
     if (::stat(r->host.c_str(), &st) == 0 && S_ISDIR(st.st_mode))
-      s.elenco.push_back(modello.substr(0, std::min(modello.find_first_of(". "), modello.size())));
-    return DirProssimo(err);
+      elenco->push_back(modello.substr(0, std::min(modello.find_first_of(". "), modello.size())));
+    return;
   }
-  if (!contenuto && modello.empty()) return {};
+  if (!contenuto && modello.empty()) return;
   const std::string& base = r->host;
   const bool radice = cartella.size() <= 3 && cartella.size() >= 2 && cartella[1] == ':';
 
@@ -568,7 +568,7 @@ std::string DirPrimo(const std::string& pattern, int mask, int* err) {
     // A link whose target is gone is no entry at all.
     struct stat st {};
     if (::stat(pieno.c_str(), &st) != 0) return;
-    if (AmmessoDaMaschera(AttributiWine(pieno, st, nomeWin), mask)) s.elenco.push_back(nomeWin);
+    if (AmmessoDaMaschera(AttributiWine(pieno, st, nomeWin), mask)) elenco->push_back(nomeWin);
   };
 
   if (!contenuto && !HaJolly(modello)) {
@@ -583,7 +583,7 @@ std::string DirPrimo(const std::string& pattern, int mask, int* err) {
     DIR* d = ::opendir(base.c_str());
     if (!d) {
       if (errno != ENOENT && errno != ENOTDIR) Imposta(err, ErroreDaErrno(errno));
-      return {};
+      return;
     }
     std::vector<std::string> nomi;
     while (dirent* e = ::readdir(d)) {
@@ -594,26 +594,14 @@ std::string DirPrimo(const std::string& pattern, int mask, int* err) {
     ::closedir(d);
     std::sort(nomi.begin(), nomi.end(), PrimaInCartella);
     if (contenuto && (mask & kAttrDirectory) && !radice) {
-      s.elenco.push_back(".");
-      s.elenco.push_back("..");
+      elenco->push_back(".");
+      elenco->push_back("..");
     }
     for (const auto& n : nomi) aggiungi(n);
   }
-  return DirProssimo(err);
 }
 
-std::string DirProssimo(int* err) {
-  Imposta(err, kNessunErrore);
-  Stato& s = S();
-  if (s.prossimo >= s.elenco.size()) {
-    s.elenco.clear();
-    s.prossimo = 0;
-    return {};
-  }
-  return s.elenco[s.prossimo++];
-}
-
-int LeggiAttributi(const std::string& path, int* err) {
+int grezzo::Attributi(const std::string& path, int* err) {
   Imposta(err, kNessunErrore);
   std::string p = path;
   while (p.size() > 3 && (p.back() == '\\' || p.back() == '/')) p.pop_back();
@@ -639,7 +627,7 @@ int LeggiAttributi(const std::string& path, int* err) {
 
 bool ImpostaAttributi(const std::string& path, int attr, int* err) {
   Imposta(err, kNessunErrore);
-  if (LeggiAttributi(path, err) < 0) return false;
+  if (grezzo::Attributi(path, err) < 0) return false;
   const std::string h = PercorsoHost(path, err);
   struct stat st {};
   if (!Esiste(h, &st)) {
@@ -668,7 +656,7 @@ bool ImpostaAttributi(const std::string& path, int attr, int* err) {
   return true;
 }
 
-std::int64_t LunghezzaFile(const std::string& path, int* err) {
+std::int64_t grezzo::Lunghezza(const std::string& path, int* err) {
   Imposta(err, kNessunErrore);
   if (path.empty() || HaJolly(path)) {
     Imposta(err, kErrBadFileName);
@@ -695,7 +683,7 @@ std::int64_t LunghezzaFile(const std::string& path, int* err) {
 }
 
 bool EliminaFile(const std::string& path, int* err) {
-  const int a = LeggiAttributi(path, err);
+  const int a = grezzo::Attributi(path, err);
   if (a < 0) return false;
   // The platform refuses to delete a folder this way, or a read-only file.
   if (a & (kAttrDirectory | kAttrReadOnly)) {
@@ -749,7 +737,7 @@ bool CreaUnaCartella(const std::string& path, int* err) {
 
 // ---- File ----
 
-File File::ApriLettura(const std::string& winPath, int* err) {
+File File::ApriLetturaGrezza(const std::string& winPath, int* err) {
   File f;
   Imposta(err, kNessunErrore);
   if (winPath.empty() || HaJolly(winPath)) {

@@ -223,6 +223,16 @@ int Prepara(const MacchinaProva& m, std::optional<MisureFinte>& misure, const Ca
     for (std::size_t i = 1; i < c.size(); ++i)
       testo += c[i].starts_with(kDati) ? MacchinaProva::LeggiHost(c[i]) : c[i];
     m.Registro(testo);
+  } else if (c[0] == "appdati") {
+    m.AppDataLocale();
+  } else if (c[0] == "virtuale") {
+    // A file of the user's VirtualStore, below its local application data.
+    long esito = 0;
+    const std::string locale = host::CartellaSpeciale(host::kCsidlLocalAppData, &esito);
+    std::string rel = host::DaUtf8(c[1]);
+    std::replace(rel.begin(), rel.end(), '/', '\\');
+    MacchinaProva::ScriviHost(host::PercorsoHost(locale + "\\VirtualStore\\" + rel, nullptr),
+                              c.size() > 2 ? c[2] : "");
   } else if (c[0] == "misure") {
     // Volume figures by drive letter: letter, free, free to the caller, total.
     if (!misure) misure.emplace();
