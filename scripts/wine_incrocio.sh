@@ -94,6 +94,8 @@ reg "$ap\\sparito.exe" /ve /d 'C:\Vecchio\sparito.exe'
 reg "$ap\\perché.exe" /ve /d 'C:\Perché\ordl2009.exe'
 reg "$ap\\espanso.exe" /ve /t REG_EXPAND_SZ /d '%ProgramFiles%\espanso.exe'
 reg "$ap\\x.exe" /ve /d 'C:\Tools.exe\Ordelio'
+# UAC on, as on a default Windows (Wine's own prefixes have it off): the view through the VirtualStore.
+reg 'HKLM\Software\Microsoft\Windows\CurrentVersion\Policies\System' /v EnableLUA /t REG_DWORD /d 1
 
 # The executables whose versions are read: PE32+ and PE32 files that Wine and Debian ship, most of them
 # with a version block (its key in UTF-16), a few without.
@@ -217,17 +219,6 @@ done
 confronta discover discover
 
 # ---- check on the demo machine, and the snapshot member by member ----
-esegui_nativo check
-cp "$c/INFO_ORDL.BIN" "$t/n.bin"
-esegui_wine check
-cp "$c/INFO_ORDL.BIN" "$t/w.bin"
-casi=$((casi + 1))
-cmp -s "$t/n.rc" "$t/w.rc" && cmp -s "$t/n.err" "$t/w.err" || segnala "check" err rc
-mkdir -p "$t/n.membri" "$t/w.membri"
-"$nat" unpack "$t/n.bin" "$t/n.membri" >"$t/n.tabella"
-"$nat" unpack "$t/w.bin" "$t/w.membri" >"$t/w.tabella"
-casi=$((casi + 1))
-cmp -s "$t/n.tabella" "$t/w.tabella" || segnala "snapshot table" tabella
 # The header's disk figures (the free space of C: and of the largest drive, and its letter) move with every
 # file written anywhere on the host while the two runs go; the rest of the header must not differ.
 maschera() {
@@ -235,17 +226,53 @@ maschera() {
   head -c 17 /dev/zero
   tail -c +792 "$1"
 }
-for m in $(ls "$t/n.membri"); do
+# The snapshots $t/n.bin and $t/w.bin, table and members.
+confronta_snapshot() {
+  rm -rf "$t/n.membri" "$t/w.membri"
+  mkdir -p "$t/n.membri" "$t/w.membri"
+  "$nat" unpack "$t/n.bin" "$t/n.membri" >"$t/n.tabella" || true
+  "$nat" unpack "$t/w.bin" "$t/w.membri" >"$t/w.tabella" || true
   casi=$((casi + 1))
-  if [ "$m" = Infofile.bin ]; then
-    maschera "$t/n.membri/$m" >"$t/n.membro"
-    maschera "$t/w.membri/$m" >"$t/w.membro"
-  else
-    cp "$t/n.membri/$m" "$t/n.membro"
-    cp "$t/w.membri/$m" "$t/w.membro" 2>/dev/null || : >"$t/w.membro"
-  fi
-  cmp -s "$t/n.membro" "$t/w.membro" || segnala "snapshot member $m" membro
-done
+  [ -s "$t/n.tabella" ] && cmp -s "$t/n.tabella" "$t/w.tabella" || segnala "$1: snapshot table" tabella
+  for m in $(ls "$t/n.membri"); do
+    casi=$((casi + 1))
+    if [ "$m" = Infofile.bin ]; then
+      maschera "$t/n.membri/$m" >"$t/n.membro"
+      maschera "$t/w.membri/$m" >"$t/w.membro"
+    else
+      cp "$t/n.membri/$m" "$t/n.membro"
+      cp "$t/w.membri/$m" "$t/w.membro" 2>/dev/null || : >"$t/w.membro"
+    fi
+    cmp -s "$t/n.membro" "$t/w.membro" || segnala "$1: snapshot member $m" membro
+  done
+}
+# confronta_check NAME [TRLE ORDL]: the check run on both sides, its messages and exit status, and the two
+# snapshots it wrote into C:\.
+confronta_check() {
+  local nome=$1
+  shift
+  esegui_nativo check "$@"
+  cp "$c/INFO_ORDL.BIN" "$t/n.bin" 2>/dev/null || : >"$t/n.bin"
+  esegui_wine check "$@"
+  cp "$c/INFO_ORDL.BIN" "$t/w.bin" 2>/dev/null || : >"$t/w.bin"
+  casi=$((casi + 1))
+  cmp -s "$t/n.rc" "$t/w.rc" && cmp -s "$t/n.err" "$t/w.err" || segnala "$nome" err rc
+  confronta_snapshot "$nome"
+}
+confronta_check check
+cp "$t/n.bin" "$t/demo.bin"
+
+# ---- check of an editor below "Program Files (x86)" under UAC: its compiled script and a converted level
+# live only in the user's VirtualStore, where Windows put them for the editor; both sides pack and list them ----
+vs="$c/users/$(id -un)/AppData/Local/VirtualStore/Program Files (x86)/Trle"
+mkdir -p "$c/Program Files (x86)/Trle" "$vs/data"
+cp -r "$c/Giochi/Trle/." "$c/Program Files (x86)/Trle/"
+printf 'compilato' >"$vs/script.dat"
+printf 'livello' >"$vs/data/karnak.tr4"
+confronta_check "check under UAC" 'C:\Program Files (x86)\Trle' 'C:\Ordelio'
+casi=$((casi + 1))
+[ "$(cat "$t/n.membri/script.dat")" = compilato ] && grep -qa 'karnak' "$t/n.membri/TRLE.el" ||
+  segnala "check under UAC: the VirtualStore's script and level" tabella
 
 # ---- check when C:\ takes no new file, as the root of the system drive since Vista: both write the snapshot
 # onto the user's desktop, a link to a host folder as Wine makes it ----
@@ -263,10 +290,7 @@ if refuse + 2>/dev/null && ! touch "$c/prova" 2>/dev/null; then
   casi=$((casi + 2))
   grep -qF 'users\'"$(id -un)"'\Desktop\INFO_ORDL.BIN (' "$t/n.err" || segnala "check onto the desktop" err
   cmp -s "$t/n.rc" "$t/w.rc" && cmp -s "$t/n.err" "$t/w.err" || segnala "check onto the desktop" err rc
-  "$nat" unpack "$t/n.bin" "$t/n.membri" >"$t/n.tabella" || true
-  "$nat" unpack "$t/w.bin" "$t/w.membri" >"$t/w.tabella" || true
-  casi=$((casi + 1))
-  [ -s "$t/n.tabella" ] && cmp -s "$t/n.tabella" "$t/w.tabella" || segnala "snapshot table from the desktop" tabella
+  confronta_snapshot "check onto the desktop"
 else
   refuse - 2>/dev/null || true
   rm -f "$c/prova"
@@ -274,7 +298,7 @@ else
 fi
 
 # ---- report: each item of the native snapshot, read by both ----
-cp "$t/n.bin" "$c/Istantanea.bin"
+cp "$t/demo.bin" "$c/Istantanea.bin"
 for v in $voci_report; do
   confronta "report $v" report 'C:\Istantanea.bin' "$v"
 done

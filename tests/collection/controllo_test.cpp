@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <map>
 
@@ -9,6 +10,7 @@
 #include "esadecimale.h"
 #include "finestra_prova.h"
 #include "formats/archivio.h"
+#include "formats/elenco.h"
 #include "formats/info_header.h"
 #include "formats/preferenze.h"
 #include "host/machine.h"
@@ -131,6 +133,48 @@ TEST(Controllo, Corse) {
     EXPECT_EQ(h.VersioneOrdelio.Testo(),
               r[3] == "0x040" ? std::string(256, '\0') : "1, 0, 0, 5" + std::string(246, ' '));
     EXPECT_EQ(h.StartFolderTrle.Testo().substr(0, 7), "C:\\Trle");
+  }
+}
+
+}  // namespace
+
+namespace {
+
+// The editor installed below "Program Files (x86)" by its 32-bit installer, its script compiled and a level
+// converted since, which UAC virtualization put into the user's VirtualStore: the snapshot packs and lists
+// what the editor itself reads. Rows: EnableLUA, EnableVirtualization, the script packed, the level listed.
+TEST(Controllo, FileDegliStrumentiSottoUac) {
+  const struct {
+    const char* lua;
+    const char* virtualizzazione;
+    const char* script;
+    bool livello;
+  } righe[] = {{"1", "1", "compilato", true}, {"1", "0", "originale", false}, {"0", "1", "originale", false}};
+  for (const auto& r : righe) {
+    SCOPED_TRACE(std::string(r.lua) + r.virtualizzazione);
+    Installazioni i;
+    i.m.AppDataLocale();
+    i.m.Registro(std::string("WINE REGISTRY Version 2\n[Software\\\\Microsoft\\\\Windows\\\\CurrentVersion\\\\Policies\\\\"
+                             "System]\n\"EnableLUA\"=dword:0000000") +
+                 r.lua + "\n\"EnableVirtualization\"=dword:0000000" + r.virtualizzazione + "\n");
+    const std::string trle = "Program Files (x86)\\Trle";
+    for (const char* f : {"tomb4.exe", "ordeio.txt", "data\\title.tr4"}) MacchinaProva::ScriviHost(i.m.C(trle + "\\" + f), "x");
+    MacchinaProva::ScriviHost(i.m.C(trle + "\\script.dat"), "originale");
+    long esito = 0;
+    const std::string copia = host::CartellaSpeciale(host::kCsidlLocalAppData, &esito) + "\\VirtualStore\\" + trle;
+    MacchinaProva::ScriviHost(host::PercorsoHost(copia + "\\script.dat", nullptr), "compilato");
+    MacchinaProva::ScriviHost(host::PercorsoHost(copia + "\\data\\karnak.tr4", nullptr), "livello");
+    i.f.nomeTrle.testo = "C:\\" + trle;
+    collection::Pul_Start_Click(i.f.principale);
+    fs::create_directories(i.m.C("Dati"));
+    collection::ContenutoSnapshot s;
+    ASSERT_TRUE(collection::EstraiSnapshot(collection::kNomeSnapshot, "C:\\Dati", s));
+    EXPECT_EQ(MacchinaProva::LeggiHost(i.m.C("Dati/script.dat")), r.script);
+    formats::ElencoFile elenco;
+    ASSERT_TRUE(formats::CaricaElencoStretto("C:\\Dati\\TRLE.el", elenco));
+    const bool livello =
+        std::find(elenco.NomiFile.begin(), elenco.NomiFile.end(), "\\data\\karnak.tr4") != elenco.NomiFile.end();
+    EXPECT_EQ(livello, r.livello);
   }
 }
 
