@@ -78,7 +78,10 @@ set(CPACK_PACKAGE_INSTALL_DIRECTORY CheckORDL)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_PROJECT_CONFIG_FILE ${PROJECT_SOURCE_DIR}/cmake/cpack_generatore.cmake)
 
-if(WIN32)
+if(WIN32 AND CMAKE_SIZEOF_VOID_P EQUAL 4)
+  # The 32-bit program, for every Windows from 7 on: a zip.
+  set(CPACK_GENERATOR ZIP)
+elseif(WIN32)
   set(CPACK_GENERATOR NSIS ZIP)
   # Our own installer script: per user, no administrator rights (CPack's own asks for them).
   list(PREPEND CMAKE_MODULE_PATH ${PROJECT_SOURCE_DIR}/cmake/nsis)

@@ -2,11 +2,12 @@
 # The whole test suite: the Windows cross build of the core, the headless tool and the tests, every reader
 # of outside files under the fuzzer for a short while, a plain Release build as a packager makes it with the
 # tests natively, the Windows build's tests and the cross-check of the two machine back ends under Wine, the
-# packages installed, run and removed, then the tests under AddressSanitizer and UndefinedBehaviorSanitizer.
+# packages installed, run and removed, the tests under AddressSanitizer and UndefinedBehaviorSanitizer, and
+# the program for 32-bit Windows built, checked and packed.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/dipendenze.sh
-installa cmake ninja-build g++ make googletest libgtest-dev libgmock-dev locales g++-mingw-w64-x86-64 qt6-base-dev \
+installa cmake ninja-build g++ make googletest libgtest-dev libgmock-dev locales g++-mingw-w64-x86-64 g++-mingw-w64-i686 qt6-base-dev \
   nlohmann-json3-dev nsis lintian appstream dpkg-dev file procps \
   clang libclang-rt-14-dev libwine win32-loader wine wine64 python3
 locale_italiano
@@ -46,4 +47,8 @@ tappa "sanitizers"
 cmake --preset asan
 cmake --build --preset asan -j "$jobs"
 ctest --preset asan -j "$jobs"
+
+# The program for 32-bit Windows, checked and packed; run under Wine only where Wine's 32-bit part installs.
+tappa "Windows 32-bit"
+bash scripts/windows32.sh build/mingw
 tappa "done"

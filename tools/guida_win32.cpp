@@ -114,39 +114,41 @@ std::string TestoFinestra(HWND w) {
   return t;
 }
 
+// Callbacks of the system are named functions: a 32-bit build calls them as __stdcall, which a lambda is not.
+BOOL CALLBACK AggiungiFiglio(HWND w, LPARAM l) {
+  reinterpret_cast<std::vector<HWND>*>(l)->push_back(w);
+  return TRUE;
+}
+
 std::vector<HWND> Figli(HWND padre) {
   std::vector<HWND> v;
-  EnumChildWindows(
-      padre,
-      [](HWND w, LPARAM l) {
-        reinterpret_cast<std::vector<HWND>*>(l)->push_back(w);
-        return TRUE;
-      },
-      reinterpret_cast<LPARAM>(&v));
+  EnumChildWindows(padre, AggiungiFiglio, reinterpret_cast<LPARAM>(&v));
   return v;
+}
+
+struct Cerca {
+  const char* classe;
+  const char* titolo;
+  bool visibile;
+  HWND trovata;
+};
+
+BOOL CALLBACK CercaFinestra(HWND w, LPARAM l) {
+  auto& c = *reinterpret_cast<Cerca*>(l);
+  DWORD pid = 0;
+  GetWindowThreadProcessId(w, &pid);
+  if (pid != gProgramma.dwProcessId || (c.visibile && !IsWindowVisible(w))) return TRUE;
+  if (c.classe && Classe(w) != c.classe) return TRUE;
+  if (c.titolo && TestoFinestra(w) != c.titolo) return TRUE;
+  c.trovata = w;
+  return FALSE;
 }
 
 // The program's top-level window of that class (any, for nullptr) and that caption (any, for nullptr),
 // shown or, unless `visibile`, about to be.
 HWND Finestra(const char* classe, const char* titolo, bool visibile = true) {
-  struct Cerca {
-    const char* classe;
-    const char* titolo;
-    bool visibile;
-    HWND trovata;
-  } c{classe, titolo, visibile, nullptr};
-  EnumWindows(
-      [](HWND w, LPARAM l) {
-        auto& c = *reinterpret_cast<Cerca*>(l);
-        DWORD pid = 0;
-        GetWindowThreadProcessId(w, &pid);
-        if (pid != gProgramma.dwProcessId || (c.visibile && !IsWindowVisible(w))) return TRUE;
-        if (c.classe && Classe(w) != c.classe) return TRUE;
-        if (c.titolo && TestoFinestra(w) != c.titolo) return TRUE;
-        c.trovata = w;
-        return FALSE;
-      },
-      reinterpret_cast<LPARAM>(&c));
+  Cerca c{classe, titolo, visibile, nullptr};
+  EnumWindows(CercaFinestra, reinterpret_cast<LPARAM>(&c));
   return c.trovata;
 }
 

@@ -189,12 +189,14 @@ struct Passi {
   }
   explicit Passi(std::vector<std::function<void()>> passi) {
     Elenco() = std::move(passi);
-    timer_ = SetTimer(nullptr, 0, 20, [](HWND, UINT, UINT_PTR, DWORD) {
-      if (Elenco().empty()) return;
-      auto passo = std::move(Elenco().front());
-      Elenco().erase(Elenco().begin());
-      passo();
-    });
+    timer_ = SetTimer(nullptr, 0, 20, Passo);
+  }
+  // A named function: a 32-bit build calls timers as __stdcall, which a lambda is not.
+  static void CALLBACK Passo(HWND, UINT, UINT_PTR, DWORD) {
+    if (Elenco().empty()) return;
+    auto passo = std::move(Elenco().front());
+    Elenco().erase(Elenco().begin());
+    passo();
   }
   ~Passi() { KillTimer(nullptr, timer_); }
   UINT_PTR timer_;
@@ -273,23 +275,27 @@ TEST(FinestreWin32, NienteTagliato) {
   EXPECT_EQ(Suggerimento(f, f.Controllo("Text_Path")), lunga);
 }
 
-// The analysis window and the picker are modal: the main window takes no input while one is open.
+// The analysis window and the picker are modal: the main window takes no input while one is open. Timer
+// procedures are named functions: a 32-bit build calls them as __stdcall, which a lambda is not.
+HWND gPrincipale, gAnalisi;
+bool gDisabilitata = false;
+
+void CALLBACK GuardaEChiudi(HWND, UINT, UINT_PTR id, DWORD) {
+  KillTimer(nullptr, id);
+  gDisabilitata = !IsWindowEnabled(gPrincipale) && IsWindowVisible(gAnalisi);
+  PostMessageA(gAnalisi, WM_CLOSE, 0, 0);
+}
+
 TEST(FinestreWin32, Modale) {
   Banco banco;
   win32::FinestraPrincipale w(banco.Servizi());
   win32::FinestraAnalisi a(w.Hwnd(), banco.messaggi, banco.file, banco.appunti, w.Modello().InfoHeader);
-  static HWND principale, analisi;
-  static bool disabilitata = false;
-  principale = w.Hwnd();
-  analisi = a.Hwnd();
-  const UINT_PTR t = SetTimer(nullptr, 0, 20, [](HWND, UINT, UINT_PTR id, DWORD) {
-    KillTimer(nullptr, id);
-    disabilitata = !IsWindowEnabled(principale) && IsWindowVisible(analisi);
-    PostMessageA(analisi, WM_CLOSE, 0, 0);
-  });
+  gPrincipale = w.Hwnd();
+  gAnalisi = a.Hwnd();
+  const UINT_PTR t = SetTimer(nullptr, 0, 20, GuardaEChiudi);
   win32::MostraModale(a);
   KillTimer(nullptr, t);
-  EXPECT_TRUE(disabilitata);
+  EXPECT_TRUE(gDisabilitata);
   EXPECT_TRUE(a.Chiusa());
   EXPECT_TRUE(IsWindowEnabled(w.Hwnd()));
 }
@@ -531,24 +537,31 @@ TEST(FinestreWin32, TrovatoAlCentro) {
 
 // A critical box of the system: the program's title, the error icon, one OK button. It is answered from a
 // timer inside its own modal loop.
+std::string gTitolo, gTesto;
+bool gIcona = false;
+int gPulsanti = 0;
+
+void CALLBACK LeggiERispondi(HWND, UINT, UINT_PTR id, DWORD) {
+  HWND box = FindWindowA("#32770", nullptr);
+  if (!box) return;
+  KillTimer(nullptr, id);
+  gTitolo = Testo(box);
+  gTesto = Testo(GetDlgItem(box, 0xFFFF));
+  for (HWND c = GetWindow(box, GW_CHILD); c; c = GetWindow(c, GW_HWNDNEXT)) {
+    char classe[32] = {};
+    GetClassNameA(c, classe, sizeof(classe));
+    if (std::string_view(classe) == "Button" && IsWindowVisible(c)) ++gPulsanti;
+    if (std::string_view(classe) == "Static" && (GetWindowLongA(c, GWL_STYLE) & SS_ICON) == SS_ICON) gIcona = true;
+  }
+  PostMessageA(box, WM_COMMAND, IDOK, 0);
+}
+
 TEST(FinestreWin32, ScatolaCritica) {
-  static std::string titolo, testo;
-  static bool icona = false;
-  static int pulsanti = 0;
-  const UINT_PTR t = SetTimer(nullptr, 0, 50, [](HWND, UINT, UINT_PTR id, DWORD) {
-    HWND box = FindWindowA("#32770", nullptr);
-    if (!box) return;
-    KillTimer(nullptr, id);
-    titolo = Testo(box);
-    testo = Testo(GetDlgItem(box, 0xFFFF));
-    for (HWND c = GetWindow(box, GW_CHILD); c; c = GetWindow(c, GW_HWNDNEXT)) {
-      char classe[32] = {};
-      GetClassNameA(c, classe, sizeof(classe));
-      if (std::string_view(classe) == "Button" && IsWindowVisible(c)) ++pulsanti;
-      if (std::string_view(classe) == "Static" && (GetWindowLongA(c, GWL_STYLE) & SS_ICON) == SS_ICON) icona = true;
-    }
-    PostMessageA(box, WM_COMMAND, IDOK, 0);
-  });
+  const std::string& titolo = gTitolo;
+  const std::string& testo = gTesto;
+  const bool& icona = gIcona;
+  const int& pulsanti = gPulsanti;
+  const UINT_PTR t = SetTimer(nullptr, 0, 50, LeggiERispondi);
   win32::MessaggiW().Critico("Non trovo file: C:\\Caf\xe9\r\nfine");
   KillTimer(nullptr, t);
   EXPECT_EQ(titolo, "CheckORDL");
