@@ -44,7 +44,14 @@ casi=0
 senza_wine() { grep -v '^wine: ' || true; }
 esegui_nativo() { (cd "$t" && "$nat" "$@" >"$t/n.out" 2>"$t/n.err" && echo 0 >"$t/n.rc" || echo $? >"$t/n.rc"); }
 esegui_wine() {
-  (cd "$t" && wine_esegui "$win" "$@" >"$t/w.out" 2>"$t/w.raw" && echo 0 >"$t/w.rc" || echo $? >"$t/w.rc")
+  local tentativo
+  for tentativo in 1 2; do
+    (cd "$t" && wine_esegui "$win" "$@" >"$t/w.out" 2>"$t/w.raw" && echo 0 >"$t/w.rc" || echo $? >"$t/w.rc")
+    # Wine that could not start the program (a line of its own, nothing of the program's) gets one more try:
+    # a loaded machine makes that happen now and then.
+    grep -q '^wine: ' "$t/w.raw" && [ "$(cat "$t/w.rc")" != 0 ] && [ ! -s "$t/w.out" ] || break
+    echo "wine cross-check: Wine did not start $*: $(grep '^wine: ' "$t/w.raw" | head -1)"
+  done
   senza_wine <"$t/w.raw" >"$t/w.err"
 }
 segnala() {

@@ -8,6 +8,7 @@
 #include "analysis/analisi_backup.h"
 #include "analysis/elenchi.h"
 #include "analysis/prospetto_archivio.h"
+#include "analysis/riepilogo_installazione.h"
 #include "analysis/testo.h"
 #include "formats/archivio.h"
 #include "formats/info_header.h"
@@ -123,6 +124,7 @@ class Verifica {
       if (haPref_) CartellaEditor();
     }
     if (!archivio_.empty() && haDirarc_ && dirarcIntero_) CartelleArchivio();
+    Installazione();
     if (haHeader_) {
       Spazio();
       VersioneOrdelio();
@@ -305,6 +307,15 @@ class Verifica {
           "archive.folders-match", Gravita::pass,
           "The archive folder holds a folder for each of the " + std::to_string(h.TotLivelli) + " levels",
           prove);
+  }
+
+  void Installazione() {
+    std::vector<ElencoDiCartella> elenchi;
+    if (haTrle_) elenchi.push_back({"editor", &trle_});
+    if (haOrdl_) elenchi.push_back({"Ordelio", &ordl_});
+    if (haDirarc_) elenchi.push_back({"archive", &dirarc_});
+    if (elenchi.empty()) return;
+    for (Esito& e : VerificaInstallazione(elenchi)) esiti_.push_back(std::move(e));
   }
 
   // A disk figure as a count of bytes, or as its text where a damaged header holds no such count (a NaN,

@@ -111,6 +111,22 @@ TEST(Riepilogo, CasiControAttesi) {
          c.membri = {
              {"script.dat", Script({"X"})}, {"infofile.bin", ""}, {"ordelio.prf", ""}, {"Archivio.QLV", ""}};
        }},
+      // The editor where its 32-bit installer puts it, Ordelio in a OneDrive folder with an accented name, the
+      // archive on a long path; names the code page could not show, and one past the path limit.
+      {"installazione",
+       [](Caso& c) {
+         const std::string editor = "C:\\Program Files (x86)\\Core Design\\trle";
+         c.membri["TRLE.el"] = Elenco(editor, {{"\\tomb4.exe", 800000},
+                                               {"\\data\\title.tr4", 1000},
+                                               {"\\data\\egypt.TR4", 2000},
+                                               {"\\data\\??????.tr4", 10}});
+         c.p.PathTRLE.Assegna(editor);
+         c.membri["ORDL.el"] =
+             Elenco("C:\\Users\\Mario\\OneDrive\\Documenti\\Perch\xe9", {{"\\ordl2009.exe", 4}});
+         const std::string archivio = "C:\\" + std::string(240, 'L');
+         c.membri["DirArc.el"] =
+             Elenco(archivio, {{"\\Kriegler\\k.tr4", 9}, {"\\Egitto\\" + std::string(30, 'e') + ".tr4", 9}});
+       }},
       // Lists that cannot be read leave their checks out; without ordl2009.exe no version is expected.
       {"elenchi_rotti_senza_ordl2009",
        [](Caso& c) {

@@ -1,0 +1,124 @@
+#include "analysis/riepilogo_installazione.h"
+
+#include <algorithm>
+#include <string>
+
+#include "analysis/elenchi.h"
+#include "host/nomi.h"
+
+namespace analysis {
+namespace {
+
+// A path's characters, terminator included, must stay below this (MAX_PATH).
+constexpr std::size_t kLimite = 260;
+// A folder this close to the limit leaves no room for the names the level tools make in it.
+constexpr std::size_t kMargine = 20;
+constexpr const char* kAltrove = "such as C:\\TRLE";
+
+// The components of a Windows path after its drive, in upper case.
+std::vector<std::string> Componenti(const std::string& cartella) {
+  std::vector<std::string> parti;
+  std::size_t i = cartella.size() >= 2 && cartella[1] == ':' ? 2 : 0;
+  while (i < cartella.size()) {
+    const std::size_t j = std::min(cartella.find('\\', i), cartella.size());
+    if (j > i) parti.push_back(host::Maiuscolo(cartella.substr(i, j - i)));
+    i = j + 1;
+  }
+  return parti;
+}
+
+bool SottoProgrammi(const std::string& cartella) {
+  const auto parti = Componenti(cartella);
+  return !parti.empty() && (parti[0] == "PROGRAM FILES" || parti[0] == "PROGRAM FILES (X86)");
+}
+
+bool SottoOneDrive(const std::string& cartella) {
+  const auto parti = Componenti(cartella);
+  return std::any_of(parti.begin(), parti.end(), [](const std::string& p) { return p.starts_with("ONEDRIVE"); });
+}
+
+bool SoloAscii(const std::string& s) {
+  return std::all_of(s.begin(), s.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
+std::string SenzaBarra(std::string cartella) {
+  while (cartella.size() > 3 && cartella.back() == '\\') cartella.pop_back();
+  return cartella;
+}
+
+class Installazione {
+ public:
+  std::vector<Esito> Verifica(const std::vector<ElencoDiCartella>& elenchi) {
+    for (const auto& e : elenchi) Cartella(e.ruolo, *e.elenco);
+    if (esiti_.empty())
+      esiti_.push_back({"install.paths-ok", Gravita::pass,
+                        "The installation folders are outside Program Files and OneDrive, plain and short",
+                        {},
+                        {}});
+    return std::move(esiti_);
+  }
+
+ private:
+  void Avvisa(const char* id, std::string titolo, std::vector<Prova> prove, std::string azione) {
+    esiti_.push_back({id, Gravita::warn, std::move(titolo), std::move(prove), std::move(azione)});
+  }
+
+  void Cartella(const std::string& ruolo, const formats::ElencoFile& elenco) {
+    const std::string cartella = SenzaBarra(elenco.CartellaBase);
+    const std::vector<Prova> prova = {{"folder", ruolo}, {"path", cartella}};
+    if (SottoProgrammi(cartella))
+      Avvisa("install.program-files", "The " + ruolo + " folder is below a Program Files folder", prova,
+             std::string("Files the level tools write there may live in the user's VirtualStore and differ "
+                         "from what others see; installing in a folder of the user's, ") +
+                 kAltrove + ", avoids it.");
+    if (!SoloAscii(cartella))
+      Avvisa("install.non-ascii-path", "The " + ruolo + " folder's path has characters outside ASCII", prova,
+             std::string("Move the installation to a folder whose path is plain ASCII, ") + kAltrove +
+                 ": the level tools may not open it.");
+    if (SottoOneDrive(cartella))
+      Avvisa("install.onedrive", "The " + ruolo + " folder is below a OneDrive folder", prova,
+             std::string("Move the installation out of OneDrive into a folder of the user's, ") + kAltrove +
+                 ": OneDrive may keep files online only or lock them while it syncs.");
+    if (cartella.size() + kMargine >= kLimite)
+      Avvisa("install.long-path",
+             "The " + ruolo + " folder's path is " + std::to_string(cartella.size()) +
+                 " characters long, near the limit of 260",
+             {{"folder", ruolo}, {"path", cartella}, {"length", static_cast<std::int64_t>(cartella.size())}},
+             std::string("Move the installation to a shorter path, ") + kAltrove +
+                 ": the level tools cannot open longer paths.");
+    Nomi(ruolo, cartella, elenco);
+  }
+
+  // The names of a list: "?" where Windows' code page could not show a character, and full paths that
+  // reach the limit. One warning each, with the count and the first such name.
+  void Nomi(const std::string& ruolo, const std::string& cartella, const formats::ElencoFile& elenco) {
+    std::int64_t illeggibili = 0, lunghi = 0;
+    std::string primoIlleggibile, primoLungo;
+    for (std::size_t i = 0; i < VociUsabili(elenco); ++i) {
+      const std::string& nome = elenco.NomiFile[i];
+      if (nome.find('?') != std::string::npos && illeggibili++ == 0) primoIlleggibile = nome;
+      const std::size_t lunghezza = cartella.size() + (nome.starts_with('\\') ? 0 : 1) + nome.size();
+      if (lunghezza + 1 > kLimite && lunghi++ == 0) primoLungo = nome;
+    }
+    if (illeggibili > 0)
+      Avvisa("install.unshowable-name",
+             "The " + ruolo + " folder holds names with characters the Windows code page cannot show",
+             {{"folder", ruolo}, {"names", illeggibili}, {"first", primoIlleggibile}},
+             "Rename those files and folders with plain letters: the level tools cannot open them.");
+    if (lunghi > 0)
+      Avvisa("install.long-name", "The " + ruolo + " folder holds paths that reach the limit of 260 characters",
+             {{"folder", ruolo}, {"names", lunghi}, {"first", primoLungo}},
+             std::string("Shorten those names, or move the installation to a shorter path, ") + kAltrove +
+                 ": the level tools cannot open them.");
+  }
+
+  std::vector<Esito> esiti_;
+};
+
+}  // namespace
+
+std::vector<Esito> VerificaInstallazione(const std::vector<ElencoDiCartella>& elenchi) {
+  return Installazione().Verifica(elenchi);
+}
+
+}  // namespace analysis
