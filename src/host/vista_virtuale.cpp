@@ -40,16 +40,17 @@ std::uint32_t Numero(const char* chiave, const char* nome, std::uint32_t predefi
   return U32LE(dati, 0);
 }
 
-// A folder of the system's registry, %SystemDrive% put in as the system does; `predefinito` where the
-// value is missing.
-std::string Cartella(const char* chiave, const char* nome, const std::string& predefinito) {
+// A folder of the system's registry, %SystemDrive% put in as the system does (the drive of `sistema`);
+// `predefinito` where the value is missing.
+std::string Cartella(const char* chiave, const char* nome, const std::string& predefinito,
+                     const std::string& sistema) {
   std::string dati;
   int tipo = kRegNone;
   if (LeggiValoreSistema(chiave, nome, &dati, &tipo) != kRegOk || !TipoTesto(tipo)) return predefinito;
   dati = dati.substr(0, dati.find('\0'));
   static constexpr std::string_view kDrive = "%SystemDrive%";
   if (UgualiSenzaCaso(std::string_view(dati).substr(0, kDrive.size()), kDrive))
-    dati.replace(0, kDrive.size(), "C:");
+    dati.replace(0, kDrive.size(), sistema.substr(0, 2));
   return dati;
 }
 
@@ -68,11 +69,14 @@ Impostazioni Leggi() {
   const std::string locale = CartellaSpeciale(kCsidlLocalAppData, &esito);
   if (esito != 0 || locale.size() < 3) return i;
   i.archivio = locale + (locale.back() == '\\' ? "" : "\\") + "VirtualStore";
+  const std::string sistema =
+      Cartella("Software\\Microsoft\\Windows NT\\CurrentVersion", "SystemRoot", "C:\\Windows", "C:");
   for (const std::string& c :
-       {Cartella(kCorrente, "ProgramFilesDir", "C:\\Program Files"),
-        Cartella(kCorrente, "ProgramFilesDir (x86)", "C:\\Program Files (x86)"),
-        Cartella("Software\\Microsoft\\Windows NT\\CurrentVersion\\ProfileList", "ProgramData", "C:\\ProgramData"),
-        Cartella("Software\\Microsoft\\Windows NT\\CurrentVersion", "SystemRoot", "C:\\Windows")})
+       {Cartella(kCorrente, "ProgramFilesDir", "C:\\Program Files", sistema),
+        Cartella(kCorrente, "ProgramFilesDir (x86)", "C:\\Program Files (x86)", sistema),
+        Cartella("Software\\Microsoft\\Windows NT\\CurrentVersion\\ProfileList", "ProgramData",
+                 sistema.substr(0, 2) + "\\ProgramData", sistema),
+        sistema})
     if (c.size() > 3 && c[1] == ':' && c[2] == '\\') i.radici.push_back(Radice(c));
   return i;
 }
