@@ -16,16 +16,15 @@ namespace {
 // Bodies travel in pieces of this size, so memory stays small whatever a member's size.
 constexpr std::size_t kPezzo = 1 << 20;
 
-void ScriviIntero(host::File& f, std::int32_t v) {
+bool ScriviIntero(host::File& f, std::int32_t v) {
   std::string b;
   host::AccodaLE(b, static_cast<std::uint32_t>(v));
-  f.Scrivi(b.data(), b.size());
+  return f.Scrivi(b.data(), b.size());
 }
 
 // A 32-bit length and that many bytes, no terminator.
-void ScriviStringaLunga(const std::string& testo, host::File& file) {
-  ScriviIntero(file, static_cast<std::int32_t>(testo.size()));
-  file.Scrivi(testo.data(), testo.size());
+bool ScriviStringaLunga(const std::string& testo, host::File& file) {
+  return ScriviIntero(file, static_cast<std::int32_t>(testo.size())) && file.Scrivi(testo.data(), testo.size());
 }
 
 // False when the file ends first.
@@ -44,23 +43,56 @@ std::int32_t Misura(const std::string& percorso) {
   return static_cast<std::int32_t>(n);
 }
 
-// Copies exactly `dimensione` bytes of the member into the snapshot: a member that shrank or cannot be read
-// is made up with NULs, one that grew is cut, so the table and the bodies always agree.
-void CopiaCorpo(const std::string& percorso, std::int64_t dimensione, host::File& out, char* pezzo) {
+// Why writing the snapshot stopped: its own file failed, or a member could not be read whole.
+enum class Guasto { nessuno, scrittura, membro };
+
+// Copies exactly `dimensione` bytes of the member into the snapshot, so that the table and the bodies agree:
+// a member that grew meanwhile is cut, one that shrank is made up with NULs. A member that cannot be opened,
+// or whose reading fails, is a failure of the member.
+Guasto CopiaCorpo(const std::string& percorso, std::int64_t dimensione, host::File& out, char* pezzo) {
   int err = 0;
   host::File in = host::File::ApriLettura(percorso, &err);
-  std::int64_t restante = dimensione;
-  bool leggibile = !err && in.Aperto();
-  while (restante > 0) {
+  if (err || !in.Aperto()) return Guasto::membro;
+  bool finito = false;
+  for (std::int64_t restante = dimensione; restante > 0;) {
     const auto voglio = static_cast<std::size_t>(std::min<std::int64_t>(restante, kPezzo));
-    std::size_t avuti = leggibile ? in.Leggi(pezzo, voglio) : 0;
+    const std::size_t avuti = finito ? 0 : in.Leggi(pezzo, voglio);
+    if (in.ErroreLettura()) return Guasto::membro;
     if (avuti < voglio) {
-      leggibile = false;
+      finito = true;
       std::fill(pezzo + avuti, pezzo + voglio, '\0');
     }
-    out.Scrivi(pezzo, voglio);
+    if (!out.Scrivi(pezzo, voglio)) return Guasto::scrittura;
     restante -= static_cast<std::int64_t>(voglio);
   }
+  return Guasto::nessuno;
+}
+
+// The whole snapshot into a new file; `membro` is the index of a member that could not be read.
+Guasto ScriviSnapshot(const std::string& nome, const ContenutoSnapshot& t, support::BarraProgresso& barra,
+                      std::size_t* membro) {
+  int err = 0;
+  host::File out = host::File::CreaNuovo(nome, &err);
+  if (err || !out.Aperto()) return Guasto::scrittura;
+  bool scritto = ScriviIntero(out, t.Numero);
+  for (std::int32_t i = 0; scritto && i < t.Numero; ++i)
+    scritto = ScriviStringaLunga(t.Nomi[i], out) && ScriviIntero(out, t.Dimensioni[i]);
+  if (!scritto) return Guasto::scrittura;
+  const auto pezzo = std::make_unique<char[]>(kPezzo);
+  for (std::int32_t i = 0; i < t.Numero; ++i) {
+    support::AggiornaProgresso(barra, t.Numero, i + 1);
+    if (const Guasto g = CopiaCorpo(t.Nomi[i], t.Dimensioni[i], out, pezzo.get()); g != Guasto::nessuno) {
+      *membro = static_cast<std::size_t>(i);
+      return g;
+    }
+  }
+  return out.Scarica() ? Guasto::nessuno : Guasto::scrittura;
+}
+
+void Togli(ContenutoSnapshot& t, std::size_t i) {
+  t.Nomi.erase(t.Nomi.begin() + static_cast<std::ptrdiff_t>(i));
+  t.Dimensioni.erase(t.Dimensioni.begin() + static_cast<std::ptrdiff_t>(i));
+  --t.Numero;
 }
 
 }  // namespace
@@ -90,21 +122,24 @@ bool SalvaSnapshot(const std::string& NomeFile, const std::vector<std::string>& 
   }
   t.Numero = static_cast<std::int32_t>(t.Nomi.size());
 
-  int err = 0;
-  host::File out = host::File::ApriScrittura(NomeFile, &err);
-  if (err || !out.Aperto()) return false;
-
-  ScriviIntero(out, t.Numero);
-  for (std::int32_t i = 0; i < t.Numero; ++i) {
-    ScriviStringaLunga(t.Nomi[i], out);
-    ScriviIntero(out, t.Dimensioni[i]);
+  // Written whole under a name of its own beside the snapshot, then put in the snapshot's place in one
+  // step: a full disk, a failing write or a process killed meanwhile leaves no snapshot that is not whole,
+  // and a link at the snapshot's name is replaced, never written through. A member that cannot be read is
+  // left out, as one that does not exist: the table and the bodies always agree.
+  const std::string parziale = NomeFile + kSuffissoParziale;
+  for (;;) {
+    support::CancellaFile(parziale);
+    std::size_t membro = 0;
+    const Guasto g = ScriviSnapshot(parziale, t, barra, &membro);
+    if (g == Guasto::membro) {
+      Togli(t, membro);
+      continue;
+    }
+    int err = 0;
+    if (g == Guasto::nessuno && host::SostituisciFile(parziale, NomeFile, &err)) break;
+    support::CancellaFile(parziale);
+    return false;
   }
-  const auto pezzo = std::make_unique<char[]>(kPezzo);
-  for (std::int32_t i = 0; i < t.Numero; ++i) {
-    support::AggiornaProgresso(barra, t.Numero, i + 1);
-    CopiaCorpo(t.Nomi[i], t.Dimensioni[i], out, pezzo.get());
-  }
-  out.Chiudi();
 
   labelInfo.ImpostaTesto("");
   labelInfo.Ridisegna();

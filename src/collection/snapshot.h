@@ -17,7 +17,9 @@ struct ContenutoSnapshot {
   std::vector<std::int32_t> Dimensioni;
 };
 
-// Packs the members that exist, in order. False only when the snapshot cannot be opened for writing.
+// Packs the members that exist and can be read, in order. False when the snapshot cannot be written whole,
+// and then no file of its name is left. It is written as NomeFile + kSuffissoParziale first.
+inline constexpr const char* kSuffissoParziale = ".part";
 bool SalvaSnapshot(const std::string& NomeFile, const std::vector<std::string>& Membri,
                    std::int32_t NumeroMembri, support::Didascalia& labelInfo, support::BarraProgresso& barra);
 

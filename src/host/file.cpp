@@ -5,12 +5,14 @@
 
 namespace host {
 
-File::File(File&& other) noexcept : handle_(std::exchange(other.handle_, kNoHandle)) {}
+File::File(File&& other) noexcept
+    : handle_(std::exchange(other.handle_, kNoHandle)), erroreLettura_(std::exchange(other.erroreLettura_, false)) {}
 
 File& File::operator=(File&& other) noexcept {
   if (this != &other) {
     Chiudi();
     handle_ = std::exchange(other.handle_, kNoHandle);
+    erroreLettura_ = std::exchange(other.erroreLettura_, false);
   }
   return *this;
 }

@@ -57,6 +57,10 @@ std::int64_t LunghezzaFile(const std::string& path, int* err);
 
 bool EliminaFile(const std::string& path, int* err);
 
+// Puts the file `da` in the place of `a`, in one step: a file or a link of that name is replaced, never
+// written through; a folder there fails the call. Both in one folder.
+bool SostituisciFile(const std::string& da, const std::string& a, int* err);
+
 // The program's own working files are reached from a folder of its own (`base`, which may itself be reached
 // through links) and never through a symbolic link, a junction or a mount point below it: a link made by
 // accident must not let the program write or delete in a folder of the user's. `percorso` is `base`, "\"
@@ -117,11 +121,19 @@ class File {
   // The same below `base`, as EliminaFileSotto reaches it; a link in the file's place is not written through.
   static File ApriScritturaSotto(const std::string& base, const std::string& percorso, int* err);
 
+  // A new file that must not be there yet: never an existing file, nor through a link of its name. The
+  // folder must exist.
+  static File CreaNuovo(const std::string& winPath, int* err);
+
   bool Aperto() const { return handle_ != kNoHandle; }
   std::int64_t Lunghezza() const;
   // Reads up to n bytes; gives how many were read, 0 at the end or on error.
   std::size_t Leggi(char* buf, std::size_t n);
+  // A read failed (as against reaching the end of the file).
+  bool ErroreLettura() const { return erroreLettura_; }
   bool Scrivi(const char* buf, std::size_t n);
+  // What was written is on the disk.
+  bool Scarica();
   // Moves the position forward by n bytes.
   bool Salta(std::int64_t n);
   std::int64_t Posizione() const;
@@ -130,6 +142,7 @@ class File {
  private:
   static constexpr std::intptr_t kNoHandle = -1;
   std::intptr_t handle_ = kNoHandle;
+  bool erroreLettura_ = false;
 };
 
 // One program at a time per program folder: an exclusive hold on the lock file `checkordl.lock` in it,

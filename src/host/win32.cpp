@@ -396,6 +396,38 @@ File File::ApriScrittura(const std::string& winPath, int* err) {
   return f;
 }
 
+File File::CreaNuovo(const std::string& winPath, int* err) {
+  File f;
+  Imposta(err, kNessunErrore);
+  if (winPath.empty() || HaJolly(winPath) || Barra(winPath.back())) {
+    Imposta(err, kErrBadFileName);
+    return f;
+  }
+  // CREATE_NEW fails on any entry of that name, a link included, so nothing is written through one.
+  const HANDLE h = ::CreateFileA(winPath.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_NEW,
+                                 FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
+  if (h == INVALID_HANDLE_VALUE) {
+    const DWORD codice = ::GetLastError();
+    Imposta(err, codice == ERROR_FILE_EXISTS ? kErrPathFileAccess : ErroreDa(codice, winPath));
+    return f;
+  }
+  f.handle_ = reinterpret_cast<std::intptr_t>(h);
+  return f;
+}
+
+bool SostituisciFile(const std::string& da, const std::string& a, int* err) {
+  Imposta(err, kNessunErrore);
+  if (Rifiutato(a, FILE_ATTRIBUTE_DIRECTORY)) {
+    Imposta(err, kErrPathFileAccess);
+    return false;
+  }
+  if (!::MoveFileExA(da.c_str(), a.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
+    Imposta(err, ErroreDa(::GetLastError(), a));
+    return false;
+  }
+  return true;
+}
+
 File File::ApriScritturaSotto(const std::string& base, const std::string& percorso, int* err) {
   File f;
   Imposta(err, kNessunErrore);
@@ -455,7 +487,11 @@ std::size_t File::Leggi(char* buf, std::size_t n) {
   while (letti < n) {
     const auto voglio = static_cast<DWORD>(std::min(n - letti, kPezzo));
     DWORD k = 0;
-    if (!::ReadFile(Maniglia(handle_), buf + letti, voglio, &k, nullptr) || k == 0) break;
+    if (!::ReadFile(Maniglia(handle_), buf + letti, voglio, &k, nullptr)) {
+      erroreLettura_ = true;
+      break;
+    }
+    if (k == 0) break;
     letti += k;
   }
   return letti;
@@ -471,6 +507,10 @@ bool File::Scrivi(const char* buf, std::size_t n) {
     scritti += k;
   }
   return true;
+}
+
+bool File::Scarica() {
+  return Aperto() && ::FlushFileBuffers(Maniglia(handle_));
 }
 
 bool File::Salta(std::int64_t n) {

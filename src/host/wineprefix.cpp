@@ -819,6 +819,46 @@ File File::ApriScrittura(const std::string& winPath, int* err) {
   return f;
 }
 
+File File::CreaNuovo(const std::string& winPath, int* err) {
+  File f;
+  Imposta(err, kNessunErrore);
+  if (winPath.empty() || HaJolly(winPath) || Barra(winPath.back()) || Dispositivo(winPath)) {
+    Imposta(err, kErrBadFileName);
+    return f;
+  }
+  const auto r = Risolvi(winPath, err);
+  if (!r) return f;
+  if (!r->genitoreEsiste) {
+    Imposta(err, kErrPathNotFound);
+    return f;
+  }
+  const int fd = ::open(r->host.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666);
+  if (fd < 0) {
+    Imposta(err, errno == EEXIST ? kErrPathFileAccess : ErroreDaErrno(errno));
+    return f;
+  }
+  f.handle_ = fd;
+  return f;
+}
+
+bool SostituisciFile(const std::string& da, const std::string& a, int* err) {
+  Imposta(err, kNessunErrore);
+  const auto origine = Risolvi(da, err);
+  if (!origine) return false;
+  const auto destinazione = Risolvi(a, err);
+  if (!destinazione) return false;
+  struct stat st {};
+  if (::lstat(destinazione->host.c_str(), &st) == 0 && S_ISDIR(st.st_mode)) {
+    Imposta(err, kErrPathFileAccess);
+    return false;
+  }
+  if (::rename(origine->host.c_str(), destinazione->host.c_str()) != 0) {
+    Imposta(err, ErroreDaErrno(errno));
+    return false;
+  }
+  return true;
+}
+
 File File::ApriScritturaSotto(const std::string& base, const std::string& percorso, int* err) {
   File f;
   Imposta(err, kNessunErrore);
@@ -894,6 +934,7 @@ std::size_t File::Leggi(char* buf, std::size_t n) {
   while (letti < n) {
     const ssize_t k = ::read(static_cast<int>(handle_), buf + letti, n - letti);
     if (k < 0 && errno == EINTR) continue;
+    if (k < 0) erroreLettura_ = true;
     if (k <= 0) break;
     letti += static_cast<std::size_t>(k);
   }
@@ -910,6 +951,10 @@ bool File::Scrivi(const char* buf, std::size_t n) {
     scritti += static_cast<std::size_t>(k);
   }
   return true;
+}
+
+bool File::Scarica() {
+  return Aperto() && ::fsync(static_cast<int>(handle_)) == 0;
 }
 
 bool File::Salta(std::int64_t n) {

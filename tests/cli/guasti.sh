@@ -1,0 +1,88 @@
+#!/usr/bin/env bash
+# Broken machines: each row breaks one thing, runs a verb, and checks its message and exit status, which
+# files stand after it, and that the files outside the program folder and the prefix (a folder of precious
+# files) are unchanged, by checksum. Rows that need root or a file system feature say so and are passed over
+# where they cannot be made.
+set -euo pipefail
+cli=$1
+t=$(realpath "$(mktemp -d)")
+sbloccati=()
+trap 'for m in "${sbloccati[@]}"; do umount "$m" 2>/dev/null || true; done; chattr -i "$t/p/drive_c" 2>/dev/null; rm -rf "$t"' EXIT
+fail() { echo "FAIL: $*" >&2; exit 1; }
+mkdir "$t/bin" "$t/prezioso"
+cp "$cli" "$t/bin/checkordl-cli"
+cli=$t/bin/checkordl-cli
+export WINEPREFIX=$t/p
+"$cli" demo "$WINEPREFIX" >/dev/null 2>&1 || fail "demo"
+c=$WINEPREFIX/drive_c
+printf 'keep me' >"$t/prezioso/keep.txt"
+impronta() { (cd "$t/prezioso" && find . -printf '%p %y %s\n' | sort && find . -type f -exec sha256sum {} + | sort); }
+prima=$(impronta)
+root=$([ "$(id -u)" = 0 ] && echo 1 || echo 0)
+
+# esegui NAME EXIT MESSAGE VERB...: the verb's exit status and a line of its messages; the precious files as
+# they were.
+esegui() {
+  local nome=$1 uscita=$2 messaggio=$3
+  shift 3
+  local rc=0
+  "$cli" "$@" >"$t/out" 2>"$t/err" || rc=$?
+  [ "$rc" = "$uscita" ] || fail "$nome: exit $rc, not $uscita: $(cat "$t/err")"
+  [ -z "$messaggio" ] || grep -qF -- "$messaggio" "$t/err" || fail "$nome: no \"$messaggio\" in: $(cat "$t/err")"
+  [ "$(impronta)" = "$prima" ] || fail "$nome: the precious files changed"
+}
+niente() { [ ! -e "$1" ] && [ ! -L "$1" ] || fail "$2: $1 is there"; }
+salta() { echo "cli guasti: $1 passed over: $2"; }
+
+# The snapshot's name a link to a precious file: replaced by the snapshot, never written through.
+ln -sf "$t/prezioso/keep.txt" "$c/INFO_ORDL.BIN"
+esegui "snapshot name a link" 0 "plain: Scanning is complete" check
+[ -f "$c/INFO_ORDL.BIN" ] && [ ! -L "$c/INFO_ORDL.BIN" ] || fail "snapshot name a link: the link stands"
+niente "$c/INFO_ORDL.BIN.part" "snapshot name a link"
+
+# The same in a folder that takes no change (and no desktop to fall back on): the write fails, and says so.
+if [ "$root" = 1 ] && rm "$c/INFO_ORDL.BIN" && ln -s "$t/prezioso/keep.txt" "$c/INFO_ORDL.BIN" && chattr +i "$c" 2>/dev/null; then
+  esegui "snapshot name a link, C: unchangeable" 1 'critical: Error saving C:\INFO_ORDL.BIN' check
+  chattr -i "$c"
+  [ -L "$c/INFO_ORDL.BIN" ] || fail "the link went in an unchangeable folder"
+  rm "$c/INFO_ORDL.BIN"
+else
+  salta "snapshot name a link, C: unchangeable" "needs root and chattr"
+  rm -f "$c/INFO_ORDL.BIN"
+fi
+
+# A member that cannot be read (a pipe) is left out, as one that does not exist; the table and the bodies
+# agree.
+mkfifo "$c/tubo"
+printf 'dopo' >"$c/dopo.txt"
+esegui "member that cannot be read" 0 "" pack 'C:\s.bin' 'C:\tubo' 'C:\dopo.txt'
+mkdir -p "$t/fuori"
+"$cli" unpack 'C:\s.bin' "$t/fuori" >"$t/tabella" || fail "unpack of a snapshot without the pipe"
+[ "$(cat "$t/tabella")" = "$(printf 'C:\\dopo.txt\t4')" ] || fail "table: $(cat "$t/tabella")"
+
+# The disk full while packing: no snapshot, nothing half written, the message of a snapshot that cannot be
+# written.
+mkdir -p "$t/piccolo"
+if [ "$root" = 1 ] && mount -t tmpfs -o size=64k tmpfs "$t/piccolo" 2>/dev/null; then
+  sbloccati+=("$t/piccolo")
+  head -c 300000 /dev/urandom >"$c/grande.bin"
+  esegui "disk full" 1 "critical: Error saving Z:${t//\//\\}\\piccolo\\s.bin" pack "$t/piccolo/s.bin" 'C:\grande.bin'
+  niente "$t/piccolo/s.bin" "disk full"
+  niente "$t/piccolo/s.bin.part" "disk full"
+else
+  salta "disk full" "needs root and tmpfs"
+fi
+
+# Killed while packing a large member: no file under the snapshot's name, and the next run clean.
+truncate -s 2000M "$c/enorme.bin"
+"$cli" pack 'C:\k.bin' 'C:\enorme.bin' >/dev/null 2>&1 &
+pid=$!
+for _ in $(seq 100); do [ -e "$c/k.bin.part" ] && break; sleep 0.02; done
+kill -9 "$pid" 2>/dev/null || true
+wait "$pid" 2>/dev/null || true
+niente "$c/k.bin" "killed while packing"
+esegui "the run after a kill" 0 "" pack 'C:\k.bin' 'C:\dopo.txt'
+[ -s "$c/k.bin" ] || fail "the run after a kill wrote no snapshot"
+niente "$c/k.bin.part" "the run after a kill"
+rm -f "$c/enorme.bin"
+echo "cli guasti: ok"
