@@ -41,7 +41,7 @@ int Prospetti(const std::string& snapshot, const std::vector<std::string>& voci,
     if (ognuno) ScriviByte("== " + voci[i] + "\n" + area.Testo() + "\n");
   }
   if (!ognuno) ScriviByte(area.Testo());
-  return msg.CriticoMostrato() ? 1 : 0;
+  return msg.CriticoMostrato() || !d.SnapshotAperto ? 1 : 0;
 }
 
 std::vector<std::string> TutteLeVoci() {

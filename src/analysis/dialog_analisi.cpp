@@ -66,7 +66,8 @@ void ImpostaValori(Dialog_Analisi& d, const std::string& NomeInfoOrdl) {
   else
     support::CreaCartella(d.CartellaDati);
   // A Dati that is a link is one that could not be made: nothing is written through it.
-  if (!collection::EstraiSnapshot(NomeInfoOrdl, d.CartellaDati, d.Contenuto, d.CartellaProgramma)) {
+  d.SnapshotAperto = collection::EstraiSnapshot(NomeInfoOrdl, d.CartellaDati, d.Contenuto, d.CartellaProgramma);
+  if (!d.SnapshotAperto) {
     d.Messaggi.Semplice("Errrore estraendo file");
     return;
   }

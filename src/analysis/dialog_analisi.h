@@ -68,6 +68,8 @@ struct Dialog_Analisi {
   std::string CartellaProgramma = host::CartellaProgramma();
 
   // What ImpostaValori leaves.
+  // The snapshot was unpacked whole into Dati.
+  bool SnapshotAperto = false;
   collection::ContenutoSnapshot Contenuto{};
   std::string CartellaDati{};
   std::array<std::int32_t, 9> FlagBit{};

@@ -89,6 +89,28 @@ Guasto ScriviSnapshot(const std::string& nome, const ContenutoSnapshot& t, suppo
   return out.Scarica() ? Guasto::nessuno : Guasto::scrittura;
 }
 
+// One member into its file below `base`, written whole. A file of that name is written over (keeping the
+// spelling of its name); what cannot be written over, a link or a read-only file, goes first (a link itself,
+// never what it names), as archive tools do. False, with nothing of it left, when it cannot be written;
+// the snapshot's position is then no longer known.
+bool EstraiMembro(host::File& in, std::int64_t dimensione, const std::string& destinazione,
+                  const std::string& base, char* pezzo) {
+  int err = 0;
+  host::File out = host::File::ApriScritturaSotto(base, destinazione, &err);
+  if (err == host::kErrPathFileAccess && host::EliminaFileSotto(base, destinazione, &err))
+    out = host::File::ApriScritturaSotto(base, destinazione, &err);
+  bool scritto = !err && out.Aperto();
+  for (std::int64_t restante = dimensione; scritto && restante > 0;) {
+    const auto voglio = static_cast<std::size_t>(std::min<std::int64_t>(restante, kPezzo));
+    scritto = in.Leggi(pezzo, voglio) == voglio && out.Scrivi(pezzo, voglio);
+    restante -= static_cast<std::int64_t>(voglio);
+  }
+  if (scritto) return true;
+  out.Chiudi();
+  host::EliminaFileSotto(base, destinazione, &err);
+  return false;
+}
+
 void Togli(ContenutoSnapshot& t, std::size_t i) {
   t.Nomi.erase(t.Nomi.begin() + static_cast<std::ptrdiff_t>(i));
   t.Dimensioni.erase(t.Dimensioni.begin() + static_cast<std::ptrdiff_t>(i));
@@ -186,16 +208,8 @@ bool EstraiSnapshot(const std::string& NomeFile, const std::string& Cartella, Co
       if (!in.Salta(dimensione)) return false;
       continue;
     }
-    err = 0;
-    const std::string destinazione = Cartella + "\\" + nome;
-    host::File out = base.empty() ? host::File::ApriScrittura(destinazione, &err)
-                                  : host::File::ApriScritturaSotto(base, destinazione, &err);
-    for (std::int64_t restante = dimensione; restante > 0;) {
-      const auto voglio = static_cast<std::size_t>(std::min<std::int64_t>(restante, kPezzo));
-      if (in.Leggi(pezzo.get(), voglio) != voglio) return false;
-      if (out.Aperto()) out.Scrivi(pezzo.get(), voglio);
-      restante -= static_cast<std::int64_t>(voglio);
-    }
+    if (!EstraiMembro(in, dimensione, Cartella + "\\" + nome, base.empty() ? Cartella : base, pezzo.get()))
+      return false;
   }
   return true;
 }

@@ -73,6 +73,34 @@ else
   salta "disk full" "needs root and tmpfs"
 fi
 
+# Unpacking into a folder that holds a link named like a member: the link is replaced, not written through.
+mkdir -p "$t/cartella"
+ln -s "$t/prezioso/keep.txt" "$t/cartella/script.dat"
+esegui "unpack over a link" 0 "" unpack 'C:\INFO_ORDL_2.BIN' "$t/cartella"
+[ -f "$t/cartella/script.dat" ] && [ ! -L "$t/cartella/script.dat" ] || fail "unpack over a link: the link stands"
+
+# A snapshot that cannot be opened: its message, and exit status 1 from every verb that reads it.
+printf 'not a snapshot' >"$c/rotto.bin"
+esegui "report of a broken snapshot" 1 "plain: Errrore estraendo file" report 'C:\rotto.bin' header
+esegui "unpack of a broken snapshot" 1 "critical: Errrore estraendo file" unpack 'C:\rotto.bin' "$t/cartella"
+esegui "compare with a broken snapshot" 1 "" compare 'C:\rotto.bin' 'C:\INFO_ORDL_2.BIN'
+esegui "findings of a broken snapshot" 1 "" findings 'C:\rotto.bin'
+
+# A program folder too full to take the members: the snapshot is not opened, and says so.
+mkdir -p "$t/pieno"
+misura=$(( ($(stat -c %s "$cli") / 4096 + 3) * 4096 ))
+if [ "$root" = 1 ] && mount -t tmpfs -o size=$misura tmpfs "$t/pieno" 2>/dev/null; then
+  sbloccati+=("$t/pieno")
+  cp "$cli" "$t/pieno/checkordl-cli"
+  head -c 50000 /dev/urandom >"$c/grosso.bin"
+  "$cli" pack 'C:\grosso_snap.bin' 'C:\grosso.bin' >/dev/null 2>&1 || fail "pack of a large member"
+  rc=0
+  "$t/pieno/checkordl-cli" report 'C:\grosso_snap.bin' header >"$t/out" 2>"$t/err" || rc=$?
+  [ "$rc" = 1 ] && grep -qF "plain: Errrore estraendo file" "$t/err" || fail "full program folder: $rc $(cat "$t/err")"
+else
+  salta "full program folder" "needs root and tmpfs"
+fi
+
 # Killed while packing a large member: no file under the snapshot's name, and the next run clean.
 truncate -s 2000M "$c/enorme.bin"
 "$cli" pack 'C:\k.bin' 'C:\enorme.bin' >/dev/null 2>&1 &
