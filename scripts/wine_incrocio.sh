@@ -310,5 +310,28 @@ for v in $voci_report; do
   confronta "report $v" report 'C:\Istantanea.bin' "$v"
 done
 
+# ---- one program folder for both builds: a lock of either kind keeps the other out. Wine makes LockFileEx a
+# record lock of the host file, which the native build's lock (an open file description's) conflicts with;
+# each kind is held from outside, and both builds must refuse the run ----
+for tipo in 6 37; do  # F_SETLK, as Wine holds it; F_OFD_SETLK, as the native build holds it
+  python3 -c 'import fcntl, struct, sys, time
+f = open(sys.argv[1], "a")
+fcntl.fcntl(f, int(sys.argv[2]), struct.pack("hhqqi", fcntl.F_WRLCK, 0, 0, 1, 0))
+print("held", flush=True)
+time.sleep(60)' "$c/Strumenti/checkordl.lock" "$tipo" >"$t/tenuto" &
+  tenitore=$!
+  for _ in $(seq 100); do [ -s "$t/tenuto" ] && break; sleep 0.05; done
+  for lato in nativo wine; do
+    casi=$((casi + 1))
+    "esegui_$lato" report 'C:\Istantanea.bin' header
+    e=$([ $lato = nativo ] && echo n || echo w)
+    [ "$(cat "$t/$e.rc")" = 1 ] && grep -q 'Another CheckORDL is using the program folder' "$t/$e.err" ||
+      segnala "a lock held by fcntl $tipo keeps the $lato build out" err rc
+  done
+  kill "$tenitore"
+  wait "$tenitore" 2>/dev/null || true
+  rm -f "$c/Strumenti/checkordl.lock"
+done
+
 echo "wine cross-check: $casi cases, $differenze different"
 [ "$differenze" = 0 ]

@@ -42,10 +42,16 @@ BloccoCartella::BloccoCartella(const std::string& cartella) {
   const auto fine = std::chrono::steady_clock::now() + kAttesa;
   for (;;) {
     bool occupato = false;
-    const std::intptr_t maniglia = PrendiBlocco(cartella, &occupato);
+    std::string motivo;
+    const std::intptr_t maniglia = PrendiBlocco(cartella, &occupato, &motivo);
     if (maniglia != -1) {
       Tenute()[chiave] = {cartella, maniglia, 1};
       chiave_ = std::move(chiave);
+      return;
+    }
+    if (!motivo.empty()) {
+      occupato_ = true;
+      motivo_ = std::move(motivo);
       return;
     }
     if (!occupato) return;
@@ -58,13 +64,14 @@ BloccoCartella::BloccoCartella(const std::string& cartella) {
 }
 
 BloccoCartella::BloccoCartella(BloccoCartella&& other) noexcept
-    : chiave_(std::exchange(other.chiave_, {})), occupato_(other.occupato_) {}
+    : chiave_(std::exchange(other.chiave_, {})), occupato_(other.occupato_), motivo_(std::move(other.motivo_)) {}
 
 BloccoCartella& BloccoCartella::operator=(BloccoCartella&& other) noexcept {
   if (this != &other) {
     Rilascia();
     chiave_ = std::exchange(other.chiave_, {});
     occupato_ = other.occupato_;
+    motivo_ = std::move(other.motivo_);
   }
   return *this;
 }

@@ -17,9 +17,12 @@ std::optional<std::string> LeggiFileHost(const std::string& hostPath,
                                          std::size_t massimo = std::numeric_limits<std::size_t>::max());
 
 // The lock file of a program folder, opened and held at once by the back end; -1 when it cannot be, with
-// `occupato` telling whether another process holds it. Letting go removes it.
+// `occupato` telling whether another process holds it, and `motivo` why a lock file that is there cannot
+// be held (a folder, a link, a file that refuses the lock); both stay empty when the folder takes no new
+// file. Letting go removes it. The hold is a byte-range lock on the file's first byte, the kind that Wine
+// takes for LockFileEx: a native program and a Windows one under Wine exclude each other.
 inline constexpr const char* kFileBlocco = "checkordl.lock";
-std::intptr_t PrendiBlocco(const std::string& cartella, bool* occupato);
+std::intptr_t PrendiBlocco(const std::string& cartella, bool* occupato, std::string* motivo);
 void LasciaBlocco(const std::string& cartella, std::intptr_t maniglia);
 
 // Whether this user may make files in the folder (a Windows path), as the program folder needs.

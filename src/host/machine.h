@@ -148,7 +148,8 @@ class File {
 // One program at a time per program folder: an exclusive hold on the lock file `checkordl.lock` in it,
 // waited for a moment. The system lets go of it when the process ends, however it ends. Holds taken again
 // by the same process on the same folder nest. A folder where no lock file can be made is worked in
-// without one: the work itself then fails as it would have.
+// without one: the work itself then fails as it would have. A lock file that is there but cannot be held
+// (a folder, a link, a file that refuses the lock) refuses the work.
 class BloccoCartella {
  public:
   BloccoCartella() = default;
@@ -168,11 +169,14 @@ class BloccoCartella {
 
   // Another process held the folder all the while, or it was refused: nothing is held.
   bool Occupato() const { return occupato_; }
+  // Why the lock file could not be held; "" when another process held it.
+  const std::string& Motivo() const { return motivo_; }
 
  private:
   void Rilascia();
   std::string chiave_;
   bool occupato_ = false;
+  std::string motivo_;
 };
 
 }  // namespace host

@@ -4,7 +4,6 @@
 
 #include <dirent.h>
 #include <fcntl.h>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/xattr.h>
 #include <unistd.h>
@@ -15,6 +14,7 @@
 #include <cerrno>
 #include <climits>
 #include <cstdlib>
+#include <cstring>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -888,18 +888,45 @@ bool StessoFile(const struct stat& a, const struct stat& b) {
 
 }  // namespace
 
+// What stands at the lock file's name and cannot be held.
+std::string NonBloccabile(const struct stat& st) {
+  if (S_ISLNK(st.st_mode)) return std::string(kFileBlocco) + " is a link";
+  if (S_ISDIR(st.st_mode)) return std::string(kFileBlocco) + " is a folder";
+  return std::string(kFileBlocco) + " is not a file";
+}
+
 // The file goes when its holder lets go, so a lock taken on a name that another holder has just removed
-// is no lock: the name must still be the file held.
-std::intptr_t PrendiBlocco(const std::string& cartella, bool* occupato) {
+// is no lock: the name must still be the file held. The lock is an open file description's lock on the
+// first byte: it conflicts with the record locks Wine takes for LockFileEx, and a close elsewhere in the
+// process does not drop it.
+std::intptr_t PrendiBlocco(const std::string& cartella, bool* occupato, std::string* motivo) {
   *occupato = false;
+  motivo->clear();
   Sotto s;
   if (!ApriSotto(cartella, cartella + "\\" + kFileBlocco, &s, nullptr)) return -1;
   for (;;) {
+    struct stat st {};
+    const bool c_era = ::fstatat(s.fd, s.nome.c_str(), &st, AT_SYMLINK_NOFOLLOW) == 0;
+    if (c_era && !S_ISREG(st.st_mode)) {
+      *motivo = NonBloccabile(st);
+      return -1;
+    }
     const int fd = ::openat(s.fd, s.nome.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, 0666);
-    if (fd < 0) return -1;
-    if (::flock(fd, LOCK_EX | LOCK_NB) != 0) {
-      *occupato = errno == EWOULDBLOCK;
+    if (fd < 0) {
+      // A folder that takes no new file is worked in without a lock; a lock file that will not open is not.
+      if (c_era) *motivo = std::string(kFileBlocco) + " cannot be opened: " + std::strerror(errno);
+      return -1;
+    }
+    struct flock f {};
+    f.l_type = F_WRLCK;
+    f.l_whence = SEEK_SET;
+    f.l_start = 0;
+    f.l_len = 1;
+    if (::fcntl(fd, F_OFD_SETLK, &f) != 0) {
+      const int e = errno;
       ::close(fd);
+      *occupato = e == EAGAIN || e == EACCES;
+      if (!*occupato) *motivo = std::string(kFileBlocco) + " cannot be locked: " + std::strerror(e);
       return -1;
     }
     struct stat tenuto {

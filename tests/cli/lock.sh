@@ -4,7 +4,7 @@
 # whole, or refused that way.
 set -euo pipefail
 t=$(realpath "$(mktemp -d)")
-trap 'rm -rf "$t"' EXIT
+trap 'kill "${tenitore:-}" 2>/dev/null; rm -rf "$t"' EXIT
 fail() { echo "FAIL: $*" >&2; exit 1; }
 mkdir "$t/bin"
 cp "$1" "$t/bin/checkordl-cli"
@@ -16,8 +16,18 @@ export WINEPREFIX=$t/p
 cartella=Z:$(printf '%s' "$t/bin" | tr / '\\')
 messaggio="critical: Another CheckORDL is using the program folder $cartella. Close it and try again."
 
-exec 9>"$t/bin/checkordl.lock"
-flock -n 9
+# Held as Wine holds it for LockFileEx: a record lock on the first byte.
+tiene() {
+  python3 -c 'import fcntl, sys, time
+f = open(sys.argv[1], "a")
+fcntl.lockf(f, fcntl.LOCK_EX | fcntl.LOCK_NB, 1, 0)
+print("held", flush=True)
+time.sleep(120)' "$1" >"$t/tenuto" &
+  tenitore=$!
+  for _ in $(seq 100); do [ -s "$t/tenuto" ] && return; sleep 0.05; done
+  fail "the lock could not be held from outside"
+}
+tiene "$t/bin/checkordl.lock"
 touch "$t/prima"
 for verbo in 'report C:\INFO_ORDL.BIN header' check 'compare C:\INFO_ORDL.BIN C:\INFO_ORDL_2.BIN' \
              'sample C:\Giochi' 'demo p2'; do
@@ -30,15 +40,35 @@ for verbo in 'report C:\INFO_ORDL.BIN header' check 'compare C:\INFO_ORDL.BIN C:
   [ $rc = 1 ] && [ "$(cat "$t/err")" = "$messaggio" ] && [ ! -s "$t/out" ] || fail "$verbo held: $rc $(cat "$t/err")"
   [ $ms -ge 1500 ] && [ $ms -lt 4000 ] || fail "$verbo waited $ms ms"
 done
-cambiati=$(find "$t" -mindepth 1 -newer "$t/prima" ! -name out ! -name err)
+cambiati=$(find "$t" -mindepth 1 -newer "$t/prima" ! -name out ! -name err ! -name tenuto)
 [ -z "$cambiati" ] || fail "written while held: $cambiati"
-exec 9>&-
+kill "$tenitore"
+wait "$tenitore" 2>/dev/null || true
+rm -f "$t/bin/checkordl.lock"
 
-for i in 1 2 3 4; do
-  "$cli" report 'C:\INFO_ORDL.BIN' header ordl > "$t/out$i" 2> "$t/err$i" & pid[i]=$!
+# A lock file that cannot be held refuses the run and says why, rather than run unlocked.
+for modo in cartella link; do
+  if [ $modo = cartella ]; then mkdir "$t/bin/checkordl.lock"; else ln -s "$t/altrove" "$t/bin/checkordl.lock"; fi
+  set +e
+  "$cli" report 'C:\INFO_ORDL.BIN' header >"$t/out" 2>"$t/err"; rc=$?
+  set -e
+  atteso="$messaggio (checkordl.lock is a $([ $modo = cartella ] && echo folder || echo link))"
+  [ $rc = 1 ] && [ "$(cat "$t/err")" = "$atteso" ] && [ ! -s "$t/out" ] || fail "lock file a $modo: $rc $(cat "$t/err")"
+  [ ! -e "$t/altrove" ] || fail "lock file a link: written through"
+  rm -rf "$t/bin/checkordl.lock"
 done
-for i in 1 2 3 4; do
-  if wait "${pid[i]}"; then cmp -s "$t/atteso" "$t/out$i" || fail "run $i not whole"
-  else [ "$(cat "$t/err$i")" = "$messaggio" ] && [ ! -s "$t/out$i" ] || fail "run $i: $(cat "$t/err$i")"; fi
+
+# Twenty pairs of runs on two snapshots at once: each output is the run's alone, or refused.
+"$cli" report 'C:\INFO_ORDL_2.BIN' header ordl > "$t/atteso2" || fail "report alone"
+for i in $(seq 20); do
+  "$cli" report 'C:\INFO_ORDL.BIN' header ordl > "$t/out$i" 2> "$t/err$i" & pid[i]=$!
+  "$cli" report 'C:\INFO_ORDL_2.BIN' header ordl > "$t/out2_$i" 2> "$t/err2_$i" & pid2[i]=$!
+done
+for i in $(seq 20); do
+  for coppia in "${pid[i]} out$i err$i atteso" "${pid2[i]} out2_$i err2_$i atteso2"; do
+    read -r p o e a <<<"$coppia"
+    if wait "$p"; then cmp -s "$t/$a" "$t/$o" || fail "run $o not whole"
+    else [ "$(cat "$t/$e")" = "$messaggio" ] && [ ! -s "$t/$o" ] || fail "run $o: $(cat "$t/$e")"; fi
+  done
 done
 echo "cli lock: ok"
