@@ -4,7 +4,7 @@
 set -euo pipefail
 cli=$1
 t=$(mktemp -d)
-trap 'chattr -i "$t/p/drive_c" 2>/dev/null; chmod -R u+w "$t" 2>/dev/null; rm -rf "$t"' EXIT
+trap 'chattr -i "$t/p/drive_c" 2>/dev/null || true; chmod -R u+w "$t" 2>/dev/null || true; rm -rf "$t"' EXIT
 fail() { echo "FAIL: $*" >&2; exit 1; }
 cp "$cli" "$t/checkordl-cli"
 cli=$t/checkordl-cli

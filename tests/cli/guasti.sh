@@ -7,7 +7,7 @@ set -euo pipefail
 cli=$1
 t=$(realpath "$(mktemp -d)")
 sbloccati=()
-trap 'for m in "${sbloccati[@]}"; do umount "$m" 2>/dev/null || true; done; chattr -i "$t/p/drive_c" 2>/dev/null; rm -rf "$t"' EXIT
+trap 'for m in "${sbloccati[@]}"; do umount "$m" 2>/dev/null || true; done; chattr -i "$t/p/drive_c" 2>/dev/null || true; rm -rf "$t"' EXIT
 fail() { echo "FAIL: $*" >&2; exit 1; }
 mkdir "$t/bin" "$t/prezioso"
 cp "$cli" "$t/bin/checkordl-cli"

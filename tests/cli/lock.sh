@@ -4,7 +4,7 @@
 # whole, or refused that way.
 set -euo pipefail
 t=$(realpath "$(mktemp -d)")
-trap 'kill "${tenitore:-}" 2>/dev/null; rm -rf "$t"' EXIT
+trap 'kill "${tenitore:-}" 2>/dev/null || true; rm -rf "$t"' EXIT
 fail() { echo "FAIL: $*" >&2; exit 1; }
 mkdir "$t/bin"
 cp "$1" "$t/bin/checkordl-cli"
