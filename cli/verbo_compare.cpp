@@ -17,10 +17,7 @@ int Confronta(const std::string& vecchio, const std::string& nuovo, bool json, M
   analysis::SnapshotAperto v, n;
   for (auto [percorso, cartella, aperto] : {std::tuple{vecchio, analysis::kCartellaConfrontoVecchio, &v},
                                             std::tuple{nuovo, analysis::kCartellaConfronto, &n}})
-    if (!analysis::ApriSnapshot(percorso, programma + cartella, *aperto)) {
-      msg.Critico("Errore estraendo file: " + percorso);
-      return 1;
-    }
+    if (!analysis::ApriSnapshot(percorso, programma + cartella, *aperto, msg)) return 1;
   const analysis::Confronto c = analysis::ConfrontaSnapshot(v, n, msg);
   ScriviByte(json ? analysis::JsonConfronto(c) : analysis::TestoConfronto(c));
   return 0;

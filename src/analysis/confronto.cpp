@@ -100,13 +100,17 @@ const Parte kParti[] = {
 
 }  // namespace
 
-bool ApriSnapshot(const std::string& snapshot, const std::string& cartella, SnapshotAperto& aperto) {
-  if (support::DirExists(cartella))
-    support::SvuotaCartella(cartella, "*");
-  else
-    support::CreaCartella(cartella);
+bool ApriSnapshot(const std::string& snapshot, const std::string& cartella, SnapshotAperto& aperto,
+                  support::Messaggi& messaggi) {
+  const std::string base = support::EstraiCartella(cartella);
   aperto = {cartella, {}};
-  return collection::EstraiSnapshot(snapshot, cartella, aperto.contenuto, support::EstraiCartella(cartella));
+  if (const std::string motivo = support::PreparaCartellaDiLavoro(base, cartella); !motivo.empty()) {
+    messaggi.Critico("Cannot use the working folder " + cartella + ": " + motivo);
+    return false;
+  }
+  if (collection::EstraiSnapshot(snapshot, cartella, aperto.contenuto, base)) return true;
+  messaggi.Critico("Errore estraendo file: " + snapshot);
+  return false;
 }
 
 Confronto ConfrontaSnapshot(const SnapshotAperto& vecchio, const SnapshotAperto& nuovo,

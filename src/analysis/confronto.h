@@ -47,8 +47,10 @@ inline constexpr const char* kCartellaConfronto = "Confronto";
 inline constexpr const char* kCartellaConfrontoVecchio = "ConfrontoVecchio";
 
 // Empties (or makes) `cartella` and unpacks `snapshot` there, never through a link from the folder that
-// holds it on. False when it could not be read.
-bool ApriSnapshot(const std::string& snapshot, const std::string& cartella, SnapshotAperto& aperto);
+// holds it on. False, with one critical message, when the folder cannot take it (it is a file, a link, or
+// keeps old files) or the snapshot cannot be read.
+bool ApriSnapshot(const std::string& snapshot, const std::string& cartella, SnapshotAperto& aperto,
+                  support::Messaggi& messaggi);
 
 // Every part, in the order of the report menu. A member that only one side holds is a difference of its
 // part; the readers' own messages (a damaged list, say) go to `messaggi`.

@@ -13,6 +13,7 @@
 #include "analysis/voci.h"
 #include "collection/blocco.h"
 #include "host/nomi.h"
+#include "host/vista_virtuale.h"
 #include "support/files.h"
 #include "support/valori.h"
 
@@ -60,12 +61,15 @@ void ImpostaValori(Dialog_Analisi& d, const std::string& NomeInfoOrdl) {
   d.Blocco = collection::BloccaCartellaProgramma(d.CartellaProgramma, d.Messaggi);
   if (d.Blocco.Occupato()) return;
   d.CartellaDati = d.CartellaProgramma + "\\Dati";
-  // Neither outcome is looked at: a folder that could not be made shows up as the header report's message.
-  if (support::DirExists(d.CartellaDati))
-    support::SvuotaCartella(d.CartellaDati, "*");
-  else
-    support::CreaCartella(d.CartellaDati);
-  // A Dati that is a link is one that could not be made: nothing is written through it.
+  // A Dati that is a file, a link or keeps old files is no place for the snapshot, and what it holds is not
+  // the snapshot's: the reports then find their files missing, as after a snapshot that cannot be read.
+  host::EscludiCartella({});
+  if (const std::string motivo = support::PreparaCartellaDiLavoro(d.CartellaProgramma, d.CartellaDati);
+      !motivo.empty()) {
+    d.Messaggi.Critico("Cannot use the working folder " + d.CartellaDati + ": " + motivo);
+    host::EscludiCartella(d.CartellaDati);
+    return;
+  }
   d.SnapshotAperto = collection::EstraiSnapshot(NomeInfoOrdl, d.CartellaDati, d.Contenuto, d.CartellaProgramma);
   if (!d.SnapshotAperto) {
     d.Messaggi.Semplice("Errrore estraendo file");
@@ -135,10 +139,7 @@ void mnu_Confronta_Click(Dialog_Analisi& d) {
   std::string nome;
   if (!ScegliSnapshot(d.CommonDialog1, nome)) return;
   SnapshotAperto nuovo;
-  if (!ApriSnapshot(nome, d.CartellaProgramma + "\\" + kCartellaConfronto, nuovo)) {
-    d.Messaggi.Critico("Errore estraendo file: " + nome);
-    return;
-  }
+  if (!ApriSnapshot(nome, d.CartellaProgramma + "\\" + kCartellaConfronto, nuovo, d.Messaggi)) return;
   Mostra(d, TestoConfronto(ConfrontaSnapshot({d.CartellaDati, d.Contenuto}, nuovo, d.Messaggi)));
   DeselezionaProspetti(d);
 }

@@ -68,6 +68,10 @@ bool SostituisciFile(const std::string& da, const std::string& a, int* err);
 //
 // Deletes the file, read-only or not; a link in its place is deleted itself, never what it names.
 bool EliminaFileSotto(const std::string& base, const std::string& percorso, int* err);
+// What stands at `percorso` below `base`, reached as EliminaFileSotto reaches it and not followed if it is a
+// link (a symbolic link, a junction or a mount point).
+enum class Voce { manca, file, cartella, collegamento };
+Voce VoceSotto(const std::string& base, const std::string& percorso, int* err);
 // Makes one folder level; the parent must exist.
 bool CreaUnaCartella(const std::string& path, int* err);
 

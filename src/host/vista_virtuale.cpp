@@ -91,6 +91,26 @@ const Impostazioni& Correnti() {
   return *c;
 }
 
+// The folder left out, in upper case with its closing "\"; "" for none.
+std::string& Esclusa() {
+  static std::string e;
+  return e;
+}
+
+bool Escluso(const std::string& winPath) {
+  const std::string& e = Esclusa();
+  if (e.empty() || winPath.size() < e.size()) return false;
+  std::string p = winPath.substr(0, e.size());
+  for (char& c : p)
+    if (c == '/') c = '\\';
+  return Maiuscolo(p) == e;
+}
+
+bool Nega(int* err) {
+  if (err) *err = kErrFileNotFound;
+  return true;
+}
+
 bool EUnaCartella(int attributi) {
   return attributi >= 0 && (attributi & kAttrDirectory);
 }
@@ -115,6 +135,15 @@ void Unisci(std::vector<T>& originali, std::vector<T>&& copie, Nome nome) {
 
 void DimenticaVistaVirtuale() {
   Cache().reset();
+  Esclusa().clear();
+}
+
+void EscludiCartella(const std::string& winFolder) {
+  std::string e = Maiuscolo(winFolder);
+  for (char& c : e)
+    if (c == '/') c = '\\';
+  if (!e.empty() && e.back() != '\\') e += '\\';
+  Esclusa() = e;
 }
 
 std::string CopiaVirtuale(const std::string& winPath) {
@@ -143,18 +172,22 @@ std::string PercorsoLettura(const std::string& winPath) {
 // ---- The reads of the machine, through the view ----
 
 int LeggiAttributi(const std::string& path, int* err) {
+  if (Escluso(path) && Nega(err)) return -1;
   return grezzo::Attributi(PercorsoLettura(path), err);
 }
 
 std::int64_t LunghezzaFile(const std::string& path, int* err) {
+  if (Escluso(path) && Nega(err)) return -1;
   return grezzo::Lunghezza(PercorsoLettura(path), err);
 }
 
 File File::ApriLettura(const std::string& winPath, int* err) {
+  if (Escluso(winPath) && Nega(err)) return File();
   return ApriLetturaGrezza(PercorsoLettura(winPath), err);
 }
 
 std::string LeggiBloccoVersione(const std::string& winPath) {
+  if (Escluso(winPath)) return {};
   return grezzo::BloccoVersione(PercorsoLettura(winPath));
 }
 
@@ -181,6 +214,8 @@ void ChiudiEnumerazione() {
 std::string DirPrimo(const std::string& pattern, int mask, int* err) {
   Cursore& c = C();
   c = Cursore{};
+  if (err) *err = kNessunErrore;
+  if (Escluso(pattern)) return {};
   grezzo::Elenco(pattern, mask, &c.nomi, err, &c.errFine);
   // The folder of the pattern decides; a pattern that names the virtualized folder itself lists its parent.
   const std::size_t k = pattern.find_last_of("\\/");
@@ -217,6 +252,8 @@ CartellaDaLeggere ApriCartella(const std::string& winFolder) {
 }
 
 bool LeggiCartella(const CartellaDaLeggere& cartella, int mask, std::vector<VoceCartella>& voci) {
+  voci.clear();
+  if (Escluso(cartella.percorso + "\\")) return true;
   const bool letta = grezzo::LeggiCartella(cartella, mask, voci);
   if (cartella.copia.empty()) return letta;
   std::vector<VoceCartella> altre;

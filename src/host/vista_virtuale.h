@@ -21,7 +21,12 @@ std::string CopiaVirtuale(const std::string& winPath);
 // What a read of the path reaches: a file of the copy where there is one, the original otherwise (a folder
 // that exists in both is the original's, the listings of the two being merged).
 std::string PercorsoLettura(const std::string& winPath);
-// The machine's settings are read again at the next read (a prefix was chosen, the registry changed).
+// The machine's settings are read again at the next read (a prefix was chosen, the registry changed); no
+// folder is left out any more.
 void DimenticaVistaVirtuale();
+
+// A working folder whose files are not the open snapshot's (it is a link, or it could not be emptied):
+// every read below it finds nothing, as if the folder were empty, until the next call. "" leaves none out.
+void EscludiCartella(const std::string& winFolder);
 
 }  // namespace host

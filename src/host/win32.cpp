@@ -317,6 +317,21 @@ bool EliminaFileSotto(const std::string& base, const std::string& percorso, int*
   return true;
 }
 
+Voce VoceSotto(const std::string& base, const std::string& percorso, int* err) {
+  Imposta(err, kNessunErrore);
+  std::string p;
+  DWORD a = 0;
+  int e = 0;
+  if (!ControllaSotto(base, percorso, &p, &a, &e)) {
+    Imposta(err, e);
+    return e == kErrPathFileAccess ? Voce::collegamento : Voce::manca;
+  }
+  if (a == INVALID_FILE_ATTRIBUTES) return Voce::manca;
+  // Wine shows a host link as what it names: opened, it is elsewhere than its folder.
+  if ((a & FILE_ATTRIBUTE_REPARSE_POINT) || FileAltrove(p)) return Voce::collegamento;
+  return (a & FILE_ATTRIBUTE_DIRECTORY) ? Voce::cartella : Voce::file;
+}
+
 bool CreaUnaCartella(const std::string& path, int* err) {
   Imposta(err, kNessunErrore);
   const std::string p = SenzaBarraFinale(path);

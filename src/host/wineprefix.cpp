@@ -718,6 +718,20 @@ bool EliminaFileSotto(const std::string& base, const std::string& percorso, int*
   return true;
 }
 
+Voce VoceSotto(const std::string& base, const std::string& percorso, int* err) {
+  Imposta(err, kNessunErrore);
+  Sotto s;
+  int e = 0;
+  if (!ApriSotto(base, percorso, &s, &e)) {
+    Imposta(err, e);
+    return e == kErrPathFileAccess ? Voce::collegamento : Voce::manca;
+  }
+  struct stat st {};
+  if (::fstatat(s.fd, s.nome.c_str(), &st, AT_SYMLINK_NOFOLLOW) != 0) return Voce::manca;
+  if (S_ISLNK(st.st_mode) || st.st_dev != s.dispositivo) return Voce::collegamento;
+  return S_ISDIR(st.st_mode) ? Voce::cartella : Voce::file;
+}
+
 bool CreaUnaCartella(const std::string& path, int* err) {
   Imposta(err, kNessunErrore);
   std::string p = path;

@@ -121,4 +121,19 @@ bool CancellaFileSotto(const std::string& base, const std::string& percorso) {
          err == host::kErrPathNotFound;
 }
 
+std::string PreparaCartellaDiLavoro(const std::string& base, const std::string& cartella) {
+  int err = 0;
+  switch (host::VoceSotto(base, cartella, &err)) {
+    case host::Voce::manca:
+      return CreaCartella(cartella) ? std::string() : "it cannot be made";
+    case host::Voce::file:
+      return "it is a file, not a folder";
+    case host::Voce::collegamento:
+      return "it is a link to another place";
+    case host::Voce::cartella:
+      break;
+  }
+  return SvuotaCartella(cartella, "*") ? std::string() : "the files in it cannot all be deleted";
+}
+
 }  // namespace support

@@ -46,4 +46,9 @@ bool ScriviFileSotto(const std::string& base, const std::string& percorso, const
 // True when the file is gone afterwards.
 bool CancellaFileSotto(const std::string& base, const std::string& percorso);
 
+// A working folder of the program, `cartella` below `base`, made ready to take a snapshot: emptied of its
+// files, or made. "" when it is ready; else why it is not (it is a file, it is a link, its files cannot all
+// be deleted, it cannot be made), in words for a message.
+std::string PreparaCartellaDiLavoro(const std::string& base, const std::string& cartella);
+
 }  // namespace support

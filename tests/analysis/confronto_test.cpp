@@ -118,9 +118,9 @@ TEST(Confronto, EachCaseGivesItsExpectedTextAndJson) {
     Membri nuovo = Base();
     cambia(nuovo);
     analysis::SnapshotAperto a, b;
-    ASSERT_TRUE(analysis::ApriSnapshot(Impacchetta(Base(), "vecchio"), "C:\\Dati", a));
-    ASSERT_TRUE(analysis::ApriSnapshot(Impacchetta(nuovo, "nuovo"), "C:\\Confronto", b));
     MessaggiProva messaggi;
+    ASSERT_TRUE(analysis::ApriSnapshot(Impacchetta(Base(), "vecchio"), "C:\\Dati", a, messaggi));
+    ASSERT_TRUE(analysis::ApriSnapshot(Impacchetta(nuovo, "nuovo"), "C:\\Confronto", b, messaggi));
     const analysis::Confronto c = analysis::ConfrontaSnapshot(a, b, messaggi);
     EXPECT_TRUE(messaggi.tutti.empty());
     const std::string radice = std::string(CHECKORDL_DATI_PROVA) + "/confronto/" + caso;

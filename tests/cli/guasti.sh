@@ -86,6 +86,35 @@ esegui "unpack of a broken snapshot" 1 "critical: Errrore estraendo file" unpack
 esegui "compare with a broken snapshot" 1 "" compare 'C:\rotto.bin' 'C:\INFO_ORDL_2.BIN'
 esegui "findings of a broken snapshot" 1 "" findings 'C:\rotto.bin'
 
+# Working folders that cannot take a snapshot (a file, a link, a folder whose old files cannot be deleted):
+# one message naming the folder and why, exit 1, nothing read from what the folder holds or names.
+programma=Z:$(printf '%s' "$t/bin" | tr / '\\')
+mkdir -p "$t/altro"
+"$cli" unpack 'C:\INFO_ORDL.BIN' "$t/altro" >/dev/null 2>&1 || "$cli" unpack 'C:\s.bin' "$t/altro" >/dev/null
+printf 'Estraneo' >"$t/altro/ordeio.txt"
+for cartella in Dati Confronto ConfrontoVecchio; do
+  verbo="report C:\INFO_ORDL_2.BIN header ordeio"
+  [ $cartella = Dati ] || verbo="compare C:\INFO_ORDL_2.BIN C:\INFO_ORDL_2.BIN"
+  for modo in file link immutabile; do
+    w=$t/bin/$cartella
+    rm -rf "$w"
+    case $modo in
+      file) printf 'x' >"$w"; motivo="it is a file, not a folder" ;;
+      link) ln -s "$t/altro" "$w"; motivo="it is a link to another place" ;;
+      immutabile)
+        [ "$root" = 1 ] || { salta "$cartella that keeps old files" "needs root"; continue; }
+        mkdir "$w"; cp "$t/altro/ordeio.txt" "$w/"
+        chattr +i "$w" 2>/dev/null || { salta "$cartella that keeps old files" "needs chattr"; rmdir "$w" 2>/dev/null; continue; }
+        motivo="the files in it cannot all be deleted" ;;
+    esac
+    # shellcheck disable=SC2086
+    esegui "$cartella as a $modo" 1 "critical: Cannot use the working folder $programma\\$cartella: $motivo" $verbo
+    ! grep -q Estraneo "$t/out" || fail "$cartella as a $modo: a report read what the folder held"
+    [ "$modo" != immutabile ] || chattr -i "$w"
+    rm -rf "$w"
+  done
+done
+
 # A program folder too full to take the members: the snapshot is not opened, and says so.
 mkdir -p "$t/pieno"
 misura=$(( ($(stat -c %s "$cli") / 4096 + 3) * 4096 ))

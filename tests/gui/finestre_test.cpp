@@ -381,7 +381,7 @@ class ProvaFinestre : public QObject {
     f.mnu_Confronta->trigger();
 
     analysis::SnapshotAperto nuovo;
-    QVERIFY(analysis::ApriSnapshot("C:\\nuovo.bin", "C:\\Atteso", nuovo));
+    QVERIFY(analysis::ApriSnapshot("C:\\nuovo.bin", "C:\\Atteso", nuovo, banco.messaggi));
     const std::string atteso = analysis::TestoConfronto(analysis::ConfrontaSnapshot(
         {f.Modello().CartellaDati, f.Modello().Contenuto}, nuovo, banco.messaggi));
     QCOMPARE(f.Area().Testo(), atteso);
