@@ -59,4 +59,6 @@ echo "Win32 windows under Wine: $(($(date +%s) - inizio)) s"
 echo "checkordl.exe walked under Wine: $(($(date +%s) - inizio)) s"
 
 bash scripts/wine_incrocio.sh "$nativo" "$windows"
+# The broken machines of the tool's own test, with the Windows build under Wine.
+bash tests/cli/guasti.sh "$nativo/cli/checkordl-cli" "$windows/cli/checkordl-cli.exe"
 echo "Wine part: $(($(date +%s) - inizio)) s"

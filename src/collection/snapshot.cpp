@@ -90,25 +90,31 @@ Guasto ScriviSnapshot(const std::string& nome, const ContenutoSnapshot& t, suppo
 }
 
 // One member into its file below `base`, written whole. A file of that name is written over (keeping the
-// spelling of its name); what cannot be written over, a link or a read-only file, goes first (a link itself,
-// never what it names), as archive tools do. False, with nothing of it left, when it cannot be written;
-// the snapshot's position is then no longer known.
+// spelling of its name); what cannot be (a link, a read-only file) is replaced, as archive tools do: the
+// member is written beside it and put in its place, a link itself going, never what it names. False, with
+// nothing of the member left, when it cannot be written; the snapshot's position is then no longer known.
 bool EstraiMembro(host::File& in, std::int64_t dimensione, const std::string& destinazione,
                   const std::string& base, char* pezzo) {
   int err = 0;
   host::File out = host::File::ApriScritturaSotto(base, destinazione, &err);
-  if (err == host::kErrPathFileAccess && host::EliminaFileSotto(base, destinazione, &err))
-    out = host::File::ApriScritturaSotto(base, destinazione, &err);
-  bool scritto = !err && out.Aperto();
-  for (std::int64_t restante = dimensione; scritto && restante > 0;) {
+  const bool aParte = err == host::kErrPathFileAccess;
+  const std::string scritto = aParte ? destinazione + kSuffissoParziale : destinazione;
+  if (aParte) {
+    host::EliminaFileSotto(base, scritto, &err);
+    out = host::File::ApriScritturaSotto(base, scritto, &err);
+  }
+  bool ok = !err && out.Aperto();
+  for (std::int64_t restante = dimensione; ok && restante > 0;) {
     const auto voglio = static_cast<std::size_t>(std::min<std::int64_t>(restante, kPezzo));
-    scritto = in.Leggi(pezzo, voglio) == voglio && out.Scrivi(pezzo, voglio);
+    ok = in.Leggi(pezzo, voglio) == voglio && out.Scrivi(pezzo, voglio);
     restante -= static_cast<std::int64_t>(voglio);
   }
-  if (scritto) return true;
   out.Chiudi();
-  host::EliminaFileSotto(base, destinazione, &err);
-  return false;
+  if (ok && aParte)
+    ok = host::SostituisciFile(scritto, destinazione, &err) ||
+         (host::EliminaFileSotto(base, destinazione, &err) && host::SostituisciFile(scritto, destinazione, &err));
+  if (!ok) host::EliminaFileSotto(base, scritto, &err);
+  return ok;
 }
 
 void Togli(ContenutoSnapshot& t, std::size_t i) {

@@ -283,6 +283,12 @@ bool EliminaFile(const std::string& path, int* err) {
     return false;
   }
   const std::string p = SenzaBarraFinale(path);
+  // Wine deletes what a host link names, not the link: such a link is left for a write to replace.
+  const DWORD reali = ::GetFileAttributesA(p.c_str());
+  if (reali != INVALID_FILE_ATTRIBUTES && !(reali & FILE_ATTRIBUTE_REPARSE_POINT) && FileAltrove(p)) {
+    Imposta(err, kErrPathFileAccess);
+    return false;
+  }
   if (!::DeleteFileA(p.c_str())) {
     Imposta(err, ErroreDa(::GetLastError(), p));
     return false;

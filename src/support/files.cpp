@@ -133,7 +133,11 @@ std::string PreparaCartellaDiLavoro(const std::string& base, const std::string& 
     case host::Voce::cartella:
       break;
   }
-  return SvuotaCartella(cartella, "*") ? std::string() : "the files in it cannot all be deleted";
+  // Looked at again: Wine says a file is deleted when the host keeps it.
+  std::int32_t restano = 0;
+  return SvuotaCartella(cartella, "*") && ElencaFile(cartella, "*", restano).empty()
+             ? std::string()
+             : "the files in it cannot all be deleted";
 }
 
 }  // namespace support

@@ -2,23 +2,58 @@
 # Broken machines: each row breaks one thing, runs a verb, and checks its message and exit status, which
 # files stand after it, and that the files outside the program folder and the prefix (a folder of precious
 # files) are unchanged, by checksum. Rows that need root or a file system feature say so and are passed over
-# where they cannot be made.
+# where they cannot be made. With a Windows build, the same rows run it under Wine on the same machine
+# (but for the kill and the pipe, which are the host's own).
+# usage: tests/cli/guasti.sh NATIVE_TOOL [WINDOWS_TOOL]
 set -euo pipefail
 cli=$1
+exe=${2:-}
 t=$(realpath "$(mktemp -d)")
 sbloccati=()
-trap 'for m in "${sbloccati[@]}"; do umount "$m" 2>/dev/null || true; done; chattr -i "$t/p/drive_c" 2>/dev/null || true; rm -rf "$t"' EXIT
+fine() {
+  for m in "${sbloccati[@]}"; do umount "$m" 2>/dev/null || true; done
+  chattr -i "$t/p/drive_c" "$t/ferma" 2>/dev/null || true
+  [ -z "$exe" ] || WINEPREFIX=$t/p wineserver -k 2>/dev/null || true
+  rm -rf "$t"
+}
+trap fine EXIT
 fail() { echo "FAIL: $*" >&2; exit 1; }
-mkdir "$t/bin" "$t/prezioso"
+mkdir "$t/bin" "$t/prezioso" "$t/ferma"
 cp "$cli" "$t/bin/checkordl-cli"
 cli=$t/bin/checkordl-cli
 export WINEPREFIX=$t/p
 "$cli" demo "$WINEPREFIX" >/dev/null 2>&1 || fail "demo"
 c=$WINEPREFIX/drive_c
+nome=cli
+if [ -n "$exe" ]; then
+  . "$(dirname "$0")/../../scripts/wine.sh"
+  wine_ambiente
+  export LC_ALL=C.UTF-8
+  timeout 300 wineboot -u >/dev/null 2>&1 || true
+  ln -sfn / "$WINEPREFIX/dosdevices/z:"
+  cp "$exe" "$t/bin/checkordl-cli.exe"
+  nome="Windows build"
+fi
+# The tool under test, its messages without Wine's own lines.
+cartella_strumento=$t/bin
+strumento() {
+  [ -n "$exe" ] || { "$cartella_strumento/checkordl-cli" "$@"; return; }
+  local rc=0
+  wine_esegui "$cartella_strumento/checkordl-cli.exe" "$@" 2>"$t/err.wine" || rc=$?
+  grep -v '^wine: ' "$t/err.wine" >&2 || true
+  return $rc
+}
+# A host path as both tools take it.
+zeta() { printf 'Z:%s' "$1" | tr / '\\'; }
 printf 'keep me' >"$t/prezioso/keep.txt"
 impronta() { (cd "$t/prezioso" && find . -printf '%p %y %s\n' | sort && find . -type f -exec sha256sum {} + | sort); }
 prima=$(impronta)
 root=$([ "$(id -u)" = 0 ] && echo 1 || echo 0)
+# A desktop that Wine made takes the snapshot that C:\ refuses: here it refuses too.
+for d in "$c"/users/*/Desktop; do
+  if [ -e "$d" ] || [ -L "$d" ]; then ln -sfn "$t/ferma" "$d"; fi
+done
+if [ "$root" = 1 ]; then chattr +i "$t/ferma" 2>/dev/null || true; fi
 
 # esegui NAME EXIT MESSAGE VERB...: the verb's exit status and a line of its messages; the precious files as
 # they were.
@@ -26,13 +61,13 @@ esegui() {
   local nome=$1 uscita=$2 messaggio=$3
   shift 3
   local rc=0
-  "$cli" "$@" >"$t/out" 2>"$t/err" || rc=$?
+  strumento "$@" >"$t/out" 2>"$t/err" || rc=$?
   [ "$rc" = "$uscita" ] || fail "$nome: exit $rc, not $uscita: $(cat "$t/err")"
   [ -z "$messaggio" ] || grep -qF -- "$messaggio" "$t/err" || fail "$nome: no \"$messaggio\" in: $(cat "$t/err")"
   [ "$(impronta)" = "$prima" ] || fail "$nome: the precious files changed"
 }
 niente() { [ ! -e "$1" ] && [ ! -L "$1" ] || fail "$2: $1 is there"; }
-salta() { echo "cli guasti: $1 passed over: $2"; }
+salta() { echo "$nome guasti: $1 passed over: $2"; }
 
 # The snapshot's name a link to a precious file: replaced by the snapshot, never written through.
 ln -sf "$t/prezioso/keep.txt" "$c/INFO_ORDL.BIN"
@@ -51,14 +86,16 @@ else
   rm -f "$c/INFO_ORDL.BIN"
 fi
 
-# A member that cannot be read (a pipe) is left out, as one that does not exist; the table and the bodies
-# agree.
-mkfifo "$c/tubo"
+# A member that cannot be read (a pipe, which the host alone has) is left out, as one that does not exist;
+# the table and the bodies agree.
 printf 'dopo' >"$c/dopo.txt"
-esegui "member that cannot be read" 0 "" pack 'C:\s.bin' 'C:\tubo' 'C:\dopo.txt'
-mkdir -p "$t/fuori"
-"$cli" unpack 'C:\s.bin' "$t/fuori" >"$t/tabella" || fail "unpack of a snapshot without the pipe"
-[ "$(cat "$t/tabella")" = "$(printf 'C:\\dopo.txt\t4')" ] || fail "table: $(cat "$t/tabella")"
+if [ -z "$exe" ]; then
+  mkfifo "$c/tubo"
+  esegui "member that cannot be read" 0 "" pack 'C:\s.bin' 'C:\tubo' 'C:\dopo.txt'
+  mkdir -p "$t/fuori"
+  "$cli" unpack 'C:\s.bin' "$(zeta "$t/fuori")" >"$t/tabella" || fail "unpack of a snapshot without the pipe"
+  [ "$(cat "$t/tabella")" = "$(printf 'C:\\dopo.txt\t4')" ] || fail "table: $(cat "$t/tabella")"
+fi
 
 # The disk full while packing: no snapshot, nothing half written, the message of a snapshot that cannot be
 # written.
@@ -66,7 +103,7 @@ mkdir -p "$t/piccolo"
 if [ "$root" = 1 ] && mount -t tmpfs -o size=64k tmpfs "$t/piccolo" 2>/dev/null; then
   sbloccati+=("$t/piccolo")
   head -c 300000 /dev/urandom >"$c/grande.bin"
-  esegui "disk full" 1 "critical: Error saving Z:${t//\//\\}\\piccolo\\s.bin" pack "$t/piccolo/s.bin" 'C:\grande.bin'
+  esegui "disk full" 1 "critical: Error saving Z:${t//\//\\}\\piccolo\\s.bin" pack "$(zeta "$t/piccolo/s.bin")" 'C:\grande.bin'
   niente "$t/piccolo/s.bin" "disk full"
   niente "$t/piccolo/s.bin.part" "disk full"
 else
@@ -76,13 +113,13 @@ fi
 # Unpacking into a folder that holds a link named like a member: the link is replaced, not written through.
 mkdir -p "$t/cartella"
 ln -s "$t/prezioso/keep.txt" "$t/cartella/script.dat"
-esegui "unpack over a link" 0 "" unpack 'C:\INFO_ORDL_2.BIN' "$t/cartella"
+esegui "unpack over a link" 0 "" unpack 'C:\INFO_ORDL_2.BIN' "$(zeta "$t/cartella")"
 [ -f "$t/cartella/script.dat" ] && [ ! -L "$t/cartella/script.dat" ] || fail "unpack over a link: the link stands"
 
 # A snapshot that cannot be opened: its message, and exit status 1 from every verb that reads it.
 printf 'not a snapshot' >"$c/rotto.bin"
 esegui "report of a broken snapshot" 1 "plain: Errrore estraendo file" report 'C:\rotto.bin' header
-esegui "unpack of a broken snapshot" 1 "critical: Errrore estraendo file" unpack 'C:\rotto.bin' "$t/cartella"
+esegui "unpack of a broken snapshot" 1 "critical: Errrore estraendo file" unpack 'C:\rotto.bin' "$(zeta "$t/cartella")"
 esegui "compare with a broken snapshot" 1 "" compare 'C:\rotto.bin' 'C:\INFO_ORDL_2.BIN'
 esegui "findings of a broken snapshot" 1 "" findings 'C:\rotto.bin'
 
@@ -90,7 +127,7 @@ esegui "findings of a broken snapshot" 1 "" findings 'C:\rotto.bin'
 # one message naming the folder and why, exit 1, nothing read from what the folder holds or names.
 programma=Z:$(printf '%s' "$t/bin" | tr / '\\')
 mkdir -p "$t/altro"
-"$cli" unpack 'C:\INFO_ORDL.BIN' "$t/altro" >/dev/null 2>&1 || "$cli" unpack 'C:\s.bin' "$t/altro" >/dev/null
+"$cli" unpack 'C:\INFO_ORDL_2.BIN' "$t/altro" >/dev/null
 printf 'Estraneo' >"$t/altro/ordeio.txt"
 for cartella in Dati Confronto ConfrontoVecchio; do
   verbo="report C:\INFO_ORDL_2.BIN header ordeio"
@@ -117,29 +154,33 @@ done
 
 # A program folder too full to take the members: the snapshot is not opened, and says so.
 mkdir -p "$t/pieno"
-misura=$(( ($(stat -c %s "$cli") / 4096 + 3) * 4096 ))
+strumento_pieno=$t/bin/checkordl-cli${exe:+.exe}
+misura=$(( ($(stat -c %s "$strumento_pieno") / 4096 + 3) * 4096 ))
 if [ "$root" = 1 ] && mount -t tmpfs -o size=$misura tmpfs "$t/pieno" 2>/dev/null; then
   sbloccati+=("$t/pieno")
-  cp "$cli" "$t/pieno/checkordl-cli"
+  cp "$strumento_pieno" "$t/pieno/"
   head -c 50000 /dev/urandom >"$c/grosso.bin"
   "$cli" pack 'C:\grosso_snap.bin' 'C:\grosso.bin' >/dev/null 2>&1 || fail "pack of a large member"
-  rc=0
-  "$t/pieno/checkordl-cli" report 'C:\grosso_snap.bin' header >"$t/out" 2>"$t/err" || rc=$?
-  [ "$rc" = 1 ] && grep -qF "plain: Errrore estraendo file" "$t/err" || fail "full program folder: $rc $(cat "$t/err")"
+  cartella_strumento=$t/pieno
+  esegui "full program folder" 1 "plain: Errrore estraendo file" report 'C:\grosso_snap.bin' header
+  cartella_strumento=$t/bin
 else
   salta "full program folder" "needs root and tmpfs"
 fi
 
-# Killed while packing a large member: no file under the snapshot's name, and the next run clean.
-truncate -s 2000M "$c/enorme.bin"
-"$cli" pack 'C:\k.bin' 'C:\enorme.bin' >/dev/null 2>&1 &
-pid=$!
-for _ in $(seq 100); do [ -e "$c/k.bin.part" ] && break; sleep 0.02; done
-kill -9 "$pid" 2>/dev/null || true
-wait "$pid" 2>/dev/null || true
-niente "$c/k.bin" "killed while packing"
-esegui "the run after a kill" 0 "" pack 'C:\k.bin' 'C:\dopo.txt'
-[ -s "$c/k.bin" ] || fail "the run after a kill wrote no snapshot"
-niente "$c/k.bin.part" "the run after a kill"
-rm -f "$c/enorme.bin"
-echo "cli guasti: ok"
+# Killed while packing a large member (a host process): no file under the snapshot's name, and the next
+# run clean.
+if [ -z "$exe" ]; then
+  truncate -s 2000M "$c/enorme.bin"
+  "$cli" pack 'C:\k.bin' 'C:\enorme.bin' >/dev/null 2>&1 &
+  pid=$!
+  for _ in $(seq 100); do [ -e "$c/k.bin.part" ] && break; sleep 0.02; done
+  kill -9 "$pid" 2>/dev/null || true
+  wait "$pid" 2>/dev/null || true
+  niente "$c/k.bin" "killed while packing"
+  esegui "the run after a kill" 0 "" pack 'C:\k.bin' 'C:\dopo.txt'
+  [ -s "$c/k.bin" ] || fail "the run after a kill wrote no snapshot"
+  niente "$c/k.bin.part" "the run after a kill"
+  rm -f "$c/enorme.bin"
+fi
+echo "$nome guasti: ok"
