@@ -152,6 +152,14 @@ for cartella in Dati Confronto ConfrontoVecchio; do
   done
 done
 
+# A lock file that cannot be held refuses the run, with the lock's message and the reason.
+for modo in folder link; do
+  if [ $modo = folder ]; then mkdir "$t/bin/checkordl.lock"; else ln -s "$t/prezioso/keep.txt" "$t/bin/checkordl.lock"; fi
+  esegui "checkordl.lock a $modo" 1 "critical: Another CheckORDL is using the program folder $programma. Close it and try again. (checkordl.lock is a $modo)" report 'C:\INFO_ORDL_2.BIN' header
+  [ ! -s "$t/out" ] || fail "checkordl.lock a $modo: a report was made"
+  rm -rf "$t/bin/checkordl.lock"
+done
+
 # A program folder too full to take the members: the snapshot is not opened, and says so.
 mkdir -p "$t/pieno"
 strumento_pieno=$t/bin/checkordl-cli${exe:+.exe}

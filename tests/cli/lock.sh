@@ -58,8 +58,11 @@ for modo in cartella link; do
   rm -rf "$t/bin/checkordl.lock"
 done
 
-# Twenty pairs of runs on two snapshots at once: each output is the run's alone, or refused.
+# Twenty pairs of runs on two snapshots at once, with the lock file as it should be and as a folder: each
+# output is the run's alone, or refused.
 "$cli" report 'C:\INFO_ORDL_2.BIN' header ordl > "$t/atteso2" || fail "report alone"
+for cartella in no si; do
+[ $cartella = no ] || { mkdir "$t/bin/checkordl.lock"; messaggio="$messaggio (checkordl.lock is a folder)"; }
 for i in $(seq 20); do
   "$cli" report 'C:\INFO_ORDL.BIN' header ordl > "$t/out$i" 2> "$t/err$i" & pid[i]=$!
   "$cli" report 'C:\INFO_ORDL_2.BIN' header ordl > "$t/out2_$i" 2> "$t/err2_$i" & pid2[i]=$!
@@ -70,5 +73,6 @@ for i in $(seq 20); do
     if wait "$p"; then cmp -s "$t/$a" "$t/$o" || fail "run $o not whole"
     else [ "$(cat "$t/$e")" = "$messaggio" ] && [ ! -s "$t/$o" ] || fail "run $o: $(cat "$t/$e")"; fi
   done
+done
 done
 echo "cli lock: ok"
