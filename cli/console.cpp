@@ -10,15 +10,23 @@ void ScriviByte(const std::string& byte) {
   std::fwrite(byte.data(), 1, byte.size(), stdout);
 }
 
-void MessaggiConsole::Semplice(const std::string& testo) {
-  const std::string riga = "plain: " + testo + "\n";
+namespace {
+
+// What went to standard output before the message stays before it where both go to one file.
+void Messaggio(const std::string& riga) {
+  std::fflush(stdout);
   std::fwrite(riga.data(), 1, riga.size(), stderr);
+}
+
+}  // namespace
+
+void MessaggiConsole::Semplice(const std::string& testo) {
+  Messaggio("plain: " + testo + "\n");
 }
 
 void MessaggiConsole::Critico(const std::string& testo) {
   critico_ = true;
-  const std::string riga = "critical: " + testo + "\n";
-  std::fwrite(riga.data(), 1, riga.size(), stderr);
+  Messaggio("critical: " + testo + "\n");
 }
 
 void DialogoCartellaConsole::MostraModale() {

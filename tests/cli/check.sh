@@ -15,6 +15,9 @@ export WINEPREFIX=$t/p
 grep -q '^  + \\data\\tut1.tr4 (1500 bytes)' "$t/prospetti" || fail "demo comparison"
 grep -q '^\\data\\title.tr4  26 Kb (27000 bytes) *ORIGINALE CD' "$t/prospetti" || fail "demo backup analysis"
 grep -q '^plain: Scanning is complete' "$t/err" || fail "closing message"
+# Both streams into one file: each message on a line of its own, standard output flushed before it.
+"$cli" demo "$t/p2" >"$t/tutto" 2>&1 || fail "demo into one file"
+[ "$(grep -c '^plain: Scanning is complete' "$t/tutto")" = 2 ] || fail "a message inside a line of the output"
 [ -z "$(ls "$t" | grep -iE '\.el$|infofile')" ] || fail "working files left: $(ls "$t")"
 # The report area after the last item, byte for byte; an unknown item is a usage error.
 "$cli" report 'C:\INFO_ORDL.BIN' header ordeio > "$t/ordeio" 2>"$t/err" || fail "report: $(cat "$t/err")"
