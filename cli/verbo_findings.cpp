@@ -63,7 +63,10 @@ int VerboFindings(const Argomenti& args, MessaggiConsole& msg) {
   bool illeggibile = false;
   for (const auto& s : snapshot) {
     const analysis::RiepilogoSnapshot r = Verifica(ArgomentoPercorso(s));
-    illeggibile = illeggibile || !r.Errore.empty();
+    if (!r.Errore.empty()) {
+      illeggibile = true;
+      msg.Critico("Errore estraendo file: " + ArgomentoPercorso(s) + ": " + r.Errore);
+    }
     if (json) {
 #ifdef _WIN32
       ScriviByte(analysis::JsonRiepilogo(s, r) + "\n");

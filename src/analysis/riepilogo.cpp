@@ -437,8 +437,12 @@ RiepilogoSnapshot ApriEVerifica(const std::string& snapshot, const std::string& 
     r.Errore = "the file does not exist";
   else if (!collection::EstraiSnapshot(snapshot, cartella, r.Contenuto))
     r.Errore = "not a snapshot, or cut off: its table or a member runs past the end of the file";
-  else
+  if (r.Errore.empty())
     r.Esiti = CalcolaRiepilogo(cartella, r.Contenuto, cartellaProgramma, separatoreDecimale);
+  else
+    // A filter on the failures must not pass a snapshot it could not read as clean.
+    r.Esiti = {{"snapshot.unreadable", Gravita::fail, "The snapshot cannot be read", {{"reason", r.Errore}},
+                "Ask the user to send the snapshot again, attached as the file the check wrote."}};
   return r;
 }
 
@@ -463,10 +467,7 @@ std::string TestoRiepilogo(const std::vector<Esito>& esiti) {
 }
 
 std::string TestoRiepilogo(const RiepilogoSnapshot& r) {
-  if (r.Errore.empty()) return TestoRiepilogo(r.Esiti);
-  std::string t;
-  AggiungiRiga(t, "The snapshot cannot be read: " + r.Errore);
-  return t;
+  return TestoRiepilogo(r.Esiti);
 }
 
 std::string JsonRiepilogo(const std::string& snapshot, const RiepilogoSnapshot& r) {

@@ -20,6 +20,7 @@
 //   backup.differs      warn         backup.matches             pass  (only with the sample lists at hand)
 //   install.program-files install.non-ascii-path install.onedrive install.long-path install.unshowable-name
 //   install.long-name   warn         install.paths-ok           pass  (from the lists' folders and names)
+//   snapshot.unreadable fail  (the snapshot opened apart could not be read; the only finding then)
 #pragma once
 
 #include <cstdint>
@@ -58,7 +59,8 @@ std::vector<Esito> CalcolaRiepilogo(const std::string& cartellaDati,
 // One snapshot opened into a folder of its own and checked.
 struct RiepilogoSnapshot {
   collection::ContenutoSnapshot Contenuto;
-  // Why the snapshot could not be read; empty when it could, and only then are there findings.
+  // Why the snapshot could not be read; empty when it could. A snapshot that could not be read has the one
+  // finding snapshot.unreadable.
   std::string Errore;
   std::vector<Esito> Esiti;
 };
@@ -70,7 +72,7 @@ RiepilogoSnapshot ApriEVerifica(const std::string& snapshot, const std::string& 
 // The report area's text: a count line, then one line per finding in columns for the fixed-pitch font, with
 // the evidence and the action under each failure or warning.
 std::string TestoRiepilogo(const std::vector<Esito>& esiti);
-// The same for a snapshot opened apart, or the one line that says why it could not be read.
+// The same for a snapshot opened apart.
 std::string TestoRiepilogo(const RiepilogoSnapshot& r);
 
 // One line of JSON (UTF-8, no line end): the snapshot's path as given, its members, and every field of every

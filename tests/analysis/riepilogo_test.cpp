@@ -181,7 +181,8 @@ TEST(Riepilogo, SnapshotOstili) {
     MacchinaProva::ScriviHost(m.C("s.bin"), c.byte);
     ASSERT_TRUE(support::CreaCartella("C:\\R"));
     const auto r = analysis::ApriEVerifica("C:\\s.bin", "C:\\R", "C:\\", '.');
-    EXPECT_NE(r.Errore.empty(), r.Esiti.empty());
+    ASSERT_FALSE(r.Esiti.empty());
+    EXPECT_EQ(r.Errore.empty(), r.Esiti[0].Id != "snapshot.unreadable");
   }
 }
 
