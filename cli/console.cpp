@@ -1,8 +1,17 @@
 #include "console.h"
 
 #include <cstdio>
+#include <filesystem>
+#include <system_error>
 
 #include "host/machine.h"
+
+#ifdef _WIN32
+#include <process.h>
+#define getpid _getpid
+#else
+#include <unistd.h>
+#endif
 
 namespace cli {
 
@@ -47,6 +56,28 @@ std::string ArgomentoPercorso(const std::string& argomento) {
   if (!argomento.empty() && argomento[0] == '/') return host::PercorsoWindows(argomento);
   return host::DaUtf8(argomento);
 #endif
+}
+
+CartellaPropria::CartellaPropria(const std::string& prefisso) {
+  const std::string programma = host::CartellaProgramma();
+  int err = 0;
+  const std::filesystem::path base = host::PercorsoHost(programma, &err);
+  if (err) return;
+  for (int i = 0; i < 1000; ++i) {
+    const std::string nome = prefisso + "-" + std::to_string(getpid()) + "-" + std::to_string(i);
+    std::error_code ec;
+    if (std::filesystem::create_directory(base / nome, ec)) {
+      host_ = (base / nome).string();
+      percorso_ = programma + "\\" + nome;
+      return;
+    }
+    if (ec) return;
+  }
+}
+
+CartellaPropria::~CartellaPropria() {
+  std::error_code ec;
+  if (!host_.empty()) std::filesystem::remove_all(host_, ec);
 }
 
 }  // namespace cli

@@ -44,4 +44,20 @@ std::string ArgomentoPercorso(const std::string& argomento);
 
 void ScriviByte(const std::string& byte);
 
+// A new empty folder of this run's own below the program folder ("findings-<pid>-<n>"), removed with all it
+// holds when the object goes, on success and on failure alike: no copy of a snapshot outlives the command.
+class CartellaPropria {
+ public:
+  explicit CartellaPropria(const std::string& prefisso);
+  ~CartellaPropria();
+  CartellaPropria(const CartellaPropria&) = delete;
+  CartellaPropria& operator=(const CartellaPropria&) = delete;
+  // Its Windows path; "" when none could be made.
+  const std::string& Percorso() const { return percorso_; }
+
+ private:
+  std::string percorso_;
+  std::string host_;
+};
+
 }  // namespace cli

@@ -10,14 +10,20 @@
 namespace cli {
 
 int Confronta(const std::string& vecchio, const std::string& nuovo, bool json, MessaggiConsole& msg) {
-  // Each one in a folder of its own, so that Dati, the window's open snapshot, stays as it is.
+  // Each one in a folder of its own, removed when the command ends, so that Dati, the window's open snapshot,
+  // stays as it is and no copy of someone's snapshot is left behind.
   const host::BloccoCartella blocco = collection::BloccaCartellaProgramma(host::CartellaProgramma(), msg);
   if (blocco.Occupato()) return 1;
-  const std::string programma = host::CartellaProgramma() + "\\";
+  const CartellaPropria cartellaVecchio("compare-old"), cartellaNuovo("compare-new");
   analysis::SnapshotAperto v, n;
-  for (auto [percorso, cartella, aperto] : {std::tuple{vecchio, analysis::kCartellaConfrontoVecchio, &v},
-                                            std::tuple{nuovo, analysis::kCartellaConfronto, &n}})
-    if (!analysis::ApriSnapshot(percorso, programma + cartella, *aperto, msg)) return 1;
+  for (auto [percorso, cartella, aperto] : {std::tuple{vecchio, &cartellaVecchio, &v},
+                                            std::tuple{nuovo, &cartellaNuovo, &n}}) {
+    if (cartella->Percorso().empty()) {
+      msg.Critico("Cannot make a working folder in " + host::CartellaProgramma());
+      return 1;
+    }
+    if (!analysis::ApriSnapshot(percorso, cartella->Percorso(), *aperto, msg)) return 1;
+  }
   const analysis::Confronto c = analysis::ConfrontaSnapshot(v, n, msg);
   ScriviByte(json ? analysis::JsonConfronto(c) : analysis::TestoConfronto(c));
   return 0;

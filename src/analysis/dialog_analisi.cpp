@@ -139,9 +139,13 @@ void mnu_Confronta_Click(Dialog_Analisi& d) {
   std::string nome;
   if (!ScegliSnapshot(d.CommonDialog1, nome)) return;
   SnapshotAperto nuovo;
-  if (!ApriSnapshot(nome, d.CartellaProgramma + "\\" + kCartellaConfronto, nuovo, d.Messaggi)) return;
-  Mostra(d, TestoConfronto(ConfrontaSnapshot({d.CartellaDati, d.Contenuto}, nuovo, d.Messaggi)));
-  DeselezionaProspetti(d);
+  const std::string cartella = d.CartellaProgramma + "\\" + kCartellaConfronto;
+  if (ApriSnapshot(nome, cartella, nuovo, d.Messaggi)) {
+    Mostra(d, TestoConfronto(ConfrontaSnapshot({d.CartellaDati, d.Contenuto}, nuovo, d.Messaggi)));
+    DeselezionaProspetti(d);
+  }
+  // The comparison is made: the copy of the other snapshot is of no more use, and not ours to keep.
+  support::SvuotaCartella(cartella, "*");
 }
 
 void mnu_RiepilogoProblemi_Click(Dialog_Analisi& d) {

@@ -379,6 +379,9 @@ class ProvaFinestre : public QObject {
     const std::string ordeio = f.Area().Testo();
     banco.file.Scegli("C:\\nuovo.bin");
     f.mnu_Confronta->trigger();
+    std::int32_t copie = -1;
+    support::ElencaFile(f.Modello().CartellaProgramma + "\\Confronto", "*", copie);
+    QCOMPARE(copie, 0);  // no copy of the other snapshot is kept
 
     analysis::SnapshotAperto nuovo;
     QVERIFY(analysis::ApriSnapshot("C:\\nuovo.bin", "C:\\Atteso", nuovo, banco.messaggi));
