@@ -41,10 +41,9 @@ struct SnapshotAperto {
   collection::ContenutoSnapshot contenuto;
 };
 
-// Folders below the program folder for the snapshots a comparison unpacks: the window's open snapshot stays
-// in Dati, the one it is compared with goes to the first; the headless tool puts the old one in the second.
+// The folder below the program folder where the window unpacks the snapshot it compares its open one (in
+// Dati) with; the headless tool uses folders of its own.
 inline constexpr const char* kCartellaConfronto = "Confronto";
-inline constexpr const char* kCartellaConfrontoVecchio = "ConfrontoVecchio";
 
 // Empties (or makes) `cartella` and unpacks `snapshot` there, never through a link from the folder that
 // holds it on. False, with one critical message, when the folder cannot take it (it is a file, a link, or
