@@ -51,8 +51,14 @@ std::string SalvaDoveSiPuo(const MembriSnapshot& m, Principale& p) {
 
 }  // namespace
 
-std::string IndirizzoSupporto() {
-  return CHECKORDL_SUPPORT_EMAIL;
+std::string IndirizzoSupporto(const std::string& cartella) {
+  // One line of a small text file: what stands before its line end, without blanks around it; nothing of
+  // it that is not printable.
+  std::string riga = support::LeggiFile(cartella + "\\" + kFileContatto).substr(0, 256);
+  riga = riga.substr(0, riga.find_first_of("\r\n"));
+  std::erase_if(riga, [](char c) { return static_cast<unsigned char>(c) < 0x20; });
+  riga = support::TogliSpazi(riga);
+  return riga.empty() ? CHECKORDL_SUPPORT_EMAIL : riga;
 }
 
 void AggiungiMembro(MembriSnapshot& m, const std::string& percorso) {

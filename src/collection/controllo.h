@@ -24,7 +24,10 @@ void AggiungiMembro(MembriSnapshot& m, const std::string& percorso);
 // otherwise ends by closing the main window, which ends the program.
 void Pul_Start_Click(Principale& p);
 
-// The support contact named in the closing message.
-std::string IndirizzoSupporto();
+// The support contact named in the closing message: the first line of contatto.txt in `cartella` (the
+// executable's folder), so that whoever hands the program to their community can set it without a
+// compiler; else the build's CHECKORDL_SUPPORT_EMAIL.
+inline constexpr const char* kFileContatto = "contatto.txt";
+std::string IndirizzoSupporto(const std::string& cartella = host::CartellaEseguibile());
 
 }  // namespace collection

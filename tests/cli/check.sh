@@ -40,6 +40,12 @@ grep -qF 'critical: This is not a correct Level Editor folder: C:\Copia' "$t/err
 [ -f "$WINEPREFIX/drive_c/INFO_ORDL.BIN" ] || fail "no snapshot after a refused folder"
 "$cli" unpack 'C:\INFO_ORDL.BIN' "$t" | grep -qF 'C:\Copia\ordelio.prf' || fail "chosen Ordelio folder not used"
 rm "$WINEPREFIX/drive_c/INFO_ORDL.BIN"
+# The support contact from contatto.txt beside the program, set without a rebuild.
+printf 'supporto@esempio.it\r\n' >"$t/contatto.txt"
+rm -f "$WINEPREFIX/drive_c/INFO_ORDL.BIN"
+"$cli" check >/dev/null 2>"$t/err" || fail "check with a contact: $(cat "$t/err")"
+grep -q $'via email to: supporto@esempio.it$' "$t/err" || fail "contact: $(cat "$t/err")"
+rm "$t/contatto.txt" "$WINEPREFIX/drive_c/INFO_ORDL.BIN"
 # The file to attach, as the host names it.
 [ "$("$cli" check 2>/dev/null)" = "$WINEPREFIX/drive_c/INFO_ORDL.BIN" ] || fail "host path of the snapshot"
 

@@ -179,3 +179,27 @@ TEST(Controllo, FileDegliStrumentiSottoUac) {
 }
 
 }  // namespace
+
+namespace {
+
+// The support contact: the first line of contatto.txt beside the program, trimmed; else the build's.
+TEST(Controllo, IndirizzoDiSupporto) {
+  MacchinaProva m;
+  const std::string predefinito = collection::IndirizzoSupporto("C:\\Nessuno");
+  const struct {
+    const char* testo;
+    std::string atteso;
+  } righe[] = {{"aiuto@esempio.it\r\n", "aiuto@esempio.it"},
+               {"  chi@dove.org  \nseconda riga", "chi@dove.org"},
+               {"senza.fine@riga.it", "senza.fine@riga.it"},
+               {"", predefinito},
+               {"\r\n", predefinito},
+               {"   \t\r\naltro@x.it", predefinito}};
+  for (const auto& r : righe) {
+    SCOPED_TRACE(r.testo);
+    MacchinaProva::ScriviHost(m.C("Prog/contatto.txt"), r.testo);
+    EXPECT_EQ(collection::IndirizzoSupporto("C:\\Prog"), r.atteso);
+  }
+}
+
+}  // namespace
