@@ -103,7 +103,7 @@ const Parte kParti[] = {
 bool ApriSnapshot(const std::string& snapshot, const std::string& cartella, SnapshotAperto& aperto,
                   support::Messaggi& messaggi) {
   const std::string base = support::EstraiCartella(cartella);
-  aperto = {cartella, {}};
+  aperto = {cartella, {}, snapshot};
   if (const std::string motivo = support::PreparaCartellaDiLavoro(base, cartella); !motivo.empty()) {
     messaggi.Critico("Cannot use the working folder " + cartella + ": " + motivo);
     return false;
@@ -115,7 +115,7 @@ bool ApriSnapshot(const std::string& snapshot, const std::string& cartella, Snap
 
 Confronto ConfrontaSnapshot(const SnapshotAperto& vecchio, const SnapshotAperto& nuovo,
                             support::Messaggi& messaggi) {
-  Confronto c;
+  Confronto c{vecchio.nome, nuovo.nome, {}};
   for (const auto& p : kParti) c.parti.push_back({p.chiave, p.titolo, p.confronta(vecchio, nuovo, messaggi)});
   return c;
 }

@@ -32,13 +32,16 @@ struct ParteConfronto {
 };
 
 struct Confronto {
+  // The two snapshots' files, as they were named to the program.
+  std::string vecchio, nuovo;
   std::vector<ParteConfronto> parti;
 };
 
-// One snapshot unpacked into a folder of its own.
+// One snapshot unpacked into a folder of its own, and its file.
 struct SnapshotAperto {
   std::string cartella;
   collection::ContenutoSnapshot contenuto;
+  std::string nome;
 };
 
 // The folder below the program folder where the window unpacks the snapshot it compares its open one (in

@@ -29,6 +29,8 @@ const char* Tipo(TipoDifferenza t) {
 
 std::string TestoConfronto(const Confronto& c) {
   std::string t;
+  AggiungiRiga(t, "Old snapshot: " + c.vecchio);
+  AggiungiRiga(t, "New snapshot: " + c.nuovo);
   AggiungiRiga(t, "CONFRONTO SNAPSHOT (vecchio -> nuovo)");
   AggiungiRiga(t, "Differenze: " + std::to_string(NumeroDifferenze(c)));
   for (const auto& p : c.parti) {
@@ -63,7 +65,11 @@ std::string JsonConfronto(const Confronto& c) {
                      {"differences", std::move(differenze)}});
   }
   const std::size_t n = NumeroDifferenze(c);
-  const Json j = {{"identical", n == 0}, {"differences", n}, {"parts", std::move(parti)}};
+  const Json j = {{"old", utf8(c.vecchio)},
+                  {"new", utf8(c.nuovo)},
+                  {"identical", n == 0},
+                  {"differences", n},
+                  {"parts", std::move(parti)}};
   return j.dump(2) + "\n";
 }
 

@@ -47,8 +47,8 @@ bool FineParola(char c) {
 
 }  // namespace
 
-bool ScegliSnapshot(support::DialogoFile& dialogo, std::string& nome) {
-  dialogo.ImpostaTitolo("Carica file info_ordl.bin");
+bool ScegliSnapshot(support::DialogoFile& dialogo, std::string& nome, const std::string& titolo) {
+  dialogo.ImpostaTitolo(titolo);
   dialogo.ImpostaNomeFile("");
   dialogo.ImpostaCartellaIniziale("c:\\");
   dialogo.ImpostaFiltro("File Info_Ordl.bin|info_ordl.bin");
@@ -70,6 +70,7 @@ void ImpostaValori(Dialog_Analisi& d, const std::string& NomeInfoOrdl) {
     host::EscludiCartella(d.CartellaDati);
     return;
   }
+  d.NomeSnapshot = NomeInfoOrdl;
   d.SnapshotAperto = collection::EstraiSnapshot(NomeInfoOrdl, d.CartellaDati, d.Contenuto, d.CartellaProgramma);
   if (!d.SnapshotAperto) {
     d.Messaggi.Semplice("Errrore estraendo file");
@@ -137,11 +138,13 @@ void mnu_AnalisiBackup_Click(Dialog_Analisi& d) {
 
 void mnu_Confronta_Click(Dialog_Analisi& d) {
   std::string nome;
-  if (!ScegliSnapshot(d.CommonDialog1, nome)) return;
-  SnapshotAperto nuovo;
+  // The open snapshot is the one the supporter answers, the newer: the one picked is the earlier.
+  if (!ScegliSnapshot(d.CommonDialog1, nome, kTitoloConfronto)) return;
+  SnapshotAperto vecchio;
   const std::string cartella = d.CartellaProgramma + "\\" + kCartellaConfronto;
-  if (ApriSnapshot(nome, cartella, nuovo, d.Messaggi)) {
-    Mostra(d, TestoConfronto(ConfrontaSnapshot({d.CartellaDati, d.Contenuto}, nuovo, d.Messaggi)));
+  if (ApriSnapshot(nome, cartella, vecchio, d.Messaggi)) {
+    Mostra(d, TestoConfronto(
+                  ConfrontaSnapshot(vecchio, {d.CartellaDati, d.Contenuto, d.NomeSnapshot}, d.Messaggi)));
     DeselezionaProspetti(d);
   }
   // The comparison is made: the copy of the other snapshot is of no more use, and not ours to keep.

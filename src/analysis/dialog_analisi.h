@@ -68,8 +68,9 @@ struct Dialog_Analisi {
   std::string CartellaProgramma = host::CartellaProgramma();
 
   // What ImpostaValori leaves.
-  // The snapshot was unpacked whole into Dati.
+  // The snapshot was unpacked whole into Dati; its file.
   bool SnapshotAperto = false;
+  std::string NomeSnapshot{};
   collection::ContenutoSnapshot Contenuto{};
   std::string CartellaDati{};
   std::array<std::int32_t, 9> FlagBit{};
@@ -85,7 +86,10 @@ struct Dialog_Analisi {
 
 // "Leggi Dati" up to the choice: sets up the file dialog and shows it. False on cancel; otherwise `nome` is
 // the chosen snapshot, and the caller runs ImpostaValori on a new window and shows it modally.
-bool ScegliSnapshot(support::DialogoFile& dialogo, std::string& nome);
+bool ScegliSnapshot(support::DialogoFile& dialogo, std::string& nome,
+                    const std::string& titolo = "Carica file info_ordl.bin");
+// The title of the dialog that asks for the snapshot to compare the open one with.
+inline constexpr const char* kTitoloConfronto = "Open the earlier snapshot to compare with";
 
 // "Leggi Dati" on the main window: nothing during a check run or after a cancel (false); otherwise `nome` is
 // the chosen snapshot. The front end then makes the analysis window, runs ApriFinestra on its model and

@@ -361,7 +361,8 @@ class ProvaFinestre : public QObject {
     QVERIFY(banco.messaggi.tutti.empty());
   }
 
-  // The comparison with a second snapshot: the model's text, the marks cleared, Dati left as it was.
+  // The comparison with a second snapshot: the supporter opens the newer one and picks the earlier, which
+  // the dialog asks for; the model's text in that direction, the marks cleared, Dati left as it was.
   void confrontoConUnAltroSnapshot() {
     Demo();
     support::DidascaliaMuta label;
@@ -374,20 +375,22 @@ class ProvaFinestre : public QObject {
     Banco banco;
     formats::InfoHeader header;
     gui::FinestraAnalisi f(nullptr, banco.messaggi, banco.file, banco.appunti, header);
-    analysis::ImpostaValori(f.Modello(), "C:\\vecchio.bin");
+    analysis::ImpostaValori(f.Modello(), "C:\\nuovo.bin");
     f.Voce(Voce::mnu_ShowOrdelioTxt)->trigger();
     const std::string ordeio = f.Area().Testo();
-    banco.file.Scegli("C:\\nuovo.bin");
+    banco.file.Scegli("C:\\vecchio.bin");
     f.mnu_Confronta->trigger();
+    QCOMPARE(banco.file.titolo, std::string(analysis::kTitoloConfronto));
     std::int32_t copie = -1;
     support::ElencaFile(f.Modello().CartellaProgramma + "\\Confronto", "*", copie);
     QCOMPARE(copie, 0);  // no copy of the other snapshot is kept
 
-    analysis::SnapshotAperto nuovo;
-    QVERIFY(analysis::ApriSnapshot("C:\\nuovo.bin", "C:\\Atteso", nuovo, banco.messaggi));
+    analysis::SnapshotAperto vecchio;
+    QVERIFY(analysis::ApriSnapshot("C:\\vecchio.bin", "C:\\Atteso", vecchio, banco.messaggi));
     const std::string atteso = analysis::TestoConfronto(analysis::ConfrontaSnapshot(
-        {f.Modello().CartellaDati, f.Modello().Contenuto}, nuovo, banco.messaggi));
+        vecchio, {f.Modello().CartellaDati, f.Modello().Contenuto, "C:\\nuovo.bin"}, banco.messaggi));
     QCOMPARE(f.Area().Testo(), atteso);
+    QVERIFY(atteso.starts_with("Old snapshot: C:\\vecchio.bin\r\nNew snapshot: C:\\nuovo.bin\r\n"));
     QVERIFY(!f.Voce(Voce::mnu_ShowOrdelioTxt)->isChecked());
     f.Voce(Voce::mnu_ShowOrdelioTxt)->trigger();
     QCOMPARE(f.Area().Testo(), ordeio);
