@@ -364,7 +364,18 @@ class Verifica {
 
   void Backup() {
     const std::string campione = programma_ + "\\backup_trle.le", cd = programma_ + "\\trle_cd.le";
-    if (!support::FileExists(campione) || !support::FileExists(cd)) return;
+    if (!support::FileExists(campione) || !support::FileExists(cd)) {
+      std::string mancanti;
+      for (const auto* f : {&campione, &cd})
+        if (!support::FileExists(*f)) mancanti += (mancanti.empty() ? "" : ", ") + support::EstraiNomeFile(*f);
+      Aggiungi("backup.no-sample-lists", Gravita::warn,
+               "The backup analysis needs sample lists that are not beside the program: " + mancanti,
+               {{"missing", mancanti}, {"program_folder", programma_}},
+               "Make backup_trle.le from a known good backup_trle folder with \"checkordl-cli sample FOLDER\"; "
+               "trle_cd.le is the same kind of list of the level editor's original CD: run sample on the CD's "
+               "folder and name the list trle_cd.le.");
+      return;
+    }
     ListeBackup liste;
     LeggiElenco(campione, liste.Campione);
     LeggiElenco(cd, liste.Cd);

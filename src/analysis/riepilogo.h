@@ -18,6 +18,7 @@
 //   disk.low-space      warn         disk.space-ok              pass
 //   ordelio.no-version  warn         ordelio.version            pass
 //   backup.differs      warn         backup.matches             pass  (only with the sample lists at hand)
+//   backup.no-sample-lists warn  (the sample lists are not beside the program)
 //   install.program-files install.non-ascii-path install.onedrive install.long-path install.unshowable-name
 //   install.long-name   warn         install.paths-ok           pass  (from the lists' folders and names)
 //   snapshot.unreadable fail  (the snapshot opened apart could not be read; the only finding then)
