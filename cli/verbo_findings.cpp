@@ -34,7 +34,7 @@ int VerboFindings(const Argomenti& args, MessaggiConsole& msg) {
     const analysis::RiepilogoSnapshot r = Verifica(ArgomentoPercorso(s));
     if (!r.Errore.empty()) {
       illeggibile = true;
-      msg.Critico("Errore estraendo file: " + ArgomentoPercorso(s) + ": " + r.Errore);
+      msg.Critico("The snapshot cannot be read: " + ArgomentoPercorso(s) + ": " + r.Errore);
     }
     if (json) {
 #ifdef _WIN32

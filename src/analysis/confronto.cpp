@@ -25,10 +25,10 @@ void Campo(Differenze& d, const std::string& oggetto, const std::string& a, cons
 bool Presenti(Differenze& d, const std::string& nome, bool vecchio, bool nuovo) {
   if (vecchio && !nuovo)
     d.push_back(
-        Nuova(TipoDifferenza::Tolto, nome, nome, "", "- " + nome + " (salvato solo nel vecchio snapshot)"));
+        Nuova(TipoDifferenza::Tolto, nome, nome, "", "- " + nome + " (only in the old snapshot)"));
   if (nuovo && !vecchio)
     d.push_back(
-        Nuova(TipoDifferenza::Aggiunto, nome, "", nome, "+ " + nome + " (salvato solo nel nuovo snapshot)"));
+        Nuova(TipoDifferenza::Aggiunto, nome, "", nome, "+ " + nome + " (only in the new snapshot)"));
   return vecchio && nuovo;
 }
 
@@ -109,7 +109,7 @@ bool ApriSnapshot(const std::string& snapshot, const std::string& cartella, Snap
     return false;
   }
   if (collection::EstraiSnapshot(snapshot, cartella, aperto.contenuto, base)) return true;
-  messaggi.Critico("Errore estraendo file: " + snapshot);
+  messaggi.Critico("The snapshot cannot be read: " + snapshot);
   return false;
 }
 

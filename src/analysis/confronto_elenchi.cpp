@@ -76,7 +76,7 @@ Differenze ParteElenco(const std::string& file, const SnapshotAperto& v, const S
   const formats::ElencoFile b = LeggiElenco(n.cartella + "\\" + file, messaggi);
   // Names are relative to the base folder, so a list of a moved folder still meets its files.
   if (!host::UgualiSenzaCaso(a.CartellaBase, b.CartellaBase))
-    Campo(d, "Cartella base", a.CartellaBase, b.CartellaBase);
+    Campo(d, "Base folder", a.CartellaBase, b.CartellaBase);
 
   std::vector<std::size_t> coppia(a.NomiFile.size(), kNessuno);
   std::vector<char> preso(b.NomiFile.size(), 0);
@@ -122,7 +122,7 @@ Differenze ParteOrdeio(const SnapshotAperto& v, const SnapshotAperto& n, support
     if (!preso[j]) d.push_back(Nuova(TipoDifferenza::Aggiunto, rb[j], "", rb[j], "+ \"" + rb[j] + "\""));
   if (d.empty())
     d.push_back(Nuova(TipoDifferenza::Cambiato, "ordeio.txt", "", "",
-                      "* ordeio.txt: stesse righe, in altro ordine o con altri fine riga"));
+                      "* ordeio.txt: the same lines, in another order or with other line ends"));
   return d;
 }
 
@@ -148,7 +148,7 @@ Differenze ParteScript(const SnapshotAperto& v, const SnapshotAperto& n, support
     if (fuori[k]) {
       const std::string prima = std::to_string(comuni[k] + 1), dopo = std::to_string(posizioni[k] + 1);
       d.push_back(Nuova(TipoDifferenza::Spostato, a[comuni[k]], prima, dopo,
-                        "* " + a[comuni[k]] + ": posizione " + prima + " -> " + dopo));
+                        "* " + a[comuni[k]] + ": position " + prima + " -> " + dopo));
     }
   return d;
 }

@@ -78,7 +78,7 @@ std::string Pulita(const formats::StringaFissa<N>& s) {
 }
 
 std::string NomeLivello(const formats::ArchivioLivello& l) {
-  return "Livello " + std::to_string(l.Codice) + " \"" + Pulita(l.Nome) + "\"";
+  return "Level " + std::to_string(l.Codice) + " \"" + Pulita(l.Nome) + "\"";
 }
 
 // A level's block of the archive report, without the header's block before it.

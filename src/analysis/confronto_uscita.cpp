@@ -31,8 +31,8 @@ std::string TestoConfronto(const Confronto& c) {
   std::string t;
   AggiungiRiga(t, "Old snapshot: " + c.vecchio);
   AggiungiRiga(t, "New snapshot: " + c.nuovo);
-  AggiungiRiga(t, "CONFRONTO SNAPSHOT (vecchio -> nuovo)");
-  AggiungiRiga(t, "Differenze: " + std::to_string(NumeroDifferenze(c)));
+  AggiungiRiga(t, "SNAPSHOT COMPARISON (old -> new)");
+  AggiungiRiga(t, "Differences: " + std::to_string(NumeroDifferenze(c)));
   for (const auto& p : c.parti) {
     std::string riga = "  " + p.titolo;
     riga.resize(std::max(kColonnaConteggi, riga.size() + 1), ' ');
@@ -41,7 +41,7 @@ std::string TestoConfronto(const Confronto& c) {
   for (const auto& p : c.parti) {
     AggiungiRiga(t, "");
     AggiungiRiga(t, p.titolo + " (" + std::to_string(p.differenze.size()) + ")");
-    if (p.differenze.empty()) AggiungiRiga(t, "  Nessuna differenza");
+    if (p.differenze.empty()) AggiungiRiga(t, "  No differences");
     for (const auto& d : p.differenze) AggiungiRiga(t, "  " + d.riga);
   }
   return t;

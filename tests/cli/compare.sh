@@ -18,7 +18,7 @@ printf 'x' > "$t/Dati/aperto"
 fail() { echo "FAIL: $*" >&2; exit 1; }
 
 out=$("$cli" compare 'C:\a.bin' "$t/prefix/drive_c/b.bin" | tr -d '\r')
-grep -qx 'Differenze: 2' <<<"$out" && grep -qx '  + "tre"' <<<"$out" || fail "text: $out"
+grep -qx 'Differences: 2' <<<"$out" && grep -qx '  + "tre"' <<<"$out" || fail "text: $out"
 "$cli" compare 'C:\a.bin' 'C:\a.bin' --json | grep -qx '  "identical": true,' || fail "json of one snapshot twice"
 [ -f "$t/Dati/aperto" ] || fail "Dati was touched"
 # Nothing of either snapshot is left beside the tool, on success or on failure.
@@ -26,7 +26,7 @@ grep -qx 'Differenze: 2' <<<"$out" && grep -qx '  + "tre"' <<<"$out" || fail "te
 
 set +e
 err=$("$cli" compare 'C:\a.bin' 'C:\manca.bin' 2>&1 >/dev/null); rc=$?
-[ $rc = 1 ] && [ "$err" = 'critical: Errore estraendo file: C:\manca.bin' ] || fail "missing snapshot: $rc $err"
+[ $rc = 1 ] && [ "$err" = 'critical: The snapshot cannot be read: C:\manca.bin' ] || fail "missing snapshot: $rc $err"
 [ "$(ls "$t")" = "$(printf 'Dati\ncheckordl-cli\nprefix')" ] || fail "left after a failure: $(ls "$t")"
 for uso in "compare C:\\a.bin" "compare C:\\a.bin C:\\a.bin C:\\a.bin" "compare C:\\a.bin C:\\a.bin --xml"; do
   $cli $uso 2>/dev/null; [ $? = 2 ] || fail "usage: $uso"

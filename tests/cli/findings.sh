@@ -23,7 +23,7 @@ set +e
 "$cli" findings "$WINEPREFIX/drive_c/INFO_ORDL.BIN" "$t/rotto.bin" "$t/due.bin" --json > "$t/json" 2>"$t/err"; rc=$?
 set -e
 [ $rc = 1 ] || fail "unreadable snapshot exit $rc"
-grep -q '^critical: Errore estraendo file: .*rotto.bin: not a snapshot' "$t/err" || fail "message: $(cat "$t/err")"
+grep -q '^critical: The snapshot cannot be read: .*rotto.bin: not a snapshot' "$t/err" || fail "message: $(cat "$t/err")"
 [ "$(wc -l < "$t/json")" = 3 ] || fail "JSON lines: $(cat "$t/json")"
 python3 -c 'import json, sys
 l = [json.loads(x) for x in open(sys.argv[1])]
