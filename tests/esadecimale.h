@@ -3,6 +3,7 @@
 // the line.
 #pragma once
 
+#include <algorithm>
 #include <cctype>
 #include <fstream>
 #include <string>
@@ -42,6 +43,18 @@ inline std::vector<std::string> Campi(const std::string& riga) {
     campi.push_back(campo);
   }
   return campi;
+}
+
+// The widest line of a report text (lines ended by CR LF), in characters.
+inline std::size_t RigaPiuLarga(const std::string& testo) {
+  std::size_t massima = 0;
+  for (std::size_t i = 0; i < testo.size();) {
+    std::size_t fine = testo.find("\r\n", i);
+    if (fine == std::string::npos) fine = testo.size();
+    massima = std::max(massima, fine - i);
+    i = fine + 2;
+  }
+  return massima;
 }
 
 // A table in a text file below tests/data: a row a line, lines starting with "#" and blank ones left out.

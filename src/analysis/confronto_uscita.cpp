@@ -2,6 +2,7 @@
 #include <nlohmann/json.hpp>
 
 #include "analysis/confronto.h"
+#include "analysis/forma_analisi.h"
 #include "analysis/testo.h"
 #include "host/machine.h"
 
@@ -29,8 +30,8 @@ const char* Tipo(TipoDifferenza t) {
 
 std::string TestoConfronto(const Confronto& c) {
   std::string t;
-  AggiungiRiga(t, "Old snapshot: " + c.vecchio);
-  AggiungiRiga(t, "New snapshot: " + c.nuovo);
+  AggiungiRigaAvvolta(t, "Old snapshot: " + c.vecchio, 0, 4, ColonneAreaProspetto());
+  AggiungiRigaAvvolta(t, "New snapshot: " + c.nuovo, 0, 4, ColonneAreaProspetto());
   AggiungiRiga(t, "SNAPSHOT COMPARISON (old -> new)");
   AggiungiRiga(t, "Differences: " + std::to_string(NumeroDifferenze(c)));
   for (const auto& p : c.parti) {
@@ -42,7 +43,8 @@ std::string TestoConfronto(const Confronto& c) {
     AggiungiRiga(t, "");
     AggiungiRiga(t, p.titolo + " (" + std::to_string(p.differenze.size()) + ")");
     if (p.differenze.empty()) AggiungiRiga(t, "  No differences");
-    for (const auto& d : p.differenze) AggiungiRiga(t, "  " + d.riga);
+    // Laid out for the report area, where the window shows these lines.
+    for (const auto& d : p.differenze) AggiungiRigaAvvolta(t, d.riga, 2, 4, ColonneAreaProspetto());
   }
   return t;
 }

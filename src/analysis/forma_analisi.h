@@ -26,6 +26,19 @@ inline constexpr std::array<const char*, 5> kTab = {"Pul_Trova", "Text_Cerca", "
 inline constexpr support::Forma kFormaAnalisi{"Dialog_Analisi", " Analisi dati info ordl", 10095, 4425,
                                               forma_analisi::kControlli, forma_analisi::kTab};
 
+// The columns of the report font that the report area shows whole at the usual 96 dots an inch: its width
+// less the vertical scroll bar (17 dots) and its sunken frame (2 dots a side), in cells of Courier New,
+// whose advance of 1229/2048 em the screen rounds to whole dots (7 at 8.25 points). Our own texts (the
+// findings, the comparison) are laid out to fit it.
+constexpr int ColonneAreaProspetto() {
+  constexpr int kPunti = 96;
+  const int punti = ControlloDi(kFormaAnalisi, "Text_Out").r.w * kPunti / support::kTwipsPerPollice - 17 - 4;
+  const double em = support::kPuntiProspetti * kPunti / 72.0;
+  const int cella = static_cast<int>(em * 1229.0 / 2048.0 + 0.5);
+  return punti / cella;
+}
+static_assert(ColonneAreaProspetto() == 90);
+
 // What a menu item does.
 enum class Comando { CaricaFile, SalvaFile, Esci, Copia, Voce, Confronta, RiepilogoProblemi };
 

@@ -7,6 +7,7 @@
 
 #include "analysis/analisi_backup.h"
 #include "analysis/elenchi.h"
+#include "analysis/forma_analisi.h"
 #include "analysis/prospetto_archivio.h"
 #include "analysis/riepilogo_installazione.h"
 #include "analysis/testo.h"
@@ -463,16 +464,17 @@ std::string TestoRiepilogo(const std::vector<Esito>& esiti) {
   std::string t;
   AggiungiRiga(t, "Findings: " + std::to_string(conta[0]) + " fail, " + std::to_string(conta[1]) + " warn, " +
                       std::to_string(conta[2]) + " pass");
-  const std::string rientro(6 + kColonnaId, ' ');
+  // Laid out for the report area, where the window shows these lines: nothing to scroll sideways for.
+  const std::size_t rientro = 6 + kColonnaId, colonne = ColonneAreaProspetto();
   for (const Esito& e : esiti) {
     std::string riga = host::Maiuscolo(NomeGravita(e.Livello)) + "  " + e.Id;
-    riga.append(riga.size() < rientro.size() ? rientro.size() - riga.size() : 1, ' ');
-    AggiungiRiga(t, riga + e.Titolo);
+    riga.append(riga.size() < rientro ? rientro - riga.size() : 1, ' ');
+    AggiungiRigaAvvolta(t, riga + e.Titolo, 0, rientro, colonne);
     if (e.Livello == Gravita::pass) continue;
     std::string prove;
     for (const auto& p : e.Prove) prove += (prove.empty() ? "" : "; ") + TestoProva(p);
-    if (!prove.empty()) AggiungiRiga(t, rientro + prove);
-    if (!e.Azione.empty()) AggiungiRiga(t, rientro + "-> " + e.Azione);
+    if (!prove.empty()) AggiungiRigaAvvolta(t, prove, rientro, rientro, colonne);
+    if (!e.Azione.empty()) AggiungiRigaAvvolta(t, "-> " + e.Azione, rientro, rientro + 3, colonne);
   }
   return t;
 }

@@ -13,6 +13,12 @@ inline constexpr std::string_view kFineRiga = "\r\n";
 // Appends `riga` and the line end.
 void AggiungiRiga(std::string& testo, std::string_view riga);
 
+// Appends `riga`, indented by `primo` blanks, as lines of at most `colonne` characters: broken after a blank
+// or a "\" where it can be, each line after the first indented by `rientro` blanks. A word longer than a
+// line is cut.
+void AggiungiRigaAvvolta(std::string& testo, std::string_view riga, std::size_t primo, std::size_t rientro,
+                         std::size_t colonne);
+
 // The words of the platform's conversion of a boolean to text.
 std::string_view TestoBooleano(bool v);
 

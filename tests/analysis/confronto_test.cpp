@@ -9,6 +9,8 @@
 #include <utility>
 
 #include "analysis/confronto.h"
+#include "analysis/forma_analisi.h"
+#include "esadecimale.h"
 #include "collection/scansione.h"
 #include "finestra_prova.h"
 #include "formats/archivio.h"
@@ -131,6 +133,8 @@ TEST(Confronto, EachCaseGivesItsExpectedTextAndJson) {
       if (std::getenv("CHECKORDL_RIGENERA")) MacchinaProva::ScriviHost(radice + estensione, testo);
       EXPECT_EQ(testo, MacchinaProva::LeggiHost(radice + estensione)) << radice + estensione;
     }
+    // Every line visible in the report area without scrolling sideways.
+    EXPECT_LE(RigaPiuLarga(analysis::TestoConfronto(c)), static_cast<std::size_t>(analysis::ColonneAreaProspetto()));
   }
 }
 

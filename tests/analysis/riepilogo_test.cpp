@@ -11,6 +11,7 @@
 #include <map>
 #include <nlohmann/json.hpp>
 
+#include "analysis/forma_analisi.h"
 #include "esadecimale.h"
 #include "formats/archivio.h"
 #include "formats/info_header.h"
@@ -165,6 +166,7 @@ TEST(Riepilogo, CasiControAttesi) {
       MacchinaProva::ScriviHost(cartella + nome + ".json", json);
     }
     EXPECT_EQ(testo, MacchinaProva::LeggiHost(cartella + nome + ".txt"));
+    EXPECT_LE(RigaPiuLarga(testo), static_cast<std::size_t>(analysis::ColonneAreaProspetto()));
     EXPECT_EQ(json, MacchinaProva::LeggiHost(cartella + nome + ".json"));
   }
 }
