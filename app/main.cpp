@@ -7,12 +7,13 @@
 #include "gui/finestra_analisi.h"
 #include "gui/finestra_getdir.h"
 #include "gui/finestra_principale.h"
+#include "gui/identita.h"
 
 int main(int argc, char** argv) {
   QApplication app(argc, argv);
   // The reports take the locale's decimal separator, as the headless tool does.
   std::setlocale(LC_ALL, "");
-  QApplication::setApplicationName(QStringLiteral("checkordl"));
+  gui::ImpostaIdentita();
   gui::MessaggiQt messaggi;
   gui::DialogoFileQt dialogoFile;
   gui::AppuntiQt appunti;

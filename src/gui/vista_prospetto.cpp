@@ -35,6 +35,10 @@ VistaProspetto::VistaProspetto(QWidget* genitore) : QAbstractScrollArea(genitore
 void VistaProspetto::Metriche() {
   const QFontMetrics m(font());
   cw_ = std::max(1, m.horizontalAdvance(QLatin1Char('M')));
+  disegno_ = font();
+  disegno_.setKerning(false);
+  disegno_.setLetterSpacing(QFont::AbsoluteSpacing,
+                            cw_ - QFontMetricsF(disegno_).horizontalAdvance(QLatin1Char('M')));
   ch_ = std::max(1, m.lineSpacing());
   ascesa_ = m.ascent();
   tab_ = std::max(1, Tw(support::kTabulazioneTwips));
@@ -118,7 +122,7 @@ void VistaProspetto::Copia() const {
 
 void VistaProspetto::paintEvent(QPaintEvent*) {
   QPainter p(viewport());
-  p.setFont(font());
+  p.setFont(disegno_);
   const QPalette& pal = palette();
   const int larghezza = viewport()->width(), dx = horizontalScrollBar()->value();
   const auto prima = static_cast<std::size_t>(verticalScrollBar()->value());

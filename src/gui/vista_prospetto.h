@@ -5,6 +5,7 @@
 #pragma once
 
 #include <QAbstractScrollArea>
+#include <QFont>
 #include <cstddef>
 #include <string>
 
@@ -55,6 +56,9 @@ class VistaProspetto : public QAbstractScrollArea {
   // The selection runs from the anchor to the caret, in either direction.
   std::size_t ancora_ = 0, cursore_ = 0;
   int cw_ = 8, ch_ = 16, ascesa_ = 12, tab_ = 48;
+  // The font the text is drawn in: every character exactly cw_ dots wide, as the columns are counted, where
+  // the screen would place glyphs at fractional advances.
+  QFont disegno_;
   int larghezzaTesto_ = 0;
 };
 

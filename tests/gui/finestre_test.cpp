@@ -3,6 +3,7 @@
 // compared with a file in tests/data/finestre; CHECKORDL_RIGENERA=1 rewrites those files instead.
 #include <QAction>
 #include <QApplication>
+#include <QFile>
 #include <QClipboard>
 #include <QComboBox>
 #include <QLabel>
@@ -21,12 +22,14 @@
 #include "collection/controllo.h"
 #include "collection/scoperta.h"
 #include "finestra_prova.h"
+#include "gui/identita.h"
 #include "gui/finestra_analisi.h"
 #include "gui/finestra_getdir.h"
 #include "gui/finestra_principale.h"
 #include "gui/testo_qt.h"
 #include "host/machine.h"
 #include "support/files.h"
+#include "support/forma.h"
 #include "support/valori.h"
 
 using analysis::Voce;
@@ -149,6 +152,37 @@ class ProvaFinestre : public QObject {
     if (tasto) QTest::keyClick(&vista, static_cast<Qt::Key>(tasto), Qt::ShiftModifier);
     QCOMPARE(area.SelText(), std::string(scelto.constData(), static_cast<std::size_t>(scelto.size())));
     QCOMPARE(area.SelText(), byte.substr(area.SelStart(), area.SelLength()));
+  }
+
+  // The windows carry the program's icon and belong to its desktop entry, whose file bears that name.
+  void identita() {
+    gui::ImpostaIdentita();
+    QVERIFY(!QApplication::windowIcon().isNull());
+    QVERIFY(!QApplication::windowIcon().pixmap(48, 48).isNull());
+    QCOMPARE(QGuiApplication::desktopFileName(), QString::fromLatin1(gui::kNomeDesktop));
+    QVERIFY(QFile::exists(QStringLiteral(CHECKORDL_DATI_PROVA "/../../pacchetto/") + gui::kNomeDesktop +
+                          QStringLiteral(".desktop")));
+  }
+
+  // The glyphs stand in the cells the columns are counted in: a selection is drawn exactly over its text,
+  // with no gap before it, however the screen places glyphs.
+  void areaColonne() {
+    gui::VistaProspetto vista;
+    vista.resize(600, 100);
+    QFont font(support::kFontProspetti);
+    font.setPointSizeF(support::kPuntiProspetti);
+    vista.setFont(font);
+    vista.ImpostaTesto(std::string(60, 'M') + "\r\n");
+    const QImage immagine = vista.viewport()->grab().toImage();
+    const QRect ultima = vista.RettangoloDi(59), fine = vista.RettangoloDi(60);
+    // The rightmost dot of ink: within the last cell, the one the columns put there.
+    int destra = -1;
+    const QColor fondo = immagine.pixelColor(immagine.width() - 1, ultima.center().y());
+    for (int x = 0; x < immagine.width(); ++x)
+      for (int y = ultima.top(); y <= ultima.bottom() && y < immagine.height(); ++y)
+        if (immagine.pixelColor(x, y) != fondo) destra = std::max(destra, x);
+    QVERIFY2(destra >= ultima.left() && destra < fine.left() + 1,
+             qPrintable(QString("ink ends at %1, the 60th cell is %2..%3").arg(destra).arg(ultima.left()).arg(fine.left())));
   }
 
   // A click lands on the character drawn there, a shift click extends from it, and Ctrl+C copies the bytes.
