@@ -60,10 +60,11 @@ void Accoppia(const std::vector<std::string>& vecchie, const std::vector<std::st
   }
 }
 
-std::vector<std::string> Maiuscoli(const std::vector<std::string>& nomi) {
+std::vector<std::string> Maiuscoli(const std::vector<std::string>& nomi, std::size_t quanti) {
+  const std::size_t n = std::min(quanti, nomi.size());
   std::vector<std::string> m;
-  m.reserve(nomi.size());
-  for (const auto& n : nomi) m.push_back(host::Maiuscolo(n));
+  m.reserve(n);
+  for (std::size_t i = 0; i < n; ++i) m.push_back(host::Maiuscolo(nomi[i]));
   return m;
 }
 
@@ -111,6 +112,12 @@ bool ApriSnapshot(const std::string& snapshot, const std::string& cartella, Snap
   if (collection::EstraiSnapshot(snapshot, cartella, aperto.contenuto, base)) return true;
   messaggi.Critico("The snapshot cannot be read: " + snapshot);
   return false;
+}
+
+std::shared_ptr<const ElencoLetto> ElencoDi(const SnapshotAperto& s, const std::string& file) {
+  auto& letto = s.elenchi[host::Maiuscolo(file)];
+  if (!letto) letto = std::make_shared<const ElencoLetto>(LeggiElencoUnaVolta(s.cartella + "\\" + file));
+  return letto;
 }
 
 Confronto ConfrontaSnapshot(const SnapshotAperto& vecchio, const SnapshotAperto& nuovo,

@@ -3,9 +3,12 @@
 // Each part compares what its report shows, so a difference here is one the reports would show too.
 #pragma once
 
+#include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
+#include "analysis/elenchi.h"
 #include "collection/snapshot.h"
 #include "support/interfacce.h"
 
@@ -37,12 +40,16 @@ struct Confronto {
   std::vector<ParteConfronto> parti;
 };
 
-// One snapshot unpacked into a folder of its own, and its file.
+// One snapshot unpacked into a folder of its own, and its file. Its lists are read once, by whichever part
+// asks first.
 struct SnapshotAperto {
   std::string cartella;
   collection::ContenutoSnapshot contenuto;
   std::string nome;
+  mutable std::map<std::string, std::shared_ptr<const ElencoLetto>> elenchi{};
 };
+// The list `file` of the snapshot, read the first time it is asked for.
+std::shared_ptr<const ElencoLetto> ElencoDi(const SnapshotAperto& s, const std::string& file);
 
 // The folder below the program folder where the window unpacks the snapshot it compares its open one (in
 // Dati) with; the headless tool uses folders of its own.

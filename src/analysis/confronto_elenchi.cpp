@@ -12,15 +12,19 @@
 namespace analysis::parti {
 namespace {
 
-// The readers, one function each, so that each can be pointed elsewhere without touching the parts.
-formats::ElencoFile LeggiElenco(const std::string& percorso, support::Messaggi& messaggi) {
-  formats::ElencoFile e;
-  support::BarraMuta barra;
-  CaricaElencoFile(percorso, e, barra, messaggi);
-  const std::size_t n = VociUsabili(e);
-  e.NomiFile.resize(n);
-  e.DimensioniFile.resize(n);
-  return e;
+// A list of the snapshot, read once for every part that looks at it; its reading's messages are shown here.
+struct Lista {
+  std::shared_ptr<const ElencoLetto> letto;
+  std::size_t voci;
+  const formats::ElencoFile& operator*() const { return letto->elenco; }
+};
+
+Lista LeggiElenco(const SnapshotAperto& s, const std::string& file, support::Messaggi& messaggi) {
+  Lista l{ElencoDi(s, file), 0};
+  for (const auto& [critico, testo] : l.letto->messaggi)
+    critico ? messaggi.Critico(testo) : messaggi.Semplice(testo);
+  l.voci = VociUsabili(l.letto->elenco);
+  return l;
 }
 
 // A missing script is told by the member table, not by a message.
@@ -72,18 +76,19 @@ Differenze ParteElenco(const std::string& file, const SnapshotAperto& v, const S
                        support::Messaggi& messaggi) {
   Differenze d;
   if (!Presenti(d, file, Membro(v, file), Membro(n, file))) return d;
-  const formats::ElencoFile a = LeggiElenco(v.cartella + "\\" + file, messaggi);
-  const formats::ElencoFile b = LeggiElenco(n.cartella + "\\" + file, messaggi);
+  const Lista la = LeggiElenco(v, file, messaggi), lb = LeggiElenco(n, file, messaggi);
+  const formats::ElencoFile &a = *la, &b = *lb;
   // Names are relative to the base folder, so a list of a moved folder still meets its files.
   if (!host::UgualiSenzaCaso(a.CartellaBase, b.CartellaBase))
     Campo(d, "Base folder", a.CartellaBase, b.CartellaBase);
 
-  std::vector<std::size_t> coppia(a.NomiFile.size(), kNessuno);
-  std::vector<char> preso(b.NomiFile.size(), 0);
-  Accoppia(Maiuscoli(a.NomiFile), Maiuscoli(b.NomiFile), coppia, preso);
+  // Only the entries that both columns reach.
+  std::vector<std::size_t> coppia(la.voci, kNessuno);
+  std::vector<char> preso(lb.voci, 0);
+  Accoppia(Maiuscoli(a.NomiFile, la.voci), Maiuscoli(b.NomiFile, lb.voci), coppia, preso);
   const auto byte = [](std::int32_t z) { return std::to_string(z) + " bytes"; };
   Differenze aggiunti, cambiati;
-  for (std::size_t i = 0; i < a.NomiFile.size(); ++i) {
+  for (std::size_t i = 0; i < la.voci; ++i) {
     const std::string& nome = a.NomiFile[i];
     const std::int32_t za = a.DimensioniFile[i];
     if (coppia[i] == kNessuno) {
@@ -94,7 +99,7 @@ Differenze ParteElenco(const std::string& file, const SnapshotAperto& v, const S
                                "* " + nome + ": " + byte(za) + " -> " + byte(zb)));
     }
   }
-  for (std::size_t j = 0; j < b.NomiFile.size(); ++j)
+  for (std::size_t j = 0; j < lb.voci; ++j)
     if (!preso[j]) {
       const std::int32_t zb = b.DimensioniFile[j];
       aggiunti.push_back(Nuova(TipoDifferenza::Aggiunto, b.NomiFile[j], "", std::to_string(zb),

@@ -32,7 +32,7 @@ void Accoppia(const std::vector<std::string>& vecchie, const std::vector<std::st
               std::vector<std::size_t>& coppia, std::vector<char>& preso);
 
 // Names as the platform compares them.
-std::vector<std::string> Maiuscoli(const std::vector<std::string>& nomi);
+std::vector<std::string> Maiuscoli(const std::vector<std::string>& nomi, std::size_t quanti = SIZE_MAX);
 
 // The parts: the records,
 Differenze ParteHeader(const SnapshotAperto& v, const SnapshotAperto& n, support::Messaggi& messaggi);

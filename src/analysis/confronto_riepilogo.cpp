@@ -34,7 +34,9 @@ std::string Riga(char segno, const Esito& e) {
 }
 
 std::vector<Esito> Problemi(const SnapshotAperto& s) {
-  std::vector<Esito> esiti = CalcolaRiepilogo(s.cartella, s.contenuto, host::CartellaProgramma(), '.');
+  // The lists the comparison's own parts read already.
+  std::vector<Esito> esiti = CalcolaRiepilogo(s.cartella, s.contenuto, host::CartellaProgramma(), '.',
+                                              [&s](const std::string& file) { return ElencoDi(s, file); });
   std::erase_if(esiti, [](const Esito& e) { return e.Livello == Gravita::pass; });
   return esiti;
 }

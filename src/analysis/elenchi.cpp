@@ -54,6 +54,23 @@ bool CaricaElencoFile(const std::string& NomeFile, formats::ElencoFile& elenco,
   return true;
 }
 
+ElencoLetto LeggiElencoUnaVolta(const std::string& NomeFile) {
+  class Tenuti : public support::Messaggi {
+   public:
+    explicit Tenuti(ElencoLetto& l) : l_(l) {}
+    void Semplice(const std::string& t) override { l_.messaggi.emplace_back(false, t); }
+    void Critico(const std::string& t) override { l_.messaggi.emplace_back(true, t); }
+
+   private:
+    ElencoLetto& l_;
+  };
+  ElencoLetto l;
+  Tenuti messaggi(l);
+  support::BarraMuta barra;
+  CaricaElencoFile(NomeFile, l.elenco, barra, messaggi);
+  return l;
+}
+
 std::size_t VociUsabili(const formats::ElencoFile& elenco) {
   return std::min({static_cast<std::size_t>(std::max(elenco.NumeroFile, 0)), elenco.NomiFile.size(),
                    elenco.DimensioniFile.size()});

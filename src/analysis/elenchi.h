@@ -4,6 +4,8 @@
 
 #include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "formats/elenco.h"
 #include "support/interfacce.h"
@@ -24,6 +26,14 @@ inline constexpr ProspettoDirectory kDirectoryArchivio{"dirarc.el", "DIRECTORY A
 // `barra` is not reset. Always true: no failure is left pending.
 bool CaricaElencoFile(const std::string& NomeFile, formats::ElencoFile& elenco,
                       support::BarraProgresso& barra, support::Messaggi& messaggi);
+
+// A list read once for all who look at it: the list, and the messages its reading gave (critical or not, and
+// their text), which each reader shows or keeps as it always has.
+struct ElencoLetto {
+  formats::ElencoFile elenco;
+  std::vector<std::pair<bool, std::string>> messaggi;
+};
+ElencoLetto LeggiElencoUnaVolta(const std::string& NomeFile);
 
 // How many entries of `elenco` can be used: its count, as far as both columns reach.
 std::size_t VociUsabili(const formats::ElencoFile& elenco);

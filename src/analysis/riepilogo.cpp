@@ -105,12 +105,13 @@ constexpr std::int32_t kBitNoti = 0x1FF;
 class Verifica {
  public:
   Verifica(const std::string& dati, const collection::ContenutoSnapshot& contenuto, std::string programma,
-           char separatore)
+           char separatore, const LettoreElenchi& lettore)
       : cartellaDati_(dati),
         dati_(dati + "\\"),
         contenuto_(contenuto),
         programma_(std::move(programma)),
-        separatore_(separatore) {}
+        separatore_(separatore),
+        lettore_(lettore) {}
 
   std::vector<Esito> Esegui() {
     Membri();
@@ -144,10 +145,13 @@ class Verifica {
 
   // A list member, read once; false when the snapshot lacks it. `intero` tells whether it read cleanly:
   // the checks on a list's entries leave out a list that did not, rather than report what is merely unread.
-  bool Elenco(const char* nome, formats::ElencoFile& e, bool& intero) {
+  bool Elenco(const char* nome, std::shared_ptr<const ElencoLetto>& letto, bool& intero) {
     const std::string percorso = dati_ + nome;
     if (!support::FileExists(percorso)) return false;
-    const std::string problema = LeggiElenco(percorso, e);
+    letto = lettore_ ? lettore_(nome) : std::make_shared<const ElencoLetto>(LeggiElencoUnaVolta(percorso));
+    std::string problema;
+    for (const auto& m : letto->messaggi) problema += (problema.empty() ? "" : "; ") + m.second;
+    const formats::ElencoFile& e = letto->elenco;
     intero = problema.empty();
     if (!intero)
       Aggiungi(
@@ -213,9 +217,9 @@ class Verifica {
 
   std::unordered_set<std::string> NomiTrle() const {
     std::unordered_set<std::string> nomi;
-    const std::size_t n = VociUsabili(trle_);
+    const std::size_t n = VociUsabili(trle_->elenco);
     nomi.reserve(n);
-    for (std::size_t i = 0; i < n; ++i) nomi.insert(host::Maiuscolo(trle_.NomiFile[i]));
+    for (std::size_t i = 0; i < n; ++i) nomi.insert(host::Maiuscolo(trle_->elenco.NomiFile[i]));
     return nomi;
   }
 
@@ -230,7 +234,7 @@ class Verifica {
       ++mancanti;
       Aggiungi(
           "script.level-missing", Gravita::fail, "A level that script.dat names is not in the editor folder",
-          {{"level", l}, {"editor_folder", trle_.CartellaBase}},
+          {{"level", l}, {"editor_folder", trle_->elenco.CartellaBase}},
           "Copy the level file into the editor folder or take it out of the script: the game stops when it "
           "reaches that level.");
     }
@@ -243,11 +247,11 @@ class Verifica {
 
   void LivelliVuoti() {
     std::int64_t livelli = 0, vuoti = 0;
-    for (std::size_t i = 0; i < VociUsabili(trle_); ++i) {
-      const std::string& nome = trle_.NomiFile[i];
+    for (std::size_t i = 0; i < VociUsabili(trle_->elenco); ++i) {
+      const std::string& nome = trle_->elenco.NomiFile[i];
       if (host::Maiuscolo(support::EstraiEstensione(nome)) != ".TR4") continue;
       ++livelli;
-      if (trle_.DimensioniFile[i] != 0) continue;
+      if (trle_->elenco.DimensioniFile[i] != 0) continue;
       ++vuoti;
       Aggiungi("editor.empty-level", Gravita::fail, "A level file in the editor folder is empty",
                {{"file", nome}, {"size", std::int64_t{0}}},
@@ -262,17 +266,17 @@ class Verifica {
   void Tomb4() {
     if (nomiTrle_.contains("\\TOMB4.EXE"))
       Aggiungi("editor.tomb4-present", Gravita::pass, "The editor folder holds tomb4.exe",
-               {{"editor_folder", trle_.CartellaBase}});
+               {{"editor_folder", trle_->elenco.CartellaBase}});
     else
       Aggiungi("editor.no-tomb4", Gravita::fail, "The editor folder holds no tomb4.exe",
-               {{"editor_folder", trle_.CartellaBase}},
+               {{"editor_folder", trle_->elenco.CartellaBase}},
                "Reinstall the level editor: without tomb4.exe no level can be played.");
   }
 
   void CartellaEditor() {
     const std::string pathTrle = support::PulisciStringa(prf_.PathTRLE.Testo());
-    const std::vector<Prova> prove = {{"PathTRLE", pathTrle}, {"editor_folder", trle_.CartellaBase}};
-    if (CartellaConfrontabile(pathTrle) == CartellaConfrontabile(trle_.CartellaBase))
+    const std::vector<Prova> prove = {{"PathTRLE", pathTrle}, {"editor_folder", trle_->elenco.CartellaBase}};
+    if (CartellaConfrontabile(pathTrle) == CartellaConfrontabile(trle_->elenco.CartellaBase))
       Aggiungi("prefs.same-editor-folder", Gravita::pass,
                "Ordelio points at the editor folder that was checked", prove);
     else
@@ -288,8 +292,8 @@ class Verifica {
     if (!formats::LeggiArchivioHeader(archivio_, &h)) return;
     // A level folder shows in the list only through the files below it.
     std::unordered_set<std::string> cartelle;
-    for (std::size_t i = 0; i < VociUsabili(dirarc_); ++i) {
-      const std::string& nome = dirarc_.NomiFile[i];
+    for (std::size_t i = 0; i < VociUsabili(dirarc_->elenco); ++i) {
+      const std::string& nome = dirarc_->elenco.NomiFile[i];
       const std::size_t inizio = nome.starts_with('\\') ? 1 : 0;
       const std::size_t fine = nome.find('\\', inizio);
       if (fine != std::string::npos) cartelle.insert(host::Maiuscolo(nome.substr(inizio, fine - inizio)));
@@ -297,7 +301,7 @@ class Verifica {
     const auto numero = static_cast<std::int64_t>(cartelle.size());
     const std::vector<Prova> prove = {{"TotLivelli", std::int64_t{h.TotLivelli}},
                                       {"folders", numero},
-                                      {"archive_folder", dirarc_.CartellaBase}};
+                                      {"archive_folder", dirarc_->elenco.CartellaBase}};
     if (numero < h.TotLivelli)
       Aggiungi("archive.few-folders", Gravita::warn,
                "The archive lists " + std::to_string(h.TotLivelli) + " levels but its folder holds " +
@@ -312,9 +316,9 @@ class Verifica {
 
   void Installazione() {
     std::vector<ElencoDiCartella> elenchi;
-    if (haTrle_) elenchi.push_back({"editor", &trle_});
-    if (haOrdl_) elenchi.push_back({"Ordelio", &ordl_});
-    if (haDirarc_) elenchi.push_back({"archive", &dirarc_});
+    if (haTrle_) elenchi.push_back({"editor", &trle_->elenco});
+    if (haOrdl_) elenchi.push_back({"Ordelio", &ordl_->elenco});
+    if (haDirarc_) elenchi.push_back({"archive", &dirarc_->elenco});
     if (elenchi.empty()) return;
     for (Esito& e : VerificaInstallazione(elenchi)) esiti_.push_back(std::move(e));
   }
@@ -380,7 +384,7 @@ class Verifica {
     ListeBackup liste;
     LeggiElenco(campione, liste.Campione);
     LeggiElenco(cd, liste.Cd);
-    liste.Utente = ordl_;
+    liste.Utente = ordl_->elenco;
     std::vector<std::string> fileTrovati;
     support::BarraMuta barra;
     TotaliBackup t;
@@ -411,7 +415,8 @@ class Verifica {
        haDirarc_ = false, ordlIntero_ = false, trleIntero_ = false, dirarcIntero_ = false;
   // The archive member's path, "" when the snapshot lacks it.
   std::string archivio_;
-  formats::ElencoFile ordl_, trle_, dirarc_;
+  std::shared_ptr<const ElencoLetto> ordl_, trle_, dirarc_;
+  const LettoreElenchi& lettore_;
   // The editor list's names in upper case, for the lookups.
   std::unordered_set<std::string> nomiTrle_;
   std::vector<Esito> esiti_;
@@ -438,8 +443,9 @@ std::string TestoProva(const Prova& p) {
 
 std::vector<Esito> CalcolaRiepilogo(const std::string& cartellaDati,
                                     const collection::ContenutoSnapshot& contenuto,
-                                    const std::string& cartellaProgramma, char separatoreDecimale) {
-  return Verifica(cartellaDati, contenuto, cartellaProgramma, separatoreDecimale).Esegui();
+                                    const std::string& cartellaProgramma, char separatoreDecimale,
+                                    const LettoreElenchi& lettore) {
+  return Verifica(cartellaDati, contenuto, cartellaProgramma, separatoreDecimale, lettore).Esegui();
 }
 
 RiepilogoSnapshot ApriEVerifica(const std::string& snapshot, const std::string& cartella,

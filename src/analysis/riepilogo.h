@@ -25,10 +25,13 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <memory>
 #include <string>
 #include <variant>
 #include <vector>
 
+#include "analysis/elenchi.h"
 #include "collection/snapshot.h"
 
 namespace analysis {
@@ -53,9 +56,12 @@ struct Esito {
 // The checks on the files that a snapshot left in `cartellaDati` (its table in `contenuto`). The backup
 // totals come in only when `cartellaProgramma` holds both sample lists. Failures first, then warnings,
 // then passes, each in check order.
+// `lettore`, when given, hands over the snapshot's lists (by file name) already read for someone else.
+using LettoreElenchi = std::function<std::shared_ptr<const ElencoLetto>(const std::string& file)>;
 std::vector<Esito> CalcolaRiepilogo(const std::string& cartellaDati,
                                     const collection::ContenutoSnapshot& contenuto,
-                                    const std::string& cartellaProgramma, char separatoreDecimale);
+                                    const std::string& cartellaProgramma, char separatoreDecimale,
+                                    const LettoreElenchi& lettore = {});
 
 // One snapshot opened into a folder of its own and checked.
 struct RiepilogoSnapshot {
