@@ -118,6 +118,7 @@ class Verifica {
     if (haHeader_) Flag();
     if (haTrle_) {
       if (trleIntero_) {
+        if (haScript_) livelli_ = LeggiScript(dati_ + "script.dat");
         nomiTrle_ = NomiTrle();
         if (haScript_) LivelliScript();
         LivelliVuoti();
@@ -215,20 +216,32 @@ class Verifica {
     if (f == 0) Aggiungi("flag.none", Gravita::pass, "The check set no error flag", {{"FlagErrori", esa}});
   }
 
+  static std::string ChiaveLivello(const std::string& l) {
+    return host::Maiuscolo(l.front() == '\\' ? l : "\\" + l);
+  }
+
+  // Of the editor list's names, in upper case, those the checks look for (the script's levels, tomb4.exe),
+  // found in one pass: a set of the whole list would cost more than every check together.
   std::unordered_set<std::string> NomiTrle() const {
-    std::unordered_set<std::string> nomi;
+    std::unordered_set<std::string> cercati = {"\\TOMB4.EXE"}, trovati;
+    for (const auto& l : livelli_) cercati.insert(ChiaveLivello(l));
+    std::unordered_set<std::size_t> lunghezze;
+    for (const auto& c : cercati) lunghezze.insert(c.size());
     const std::size_t n = VociUsabili(trle_->elenco);
-    nomi.reserve(n);
-    for (std::size_t i = 0; i < n; ++i) nomi.insert(host::Maiuscolo(trle_->elenco.NomiFile[i]));
-    return nomi;
+    for (std::size_t i = 0; i < n; ++i) {
+      const std::string& nome = trle_->elenco.NomiFile[i];
+      if (!lunghezze.contains(nome.size())) continue;
+      if (std::string m = host::Maiuscolo(nome); cercati.contains(m)) trovati.insert(std::move(m));
+    }
+    return trovati;
   }
 
   void LivelliScript() {
-    const std::vector<std::string> livelli = LeggiScript(dati_ + "script.dat");
+    const std::vector<std::string>& livelli = livelli_;
     std::unordered_set<std::string> detti;
     std::int64_t mancanti = 0;
     for (const auto& l : livelli) {
-      const std::string chiave = host::Maiuscolo(l.front() == '\\' ? l : "\\" + l);
+      const std::string chiave = ChiaveLivello(l);
       // A level the script names twice is told once.
       if (nomiTrle_.contains(chiave) || !detti.insert(chiave).second) continue;
       ++mancanti;
@@ -249,7 +262,10 @@ class Verifica {
     std::int64_t livelli = 0, vuoti = 0;
     for (std::size_t i = 0; i < VociUsabili(trle_->elenco); ++i) {
       const std::string& nome = trle_->elenco.NomiFile[i];
-      if (host::Maiuscolo(support::EstraiEstensione(nome)) != ".TR4") continue;
+      // The extension as EstraiEstensione takes it, compared without a copy of each of many names.
+      const std::size_t punto = nome.rfind('.');
+      if (punto == std::string::npos || !host::UgualiSenzaCaso(std::string_view(nome).substr(punto), ".TR4"))
+        continue;
       ++livelli;
       if (trle_->elenco.DimensioniFile[i] != 0) continue;
       ++vuoti;
@@ -417,8 +433,10 @@ class Verifica {
   std::string archivio_;
   std::shared_ptr<const ElencoLetto> ordl_, trle_, dirarc_;
   const LettoreElenchi& lettore_;
-  // The editor list's names in upper case, for the lookups.
+  // The names the checks look for that the editor list holds, in upper case.
   std::unordered_set<std::string> nomiTrle_;
+  // The level files that script.dat names.
+  std::vector<std::string> livelli_;
   std::vector<Esito> esiti_;
 };
 
