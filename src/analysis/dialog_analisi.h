@@ -73,8 +73,8 @@ struct Dialog_Analisi {
   std::string NomeSnapshot{};
   collection::ContenutoSnapshot Contenuto{};
   std::string CartellaDati{};
-  std::array<std::int32_t, 9> FlagBit{};
-  std::array<std::string, 9> FlagTesti{};
+  std::array<std::int32_t, formats::kTestiFlagErrori.size()> FlagBit{};
+  std::array<std::string, formats::kTestiFlagErrori.size()> FlagTesti{};
   std::int32_t NumeroFlag = 0;
   // The full paths of the sample files after a backup analysis.
   std::vector<std::string> FileTrovati{};

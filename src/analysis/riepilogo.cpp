@@ -100,7 +100,8 @@ constexpr Flag kFlag[] = {
      "The check found no script.dat in the editor folder",
      "Build the script in the level editor so that script.dat is written."},
 };
-constexpr std::int32_t kBitNoti = 0x1FF;
+constexpr std::int32_t kBitNoti = formats::BitFlagNoti();
+static_assert(std::size(kFlag) == formats::kTestiFlagErrori.size(), "a finding for every flag of the table");
 
 class Verifica {
  public:

@@ -57,6 +57,13 @@ inline constexpr std::array<TestoFlag, 9> kTestiFlagErrori = {{
     {kMancaScriptDat, "Manca Script.dat"},
 }};
 
+// Every bit that the table names: a new flag is one row of it.
+constexpr std::int32_t BitFlagNoti() {
+  std::int32_t bit = 0;
+  for (const TestoFlag& f : kTestiFlagErrori) bit |= f.bit;
+  return bit;
+}
+
 std::string CodificaInfoHeader(const InfoHeader& h);
 // Bytes past the end of a short input keep the values of `base`.
 InfoHeader DecodificaInfoHeader(std::string_view byte, const InfoHeader& base = {});

@@ -6,6 +6,12 @@
 #include "support/valori.h"
 
 namespace support {
+namespace {
+
+// Every file, read-only, hidden and system ones too; no folder.
+constexpr int kFileTutti = host::kAttrReadOnly | host::kAttrHidden | host::kAttrSystem;
+
+}  // namespace
 
 std::string EstraiNomeFile(const std::string& percorso) {
   const std::size_t k = percorso.find_last_of("\\:");
@@ -34,7 +40,7 @@ std::string NormalizzaPercorso(const std::string& percorso) {
 bool FileExists(const std::string& percorso) {
   if (PulisciStringa(percorso).empty()) return false;
   int err = 0;
-  std::string nome = host::DirPrimo(percorso, 7, &err);
+  std::string nome = host::DirPrimo(percorso, kFileTutti, &err);
   if (err || nome.empty()) return false;
   // Run the enumeration to its end so that no search stays open.
   while (!nome.empty()) {
@@ -47,7 +53,7 @@ bool FileExists(const std::string& percorso) {
 bool DirExists(const std::string& percorso) {
   if (percorso.find_first_not_of(' ') == std::string::npos) return false;
   int err = 0;
-  if (host::DirPrimo(percorso, 16, &err).empty() || err) return false;
+  if (host::DirPrimo(percorso, host::kAttrDirectory, &err).empty() || err) return false;
   const int attr = host::LeggiAttributi(percorso, &err);
   return !err && attr >= 0 && (attr & host::kAttrDirectory);
 }
@@ -91,7 +97,7 @@ std::vector<std::string> ElencaFile(const std::string& cartella, const std::stri
                                     std::int32_t& numero) {
   std::vector<std::string> elenco;
   int err = 0;
-  for (std::string nome = host::DirPrimo(cartella + "\\" + maschera, 7, &err); !nome.empty() && !err;
+  for (std::string nome = host::DirPrimo(cartella + "\\" + maschera, kFileTutti, &err); !nome.empty() && !err;
        nome = host::DirProssimo(&err))
     elenco.push_back(cartella + "\\" + nome);
   numero = static_cast<std::int32_t>(elenco.size());
