@@ -5,11 +5,11 @@
 # making the same report string in the same process (the baseline), and the resident memory before and
 # with the listing, against the size of its text. Goals: Qt under 0.5 s and under 2.5x the text above the
 # window at rest, Win32 under 1 s.
-# Usage: bench/area.sh [NATIVE_BUILD [WINDOWS_BUILD]]   (default build/test and build/mingw; a Windows build
+# Usage: bench/area.sh [NATIVE_BUILD [WINDOWS_BUILD]]   (default build/release and build/mingw; a Windows build
 # that is not there is skipped)
 set -euo pipefail
 cd "$(dirname "$0")/.."
-nativo=${1:-build/test}
+nativo=${1:-build/release}
 windows=${2:-build/mingw}
 . bench/comune.sh "$nativo/cli/checkordl-cli"
 cmake --build "$nativo" --target checkordl_bench_area >/dev/null

@@ -5,7 +5,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/dipendenze.sh
 installa time
-cli=${1:-build/test/cli/checkordl-cli}
+cli=${1:-build/release/cli/checkordl-cli}
 mib=${2:-1024}
 [ -x "$cli" ] || { echo "build the headless tool first (bash scripts/test.sh)"; exit 2; }
 

@@ -31,8 +31,8 @@ bash scripts/fuzz.sh 20
 # warnings. It must build, and the native tests and the cross-check under Wine run on it. Warnings are
 # errors in the other builds (Windows, fuzzing, sanitizers).
 tappa "plain Release build"
-cmake -S . -B build/release -G Ninja -DCMAKE_BUILD_TYPE=Release >/dev/null
-cmake --build build/release -j "$jobs"
+cmake --preset release >/dev/null
+cmake --build --preset release -j "$jobs"
 
 tappa "native tests"
 (cd build/release && ctest --output-on-failure -j "$jobs")

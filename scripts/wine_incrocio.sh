@@ -2,11 +2,11 @@
 # One Wine prefix, read twice: by the headless tool built for this system (the Wine prefix back end) and by
 # its Windows build running under Wine (Wine's own Win32 calls). Every answer must be the same byte for
 # byte; where the two machines differ for a reason of their own, the comparison says so below.
-# usage: scripts/wine_incrocio.sh [NATIVE_BUILD [WINDOWS_BUILD]]   (default build/test and build/mingw)
+# usage: scripts/wine_incrocio.sh [NATIVE_BUILD [WINDOWS_BUILD]]   (default build/release and build/mingw)
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/wine.sh
-nativo=$(realpath "${1:-build/test}")
+nativo=$(realpath "${1:-build/release}")
 windows=$(realpath "${2:-build/mingw}")
 # The report items, from the tool's usage text (the line in parentheses); each one is compared on the
 # snapshot of the check run.

@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
 # The Windows build under Wine: the core test suite in a fresh prefix, then the cross-check of the two back
 # ends. Fails when either fails.
-# usage: scripts/wine_suite.sh [NATIVE_BUILD [WINDOWS_BUILD]]   (default build/test and build/mingw)
+# usage: scripts/wine_suite.sh [NATIVE_BUILD [WINDOWS_BUILD]]   (default build/release and build/mingw)
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/wine.sh
-nativo=${1:-build/test}
+nativo=${1:-build/release}
 windows=${2:-build/mingw}
 inizio=$(date +%s)
 
