@@ -12,39 +12,20 @@ cmake --build "$build" -j "$(nproc)" >/dev/null
 python3 - "$build" "${2:-scripts/mutanti.txt}" <<'PY'
 import subprocess, sys
 
-build, table = sys.argv[1:3]
+sys.path.insert(0, "scripts")
+from mutanti_righe import blocchi, posizioni
 
-def blocks(path):
-    """Blocks separated by blank lines: the behaviour's name, then file:, from: (one or more lines, a run),
-    to: (one or more lines) and tests: (a ctest regex)."""
-    block = None
-    for line in open(path, encoding="utf-8").read().split("\n") + [""]:
-        if line.startswith("#"):
-            continue
-        if not line.strip():
-            if block:
-                yield block
-            block = None
-        elif block is None:
-            block = {"name": line.strip(), "from": [], "to": []}
-        else:
-            key, _, value = line.partition(":")
-            value = value.strip()
-            if key.strip() in ("from", "to"):
-                block[key.strip()].append(value)
-            else:
-                block[key.strip()] = value
+build, table = sys.argv[1:3]
 
 def run(*cmd, **kw):
     return subprocess.run(cmd, capture_output=True, text=True, **kw)
 
 caught, missed = 0, []
-for b in blocks(table):
+for b in blocchi(table):
     path = b["file"]
     original = open(path, encoding="latin-1").read()
     lines = original.split("\n")
-    hits = [i for i in range(len(lines) - len(b["from"]) + 1)
-            if all(lines[i + k].strip() == w for k, w in enumerate(b["from"]))]
+    hits = posizioni(lines, b)
     if len(hits) != 1:
         print(f"!! {b['name']}: the lines are not once in {path}")
         sys.exit(1)

@@ -27,24 +27,12 @@ namespace {
 constexpr double kSpazioMinimo = 200.0 * 1024 * 1024;
 constexpr std::size_t kColonnaId = 27;
 
-// Messages that a reader shows are kept as the reason of a finding instead of reaching a window.
-class MessaggiTenuti : public support::Messaggi {
- public:
-  void Semplice(const std::string& testo) override { Aggiungi(testo); }
-  void Critico(const std::string& testo) override { Aggiungi(testo); }
-  std::string testo;
-
- private:
-  void Aggiungi(const std::string& t) { testo += (testo.empty() ? "" : "; ") + t; }
-};
-
-// The one place where a file list is read: the reports' lenient reader. Empty when it read cleanly, else
-// what went wrong; the entries read so far are kept either way.
-std::string LeggiElenco(const std::string& percorso, formats::ElencoFile& elenco) {
-  support::BarraMuta barra;
-  MessaggiTenuti messaggi;
-  CaricaElencoFile(percorso, elenco, barra, messaggi);
-  return messaggi.testo;
+// What went wrong reading a list, as the reason of a finding: the messages its reader would have shown, ""
+// when it read cleanly (the entries read so far are kept either way).
+std::string Problema(const ElencoLetto& letto) {
+  std::string problema;
+  for (const auto& m : letto.messaggi) problema += (problema.empty() ? "" : "; ") + m.second;
+  return problema;
 }
 
 // The one place where script.dat is read: the level files it names, as the script report prints them,
@@ -151,8 +139,7 @@ class Verifica {
     const std::string percorso = dati_ + nome;
     if (!support::FileExists(percorso)) return false;
     letto = lettore_ ? lettore_(nome) : std::make_shared<const ElencoLetto>(LeggiElencoUnaVolta(percorso));
-    std::string problema;
-    for (const auto& m : letto->messaggi) problema += (problema.empty() ? "" : "; ") + m.second;
+    const std::string problema = Problema(*letto);
     const formats::ElencoFile& e = letto->elenco;
     intero = problema.empty();
     if (!intero)
@@ -399,8 +386,8 @@ class Verifica {
       return;
     }
     ListeBackup liste;
-    LeggiElenco(campione, liste.Campione);
-    LeggiElenco(cd, liste.Cd);
+    liste.Campione = LeggiElencoUnaVolta(campione).elenco;
+    liste.Cd = LeggiElencoUnaVolta(cd).elenco;
     liste.Utente = ordl_->elenco;
     std::vector<std::string> fileTrovati;
     support::BarraMuta barra;

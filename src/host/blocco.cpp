@@ -39,6 +39,13 @@ BloccoCartella::BloccoCartella(const std::string& cartella) {
     chiave_ = std::move(chiave);
     return;
   }
+  // What stands at the lock file's name and can never be held, told once for both back ends.
+  const std::string file = cartella + "\\" + kFileBlocco;
+  if (const Voce v = VoceSotto(cartella, file, nullptr); v == Voce::cartella || v == Voce::collegamento) {
+    occupato_ = true;
+    motivo_ = std::string(kFileBlocco) + (v == Voce::cartella ? " is a folder" : " is a link");
+    return;
+  }
   const auto fine = std::chrono::steady_clock::now() + kAttesa;
   for (;;) {
     bool occupato = false;

@@ -481,15 +481,8 @@ std::intptr_t PrendiBlocco(const std::string& cartella, bool* occupato, std::str
   std::string p;
   DWORD a = 0;
   if (!ControllaSotto(cartella, cartella + "\\" + kFileBlocco, &p, &a, nullptr)) return -1;
+  // A link or a folder at the name was told before (host/blocco.cpp).
   const bool c_era = a != INVALID_FILE_ATTRIBUTES;
-  if (c_era && ((a & FILE_ATTRIBUTE_REPARSE_POINT) || FileAltrove(p))) {
-    *motivo = std::string(kFileBlocco) + " is a link";
-    return -1;
-  }
-  if (c_era && (a & FILE_ATTRIBUTE_DIRECTORY)) {
-    *motivo = std::string(kFileBlocco) + " is a folder";
-    return -1;
-  }
   const HANDLE h = ::CreateFileA(p.c_str(), GENERIC_READ | GENERIC_WRITE | DELETE, 0, nullptr, OPEN_ALWAYS,
                                  FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
   if (h == INVALID_HANDLE_VALUE) {

@@ -786,6 +786,20 @@ File File::ApriLetturaGrezza(const std::string& winPath, int* err) {
   return f;
 }
 
+namespace {
+
+// A path to make or write a file at: resolved, its folder there; nothing when it is not.
+std::optional<Risolto> RisolviPerScrivere(const std::string& winPath, int* err) {
+  auto r = Risolvi(winPath, err);
+  if (r && !r->genitoreEsiste) {
+    Imposta(err, kErrPathNotFound);
+    return std::nullopt;
+  }
+  return r;
+}
+
+}  // namespace
+
 File File::ApriScrittura(const std::string& winPath, int* err) {
   File f;
   Imposta(err, kNessunErrore);
@@ -798,12 +812,8 @@ File File::ApriScrittura(const std::string& winPath, int* err) {
     if (!*d && Nul(winPath)) f.handle_ = ::open("/dev/null", O_WRONLY | O_CLOEXEC);
     return f;
   }
-  const auto r = Risolvi(winPath, err);
+  const auto r = RisolviPerScrivere(winPath, err);
   if (!r) return f;
-  if (!r->genitoreEsiste) {
-    Imposta(err, kErrPathNotFound);
-    return f;
-  }
   struct stat st {};
   const bool esiste = Esiste(r->host, &st);
   if (Barra(winPath.back()) && !(esiste && S_ISDIR(st.st_mode))) {
@@ -840,12 +850,8 @@ File File::CreaNuovo(const std::string& winPath, int* err) {
     Imposta(err, kErrBadFileName);
     return f;
   }
-  const auto r = Risolvi(winPath, err);
+  const auto r = RisolviPerScrivere(winPath, err);
   if (!r) return f;
-  if (!r->genitoreEsiste) {
-    Imposta(err, kErrPathNotFound);
-    return f;
-  }
   const int fd = ::open(r->host.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666);
   if (fd < 0) {
     Imposta(err, errno == EEXIST ? kErrPathFileAccess : ErroreDaErrno(errno));
@@ -902,13 +908,6 @@ bool StessoFile(const struct stat& a, const struct stat& b) {
 
 }  // namespace
 
-// What stands at the lock file's name and cannot be held.
-std::string NonBloccabile(const struct stat& st) {
-  if (S_ISLNK(st.st_mode)) return std::string(kFileBlocco) + " is a link";
-  if (S_ISDIR(st.st_mode)) return std::string(kFileBlocco) + " is a folder";
-  return std::string(kFileBlocco) + " is not a file";
-}
-
 // The file goes when its holder lets go, so a lock taken on a name that another holder has just removed
 // is no lock: the name must still be the file held. The lock is an open file description's lock on the
 // first byte: it conflicts with the record locks Wine takes for LockFileEx, and a close elsewhere in the
@@ -921,8 +920,9 @@ std::intptr_t PrendiBlocco(const std::string& cartella, bool* occupato, std::str
   for (;;) {
     struct stat st {};
     const bool c_era = ::fstatat(s.fd, s.nome.c_str(), &st, AT_SYMLINK_NOFOLLOW) == 0;
+    // A link or a folder is told before; what comes here meanwhile, or a pipe, is no lock either.
     if (c_era && !S_ISREG(st.st_mode)) {
-      *motivo = NonBloccabile(st);
+      *motivo = std::string(kFileBlocco) + " is not a file";
       return -1;
     }
     const int fd = ::openat(s.fd, s.nome.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, 0666);
