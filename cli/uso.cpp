@@ -34,6 +34,10 @@ const std::vector<Verbo>& Tabella() {
       {"compare", "OLD NEW [--json]", "open two snapshots and print what changed from the old to the new",
        VerboCompare},
       {"findings", "SNAPSHOT...", "print what looks wrong in each snapshot (--json: JSON Lines)", VerboFindings},
+      {"anonymize", "SNAPSHOT OUT [--authors] [--key FILE]",
+       "write a copy of the snapshot with every account name in its paths replaced by user1, user2, ...; "
+       "--authors: the level authors too; --key: the stand-ins and the names they replace into FILE",
+       VerboAnonymize},
       {"demo", "DIR", "make a sample machine in DIR, run the check and every report on it", VerboDemo},
   };
   return verbi;

@@ -29,6 +29,7 @@ int VerboDemo(const Argomenti& args, MessaggiConsole& msg);
 int VerboReport(const Argomenti& args, MessaggiConsole& msg);
 int VerboCompare(const Argomenti& args, MessaggiConsole& msg);
 int VerboFindings(const Argomenti& args, MessaggiConsole& msg);
+int VerboAnonymize(const Argomenti& args, MessaggiConsole& msg);
 
 // Opens `snapshot` as the analysis window does and runs the report items named in `voci` (header pref
 // archive ordl trle dirarc ordeio script backup) in order. Prints the report area's text at the end, or,

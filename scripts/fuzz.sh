@@ -21,7 +21,8 @@ declare -A semi=(
   [registro]="tests/data/registro"
   [script]="../shared/realdata"
   [riepilogo]="tests/data/prospetti/INFO_ORDL.BIN tests/data/riepilogo"
-  [snapshot]="tests/data/prospetti/INFO_ORDL.BIN"
+  [snapshot]="tests/data/prospetti/INFO_ORDL.BIN tests/data/snapshot/utenti.bin"
+  [anonimo]="tests/data/prospetti/INFO_ORDL.BIN tests/data/snapshot/utenti.bin"
   [versione]="tests/data/versione $wine_pe/winver.exe $wine_pe/notepad.exe"
 )
 

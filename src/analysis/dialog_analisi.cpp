@@ -4,6 +4,7 @@
 
 #include "analysis/analisi_backup.h"
 #include "analysis/confronto.h"
+#include "analysis/copia_anonima.h"
 #include "analysis/elenchi.h"
 #include "analysis/prospetto_archivio.h"
 #include "analysis/prospetto_header.h"
@@ -155,6 +156,25 @@ void mnu_RiepilogoProblemi_Click(Dialog_Analisi& d) {
   Mostra(d, TestoRiepilogo(CalcolaRiepilogo(d.CartellaDati, d.Contenuto, d.CartellaProgramma,
                                             support::SeparatoreDecimale())));
   DeselezionaProspetti(d);
+}
+
+void mnu_SalvaCopiaAnonima_Click(Dialog_Analisi& d) {
+  if (!d.SnapshotAperto) {
+    d.Messaggi.Critico("No snapshot is open: open one with \"Leggi Dati\" first");
+    return;
+  }
+  d.CommonDialog1.ImpostaTitolo(kTitoloCopiaAnonima);
+  d.CommonDialog1.ImpostaNomeFile(NomeCopiaAnonima(d.NomeSnapshot));
+  d.CommonDialog1.ImpostaFiltro("Snapshot (*.bin)|*.bin");
+  if (!d.CommonDialog1.MostraSalva()) return;
+  const std::string copia = d.CommonDialog1.NomeFile();
+  CopiaAnonima esito;
+  if (const std::string errore = SalvaCopiaAnonima({d.NomeSnapshot, copia, {}, {}, &d.Contenuto}, esito);
+      !errore.empty()) {
+    d.Messaggi.Critico(errore);
+    return;
+  }
+  d.Messaggi.Semplice(TestoCopiaAnonima(esito, copia));
 }
 
 bool Pul_EstraiDati_Click(const collection::Principale& p, support::DialogoFile& dialogo, std::string& nome) {

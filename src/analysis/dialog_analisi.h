@@ -125,6 +125,11 @@ void mnu_Confronta_Click(Dialog_Analisi& d);
 // The menu "Diagnosi": the findings of the opened snapshot. Like the backup analysis it clears the report
 // marks; it has no mark of its own.
 void mnu_RiepilogoProblemi_Click(Dialog_Analisi& d);
+// "Salva copia anonima...": asks where to save a copy of the open snapshot without the account names of
+// its paths (copia_anonima.h), writes it and says how many names it replaced. The report area, its marks
+// and Dati stay as they were; a cancel changes nothing. A snapshot that is no longer the one opened is
+// refused with a critical message.
+void mnu_SalvaCopiaAnonima_Click(Dialog_Analisi& d);
 // Runs the menu item `v`, as its click does.
 void EseguiVoce(Dialog_Analisi& d, Voce v);
 

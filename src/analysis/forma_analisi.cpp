@@ -24,6 +24,9 @@ bool EseguiComando(Dialog_Analisi& d, const VoceBarra& v) {
     case Comando::RiepilogoProblemi:
       mnu_RiepilogoProblemi_Click(d);
       break;
+    case Comando::SalvaCopiaAnonima:
+      mnu_SalvaCopiaAnonima_Click(d);
+      break;
   }
   return true;
 }

@@ -40,7 +40,7 @@ constexpr int ColonneAreaProspetto() {
 static_assert(ColonneAreaProspetto() == 90);
 
 // What a menu item does.
-enum class Comando { CaricaFile, SalvaFile, Esci, Copia, Voce, Confronta, RiepilogoProblemi };
+enum class Comando { CaricaFile, SalvaFile, Esci, Copia, Voce, Confronta, RiepilogoProblemi, SalvaCopiaAnonima };
 
 struct MenuBarra {
   const char* nome;
@@ -65,8 +65,8 @@ struct VoceBarra {
 };
 
 // Every item of the menu bar in the order the menus show them.
-constexpr std::array<VoceBarra, 6 + kNumeroVoci> VociBarra() {
-  std::array<VoceBarra, 6 + kNumeroVoci> b{};
+constexpr std::array<VoceBarra, 7 + kNumeroVoci> VociBarra() {
+  std::array<VoceBarra, 7 + kNumeroVoci> b{};
   std::size_t n = 0;
   b[n++] = {0, "mnu_CaricaFile", "Carica un prospetto", Comando::CaricaFile, {}};
   b[n++] = {0, "mnu_SalvaFile", "Salva prospetto in un file di testo", Comando::SalvaFile, {}};
@@ -78,6 +78,7 @@ constexpr std::array<VoceBarra, 6 + kNumeroVoci> VociBarra() {
     if (!v.prospetto) b[n++] = {3, v.controllo, v.didascalia, Comando::Voce, v.voce};
   b[n++] = {3, "mnu_Confronta", "Confronta con un altro snapshot...", Comando::Confronta, {}};
   b[n++] = {4, "mnu_RiepilogoProblemi", "Riepilogo problemi", Comando::RiepilogoProblemi, {}};
+  b[n++] = {4, "mnu_SalvaCopiaAnonima", "Salva copia anonima...", Comando::SalvaCopiaAnonima, {}};
   return b;
 }
 inline constexpr auto kVociBarra = VociBarra();

@@ -458,9 +458,9 @@ RiepilogoSnapshot ApriEVerifica(const std::string& snapshot, const std::string& 
                                 const std::string& cartellaProgramma, char separatoreDecimale) {
   RiepilogoSnapshot r;
   if (!support::FileExists(snapshot))
-    r.Errore = "the file does not exist";
+    r.Errore = kSnapshotMancante;
   else if (!collection::EstraiSnapshot(snapshot, cartella, r.Contenuto))
-    r.Errore = "not a snapshot, or cut off: its table or a member runs past the end of the file";
+    r.Errore = kSnapshotIlleggibile;
   if (r.Errore.empty())
     r.Esiti = CalcolaRiepilogo(cartella, r.Contenuto, cartellaProgramma, separatoreDecimale);
   else

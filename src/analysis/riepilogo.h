@@ -72,6 +72,11 @@ struct RiepilogoSnapshot {
   std::vector<Esito> Esiti;
 };
 
+// Why a snapshot cannot be read.
+inline constexpr const char* kSnapshotMancante = "the file does not exist";
+inline constexpr const char* kSnapshotIlleggibile =
+    "not a snapshot, or cut off: its table or a member runs past the end of the file";
+
 // Unpacks `snapshot` into `cartella` (an existing, empty folder) and checks what it left there.
 RiepilogoSnapshot ApriEVerifica(const std::string& snapshot, const std::string& cartella,
                                 const std::string& cartellaProgramma, char separatoreDecimale);

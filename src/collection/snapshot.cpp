@@ -16,23 +16,77 @@ namespace {
 // Bodies travel in pieces of this size, so memory stays small whatever a member's size.
 constexpr std::size_t kPezzo = 1 << 20;
 
-bool ScriviIntero(host::File& f, std::int32_t v) {
-  std::string b;
-  host::AccodaLE(b, static_cast<std::uint32_t>(v));
-  return f.Scrivi(b.data(), b.size());
-}
-
 // A 32-bit length and that many bytes, no terminator.
-bool ScriviStringaLunga(const std::string& testo, host::File& file) {
-  return ScriviIntero(file, static_cast<std::int32_t>(testo.size())) && file.Scrivi(testo.data(), testo.size());
+void ScriviStringaLunga(const std::string& testo, std::string& byte) {
+  host::AccodaLE(byte, static_cast<std::uint32_t>(testo.size()));
+  byte += testo;
 }
 
 // False when the file ends first.
-bool LeggiIntero(host::File& f, std::int32_t* v) {
+template <typename Sorgente>
+bool LeggiIntero(Sorgente& f, std::int32_t* v) {
   std::string b(4, '\0');
   if (f.Leggi(b.data(), b.size()) != b.size()) return false;
   *v = host::I32LE(b, 0);
   return true;
+}
+
+// Bytes in memory read as a file is: the snapshot's table has one reader for both.
+class ByteInMemoria {
+ public:
+  explicit ByteInMemoria(std::string_view byte) : byte_(byte) {}
+  std::size_t Leggi(char* buf, std::size_t n) {
+    n = byte_.substr(pos_).copy(buf, n);
+    pos_ += n;
+    return n;
+  }
+  std::int64_t Posizione() const { return static_cast<std::int64_t>(pos_); }
+  std::string_view Prendi(std::size_t n) {
+    const std::string_view s = byte_.substr(pos_, n);
+    pos_ += s.size();
+    return s;
+  }
+
+ private:
+  std::string_view byte_;
+  std::size_t pos_ = 0;
+};
+
+// The count and the table, every count and length held against the `lunghezza` of the whole file before
+// anything is made for it. A name's length outside 1 to the longest gives "" and the read goes on behind
+// the length field.
+template <typename Sorgente>
+bool LeggiTabella(Sorgente& in, std::int64_t lunghezza, ContenutoSnapshot& contenuto) {
+  std::int32_t numero = 0;
+  if (!LeggiIntero(in, &numero) || numero < 0 || numero > (lunghezza - 4) / 8) return false;
+  contenuto = ContenutoSnapshot{};
+  contenuto.Numero = numero;
+  contenuto.Nomi.reserve(static_cast<std::size_t>(numero));
+  contenuto.Dimensioni.reserve(static_cast<std::size_t>(numero));
+  for (std::int32_t i = 0; i < numero; ++i) {
+    std::int32_t l = 0;
+    if (!LeggiIntero(in, &l) || l < 0 || l > lunghezza - in.Posizione()) return false;
+    std::string nome;
+    if (l >= 1 && l <= formats::kLunghezzaMassimaNome) {
+      nome.resize(static_cast<std::size_t>(l));
+      if (in.Leggi(nome.data(), nome.size()) != nome.size()) return false;
+    }
+    std::int32_t dimensione = 0;
+    if (!LeggiIntero(in, &dimensione)) return false;
+    contenuto.Nomi.push_back(std::move(nome));
+    contenuto.Dimensioni.push_back(dimensione);
+  }
+  return true;
+}
+
+std::string CodificaTabella(const ContenutoSnapshot& t) {
+  std::string b;
+  host::AccodaLE(b, static_cast<std::uint32_t>(t.Numero));
+  for (std::int32_t i = 0; i < t.Numero; ++i) {
+    ScriviStringaLunga(t.Nomi[i], b);
+    host::AccodaLE(b, static_cast<std::uint32_t>(t.Dimensioni[i]));
+  }
+  return b;
 }
 
 // The size a member is recorded with: 0 when it cannot be measured or does not fit 32 bits.
@@ -69,15 +123,13 @@ Guasto CopiaCorpo(const std::string& percorso, std::int64_t dimensione, host::Fi
 }
 
 // The whole snapshot into a new file; `membro` is the index of a member that could not be read.
-Guasto ScriviSnapshot(const std::string& nome, const ContenutoSnapshot& t, support::BarraProgresso& barra,
+Guasto ScriviParziale(const std::string& nome, const ContenutoSnapshot& t, support::BarraProgresso& barra,
                       std::size_t* membro) {
   int err = 0;
   host::File out = host::File::CreaNuovo(nome, &err);
   if (err || !out.Aperto()) return Guasto::scrittura;
-  bool scritto = ScriviIntero(out, t.Numero);
-  for (std::int32_t i = 0; scritto && i < t.Numero; ++i)
-    scritto = ScriviStringaLunga(t.Nomi[i], out) && ScriviIntero(out, t.Dimensioni[i]);
-  if (!scritto) return Guasto::scrittura;
+  const std::string tabella = CodificaTabella(t);
+  if (!out.Scrivi(tabella.data(), tabella.size())) return Guasto::scrittura;
   const auto pezzo = std::make_unique<char[]>(kPezzo);
   for (std::int32_t i = 0; i < t.Numero; ++i) {
     support::AggiornaProgresso(barra, t.Numero, i + 1);
@@ -158,7 +210,7 @@ bool SalvaSnapshot(const std::string& NomeFile, const std::vector<std::string>& 
   for (;;) {
     support::CancellaFile(parziale);
     std::size_t membro = 0;
-    const Guasto g = ScriviSnapshot(parziale, t, barra, &membro);
+    const Guasto g = ScriviParziale(parziale, t, barra, &membro);
     if (g == Guasto::membro) {
       Togli(t, membro);
       continue;
@@ -183,27 +235,8 @@ bool EstraiSnapshot(const std::string& NomeFile, const std::string& Cartella, Co
   host::File in = host::File::ApriLettura(NomeFile, &err);
   if (err || !in.Aperto()) return false;
   const std::int64_t lunghezza = in.Lunghezza();
-
-  // Every count and size is held against what the file can still hold before anything is made for it.
-  std::int32_t numero = 0;
-  if (!LeggiIntero(in, &numero) || numero < 0 || numero > (lunghezza - 4) / 8) return false;
-  contenuto = ContenutoSnapshot{};
-  contenuto.Numero = numero;
-  contenuto.Nomi.reserve(static_cast<std::size_t>(numero));
-  contenuto.Dimensioni.reserve(static_cast<std::size_t>(numero));
-  for (std::int32_t i = 0; i < numero; ++i) {
-    std::int32_t l = 0;
-    if (!LeggiIntero(in, &l) || l < 0 || l > lunghezza - in.Posizione()) return false;
-    std::string nome;
-    if (l >= 1 && l <= formats::kLunghezzaMassimaNome) {
-      nome.resize(static_cast<std::size_t>(l));
-      if (in.Leggi(nome.data(), nome.size()) != nome.size()) return false;
-    }
-    std::int32_t dimensione = 0;
-    if (!LeggiIntero(in, &dimensione)) return false;
-    contenuto.Nomi.push_back(std::move(nome));
-    contenuto.Dimensioni.push_back(dimensione);
-  }
+  if (!LeggiTabella(in, lunghezza, contenuto)) return false;
+  const std::int32_t numero = contenuto.Numero;
 
   const auto pezzo = std::make_unique<char[]>(kPezzo);
   for (std::int32_t i = 0; i < numero; ++i) {
@@ -218,6 +251,44 @@ bool EstraiSnapshot(const std::string& NomeFile, const std::string& Cartella, Co
       return false;
   }
   return true;
+}
+
+bool DecodificaSnapshot(std::string_view byte, SnapshotInMemoria& s) {
+  s = SnapshotInMemoria{};
+  ByteInMemoria in(byte);
+  const auto lunghezza = static_cast<std::int64_t>(byte.size());
+  if (!LeggiTabella(in, lunghezza, s.tabella)) return false;
+  s.corpi.reserve(static_cast<std::size_t>(s.tabella.Numero));
+  for (const std::int32_t dimensione : s.tabella.Dimensioni) {
+    if (dimensione < 0 || dimensione > lunghezza - in.Posizione()) return false;
+    s.corpi.emplace_back(in.Prendi(static_cast<std::size_t>(dimensione)));
+  }
+  return true;
+}
+
+bool LeggiSnapshot(const std::string& NomeFile, SnapshotInMemoria& s) {
+  s = SnapshotInMemoria{};
+  int err = 0;
+  host::File in = host::File::ApriLettura(NomeFile, &err);
+  if (err || !in.Aperto()) return false;
+  const std::int64_t lunghezza = in.Lunghezza();
+  if (lunghezza < 0) return false;
+  std::string byte(static_cast<std::size_t>(lunghezza), '\0');
+  if (in.Leggi(byte.data(), byte.size()) != byte.size() || in.ErroreLettura()) return false;
+  return DecodificaSnapshot(byte, s);
+}
+
+std::string CodificaSnapshot(const SnapshotInMemoria& s) {
+  std::string byte = CodificaTabella(s.tabella);
+  for (const std::string& corpo : s.corpi) byte += corpo;
+  return byte;
+}
+
+bool ScriviSnapshot(const std::string& NomeFile, const SnapshotInMemoria& s) {
+  const std::string tabella = CodificaTabella(s.tabella);
+  std::vector<std::string_view> pezzi = {tabella};
+  for (const std::string& corpo : s.corpi) pezzi.push_back(corpo);
+  return support::ScriviFileIntero(NomeFile, pezzi);
 }
 
 }  // namespace collection

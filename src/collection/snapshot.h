@@ -4,9 +4,11 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "host/machine.h"
+#include "support/files.h"
 #include "support/interfacce.h"
 
 namespace collection {
@@ -19,7 +21,7 @@ struct ContenutoSnapshot {
 
 // Packs the members that exist and can be read, in order. False when the snapshot cannot be written whole,
 // and then no file of its name is left. It is written as NomeFile + kSuffissoParziale first.
-inline constexpr const char* kSuffissoParziale = ".part";
+using support::kSuffissoParziale;
 bool SalvaSnapshot(const std::string& NomeFile, const std::vector<std::string>& Membri,
                    std::int32_t NumeroMembri, support::Didascalia& labelInfo, support::BarraProgresso& barra);
 
@@ -29,6 +31,19 @@ bool SalvaSnapshot(const std::string& NomeFile, const std::vector<std::string>& 
 // is passed over, as one that cannot be written).
 bool EstraiSnapshot(const std::string& NomeFile, const std::string& Cartella, ContenutoSnapshot& contenuto,
                     const std::string& base = {});
+
+// A snapshot read whole: its table and each member's bytes, in table order.
+struct SnapshotInMemoria {
+  ContenutoSnapshot tabella;
+  std::vector<std::string> corpi;
+};
+// False, as for EstraiSnapshot, when the file cannot be read or its table or a body goes past its end.
+// Bytes behind the last body are not kept.
+bool LeggiSnapshot(const std::string& NomeFile, SnapshotInMemoria& s);
+bool DecodificaSnapshot(std::string_view byte, SnapshotInMemoria& s);
+std::string CodificaSnapshot(const SnapshotInMemoria& s);
+// Written whole or not at all, as SalvaSnapshot writes; the table's sizes must be the bodies'.
+bool ScriviSnapshot(const std::string& NomeFile, const SnapshotInMemoria& s);
 
 // The name a member may be written under inside the target folder, or "" when its name must not be
 // written at all (empty, only dots and blanks, a "/" or NUL, a device name).

@@ -41,6 +41,25 @@ static_assert(LunghezzaCampi<ArchivioLivello>(kCampiLivello) == ArchivioLivello:
 
 }  // namespace
 
+std::vector<CampoTesto> CampiTestoArchivioHeader() {
+  return CampiTesto(kCampiHeader, ArchivioHeader{});
+}
+
+std::vector<CampoTesto> CampiTestoLivello() {
+  return CampiTesto(kCampiLivello, ArchivioLivello{});
+}
+
+CampiAutore CampiAutoreLivello() {
+  const ArchivioLivello l{};
+  CampiAutore a;
+  for (const CampoTesto& c : CampiTesto(kCampiLivello, l)) {
+    if (c.campo == &l.Autore_Nome) a.Nome = c;
+    if (c.campo == &l.Autore_Email) a.Email = c;
+    if (c.campo == &l.Autore_Sito) a.Sito = c;
+  }
+  return a;
+}
+
 std::string CodificaArchivioHeader(const ArchivioHeader& h) {
   return Codifica(h, kCampiHeader);
 }

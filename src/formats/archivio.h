@@ -49,6 +49,14 @@ struct ArchivioLivello {
   bool operator==(const ArchivioLivello&) const = default;
 };
 
+// The places of the records' fixed strings, and of a level's three about its author.
+std::vector<CampoTesto> CampiTestoArchivioHeader();
+std::vector<CampoTesto> CampiTestoLivello();
+struct CampiAutore {
+  CampoTesto Nome, Email, Sito;
+};
+CampiAutore CampiAutoreLivello();
+
 std::string CodificaArchivioHeader(const ArchivioHeader& h);
 ArchivioHeader DecodificaArchivioHeader(std::string_view byte);
 std::string CodificaArchivioLivello(const ArchivioLivello& l);

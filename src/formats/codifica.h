@@ -10,6 +10,8 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "host/byte_le.h"
 
@@ -103,6 +105,44 @@ class Lettore {
   std::string_view byte_;
   std::size_t pos_ = 0;
 };
+
+// Where a fixed string of a record stands, for a caller that changes text in place and leaves every other
+// byte as it was.
+struct CampoTesto {
+  std::size_t posizione = 0;
+  std::size_t lunghezza = 0;
+  // The field in the record walked, while that lives: it tells one field from another.
+  const void* campo = nullptr;
+};
+
+// Notes the place of each fixed string it is shown, counting the other fields' lengths in between.
+class Posizioni {
+ public:
+  template <std::size_t N>
+  void operator()(const StringaFissa<N>& s) {
+    campi_.push_back({pos_, N, &s});
+    pos_ += N;
+  }
+  template <typename T>
+  void operator()(const T& v) {
+    Misura m;
+    m(v);
+    pos_ += m.byte;
+  }
+  std::vector<CampoTesto> Campi() && { return std::move(campi_); }
+
+ private:
+  std::vector<CampoTesto> campi_;
+  std::size_t pos_ = 0;
+};
+
+// The places of the fixed strings of the record `r`, in file order.
+template <typename R, typename Campi>
+std::vector<CampoTesto> CampiTesto(Campi campi, const R& r) {
+  Posizioni p;
+  campi(p, r);
+  return std::move(p).Campi();
+}
 
 // The length that a record's fields add up to, for a compile-time check against the record's own.
 template <typename R, typename Campi>

@@ -80,6 +80,24 @@ std::string StringaTollerante(Cursore& c) {
   return c.Prendi(static_cast<std::size_t>(n));
 }
 
+// The list's fields behind `byte`; `scarica(false)` after each entry may take what stands so far, and
+// `scarica(true)` comes once at the end.
+template <typename Scarica>
+void AccodaElenco(const ElencoFile& elenco, std::string& byte, Scarica scarica) {
+  const auto n = static_cast<std::size_t>(std::max<std::int32_t>(elenco.NumeroFile, 0));
+  host::AccodaLE(byte, static_cast<std::uint32_t>(elenco.NumeroFile));
+  AccodaStringa(byte, elenco.CartellaBase);
+  for (std::size_t i = 0; i < n; ++i) {
+    AccodaStringa(byte, elenco.NomiFile[i]);
+    scarica(false);
+  }
+  for (std::size_t i = 0; i < n; ++i) {
+    host::AccodaLE(byte, static_cast<std::uint32_t>(elenco.DimensioniFile[i]));
+    scarica(false);
+  }
+  scarica(true);
+}
+
 }  // namespace
 
 bool ScriviElencoFile(const std::string& NomeFile, const ElencoFile& elenco) {
@@ -88,36 +106,34 @@ bool ScriviElencoFile(const std::string& NomeFile, const ElencoFile& elenco) {
   return !err && ScriviElencoFile(out, elenco);
 }
 
+std::string CodificaElenco(const ElencoFile& elenco) {
+  std::string byte;
+  AccodaElenco(elenco, byte, [](bool) {});
+  return byte;
+}
+
 bool ScriviElencoFile(host::File& out, const ElencoFile& elenco) {
   if (!out.Aperto()) return false;
-  const auto n = static_cast<std::size_t>(std::max<std::int32_t>(elenco.NumeroFile, 0));
   // The fields go through a buffer written in pieces: two writes a name would cost more than the walk.
   std::string pezzo;
   pezzo.reserve(kPezzoScrittura + 4096);
-  auto scarica = [&](bool sempre) {
+  AccodaElenco(elenco, pezzo, [&](bool sempre) {
     if (sempre || pezzo.size() >= kPezzoScrittura) {
       out.Scrivi(pezzo.data(), pezzo.size());
       pezzo.clear();
     }
-  };
-  host::AccodaLE(pezzo, static_cast<std::uint32_t>(elenco.NumeroFile));
-  AccodaStringa(pezzo, elenco.CartellaBase);
-  for (std::size_t i = 0; i < n; ++i) {
-    AccodaStringa(pezzo, elenco.NomiFile[i]);
-    scarica(false);
-  }
-  for (std::size_t i = 0; i < n; ++i) {
-    host::AccodaLE(pezzo, static_cast<std::uint32_t>(elenco.DimensioniFile[i]));
-    scarica(false);
-  }
-  scarica(true);
+  });
   return true;
 }
 
 bool CaricaElencoStretto(const std::string& NomeFile, ElencoFile& elenco, support::BarraProgresso* barra) {
   elenco = ElencoFile{};
   std::string byte;
-  if (LeggiFile(NomeFile, byte) != GuastoElenco::kNessuno) return false;
+  return LeggiFile(NomeFile, byte) == GuastoElenco::kNessuno && DecodificaElencoStretto(byte, elenco, barra);
+}
+
+bool DecodificaElencoStretto(std::string_view byte, ElencoFile& elenco, support::BarraProgresso* barra) {
+  elenco = ElencoFile{};
   Cursore c(byte);
   ElencoFile letto;
   if (!c.Intero(letto.NumeroFile) || !StringaStretta(c, letto.CartellaBase)) return false;

@@ -10,6 +10,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "host/machine.h"
@@ -41,6 +42,11 @@ bool ScriviElencoFile(host::File& out, const ElencoFile& elenco);
 // the bytes read.
 bool CaricaElencoStretto(const std::string& NomeFile, ElencoFile& elenco,
                          support::BarraProgresso* barra = nullptr);
+
+// The same rules over a list's bytes.
+bool DecodificaElencoStretto(std::string_view byte, ElencoFile& elenco, support::BarraProgresso* barra = nullptr);
+// The list's bytes, as ScriviElencoFile writes them.
+std::string CodificaElenco(const ElencoFile& elenco);
 
 // Why the lenient reader stopped.
 enum class GuastoElenco {

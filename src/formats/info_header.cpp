@@ -18,6 +18,10 @@ static_assert(LunghezzaCampi<InfoHeader>(kCampi) == InfoHeader::kDimensione);
 
 }  // namespace
 
+std::vector<CampoTesto> CampiTestoInfoHeader() {
+  return CampiTesto(kCampi, InfoHeader{});
+}
+
 std::string CodificaInfoHeader(const InfoHeader& h) {
   return Codifica(h, kCampi);
 }

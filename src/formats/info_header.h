@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "formats/codifica.h"
 
@@ -65,6 +66,8 @@ constexpr std::int32_t BitFlagNoti() {
 }
 
 std::string CodificaInfoHeader(const InfoHeader& h);
+// The places of the record's fixed strings.
+std::vector<CampoTesto> CampiTestoInfoHeader();
 // Bytes past the end of a short input keep the values of `base`.
 InfoHeader DecodificaInfoHeader(std::string_view byte, const InfoHeader& base = {});
 

@@ -48,6 +48,10 @@ static_assert(LunghezzaCampi<PrefRecord>(kCampi) == PrefRecord::kDimensione);
 
 }  // namespace
 
+std::vector<CampoTesto> CampiTestoPreferenze() {
+  return CampiTesto(kCampi, PrefRecord{});
+}
+
 std::string CodificaPreferenze(const PrefRecord& p) {
   return Codifica(p, kCampi);
 }

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "formats/codifica.h"
 
@@ -53,6 +54,8 @@ struct PrefRecord {
 };
 
 std::string CodificaPreferenze(const PrefRecord& p);
+// The places of the record's fixed strings.
+std::vector<CampoTesto> CampiTestoPreferenze();
 // Bytes past the end of a short input keep the values of `base`.
 PrefRecord DecodificaPreferenze(std::string_view byte, const PrefRecord& base = {});
 

@@ -90,6 +90,7 @@ void FinestraAnalisi::Costruisci() {
   mnu_Copia = Azione("mnu_Copia");
   mnu_Confronta = Azione("mnu_Confronta");
   mnu_RiepilogoProblemi = Azione("mnu_RiepilogoProblemi");
+  mnu_SalvaCopiaAnonima = Azione("mnu_SalvaCopiaAnonima");
   connect(Pul_Trova, &QPushButton::clicked, this, [this] { analysis::Pul_Trova_Click(modello_); });
   connect(Pul_Prima, &QPushButton::clicked, this, [this] { analysis::Pul_Prima_Click(modello_); });
   connect(Pul_Dopo, &QPushButton::clicked, this, [this] { analysis::Pul_Dopo_Click(modello_); });

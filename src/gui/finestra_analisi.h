@@ -55,6 +55,7 @@ class FinestraAnalisi : public QDialog {
   QAction* mnu_Copia;
   QAction* mnu_Confronta;
   QAction* mnu_RiepilogoProblemi;
+  QAction* mnu_SalvaCopiaAnonima;
 
  protected:
   void keyPressEvent(QKeyEvent* evento) override;

@@ -77,6 +77,22 @@ bool ScriviFileTesto(const std::string& percorso, const std::string& testo) {
   return f.Scrivi(testo.data(), testo.size());
 }
 
+bool ScriviFileIntero(const std::string& percorso, const std::vector<std::string_view>& pezzi) {
+  const std::string parziale = percorso + kSuffissoParziale;
+  CancellaFile(parziale);
+  int err = 0;
+  bool ok = false;
+  {
+    host::File f = host::File::CreaNuovo(parziale, &err);
+    ok = !err && f.Aperto();
+    for (const std::string_view p : pezzi) ok = ok && f.Scrivi(p.data(), p.size());
+    ok = ok && f.Scarica();
+  }
+  if (ok && host::SostituisciFile(parziale, percorso, &err)) return true;
+  CancellaFile(parziale);
+  return false;
+}
+
 bool CreaCartella(const std::string& percorso) {
   if (DirExists(percorso)) return true;
   int err = 0;

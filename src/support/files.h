@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace support {
@@ -26,6 +27,12 @@ bool DirExists(const std::string& percorso);
 std::string LeggiFile(const std::string& percorso);
 // Creates or replaces the file with exactly these bytes; the folder must exist.
 bool ScriviFileTesto(const std::string& percorso, const std::string& testo);
+
+// The same, whole or not at all: the pieces one behind the other under the name + ".part" beside it, put in
+// place in one step, so that a failure leaves no file of the name that is not whole and a link at the
+// name is replaced, never written through. False, with nothing left, when that fails.
+inline constexpr const char* kSuffissoParziale = ".part";
+bool ScriviFileIntero(const std::string& percorso, const std::vector<std::string_view>& pezzi);
 
 // True when the folder is there afterwards; makes one level only.
 bool CreaCartella(const std::string& percorso);

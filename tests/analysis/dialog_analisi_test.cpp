@@ -58,6 +58,40 @@ TEST(DialogAnalisi, ApreLoSnapshotESostituisceDati) {
   EXPECT_EQ(b.header, formats::InfoHeader{});
 }
 
+// The anonymized copy from the window: nothing open, a cancel, the copy with its proposed name, and an open
+// snapshot that was changed on the disk meanwhile, which would give someone else's copy.
+TEST(DialogAnalisi, CopiaAnonima) {
+  MacchinaProva m;
+  SoloHeader(m, 0);
+  AnalisiProva vuota;
+  analysis::mnu_SalvaCopiaAnonima_Click(vuota.d);
+  EXPECT_EQ(vuota.messaggi.tutti, V{"critical: No snapshot is open: open one with \"Leggi Dati\" first"});
+  EXPECT_TRUE(vuota.dialogo.mostrati.empty());
+
+  AnalisiProva a;
+  analysis::ImpostaValori(a.d, "C:\\snap.bin");
+  const std::string testo = a.area.Testo();
+  a.dialogo.Annulla();
+  analysis::mnu_SalvaCopiaAnonima_Click(a.d);
+  EXPECT_EQ(a.dialogo.mostrati, V{"save"});
+  a.dialogo.Scegli("C:\\copia.bin");
+  analysis::mnu_SalvaCopiaAnonima_Click(a.d);
+  EXPECT_EQ(a.dialogo.NomeFile(), "C:\\copia.bin");
+  EXPECT_EQ(MacchinaProva::LeggiHost(m.C("copia.bin")), MacchinaProva::LeggiHost(m.C("snap.bin")));
+  EXPECT_EQ(a.messaggi.tutti, V{"plain: The anonymized copy is saved as C:\\copia.bin.\r\nNo account name was found "
+                                "in its paths: it holds what the snapshot holds."});
+  EXPECT_EQ(a.area.Testo(), testo);
+  EXPECT_EQ(a.Segnate(), Voci{Voce::mnu_ShowInfoHeader});
+
+  support::DidascaliaMuta info;
+  support::BarraMuta barra;
+  ASSERT_TRUE(collection::SalvaSnapshot("C:\\snap.bin", {"C:\\Infofile.bin", "C:\\copia.bin"}, 2, info, barra));
+  a.dialogo.Scegli("C:\\altra.bin");
+  analysis::mnu_SalvaCopiaAnonima_Click(a.d);
+  EXPECT_EQ(a.messaggi.tutti.back(), "critical: The snapshot C:\\snap.bin has changed since it was opened: open it again");
+  EXPECT_FALSE(MacchinaProva::EsisteHost(m.C("altra.bin")));
+}
+
 // Each menu item on a snapshot without its file: what it says, which marks stand afterwards, and that the
 // report area keeps its text. With their files, the items are the report texts' own test.
 TEST(DialogAnalisi, OgniVoceSenzaIlSuoFile) {

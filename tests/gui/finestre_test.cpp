@@ -17,6 +17,7 @@
 #include <QtTest>
 
 #include "analysis/confronto.h"
+#include "analysis/copia_anonima.h"
 #include "analysis/riepilogo.h"
 #include "cli/macchina_demo.h"
 #include "collection/controllo.h"
@@ -393,6 +394,18 @@ class ProvaFinestre : public QObject {
     QCOMPARE(f.Area().Testo(), strumento);
     for (int i = 0; i < analysis::kNumeroVoci; ++i) QVERIFY(!f.Voce(static_cast<Voce>(i))->isChecked());
     QVERIFY(banco.messaggi.tutti.empty());
+
+    // The anonymized copy: written where the dialog says, the message with its count, the text unchanged.
+    const std::string copia = host::CartellaProgramma() + "\\copia.bin";
+    banco.file.Scegli(copia);
+    f.mnu_SalvaCopiaAnonima->trigger();
+    QCOMPARE(banco.file.titolo, std::string(analysis::kTitoloCopiaAnonima));
+    QCOMPARE(banco.file.mostrati.back(), std::string("save"));
+    analysis::CopiaAnonima atteso;
+    QCOMPARE(analysis::SalvaCopiaAnonima({collection::kNomeSnapshot, copia + ".x"}, atteso), std::string());
+    QCOMPARE(support::LeggiFile(copia), support::LeggiFile(copia + ".x"));
+    QCOMPARE(banco.messaggi.tutti, std::vector<std::string>{"plain: " + analysis::TestoCopiaAnonima(atteso, copia)});
+    QCOMPARE(f.Area().Testo(), strumento);
   }
 
   // The comparison with a second snapshot: the supporter opens the newer one and picks the earlier, which

@@ -441,6 +441,16 @@ TEST(FinestreWin32, LeggiDatiOgniProspetto) {
                   atteso.segni.Checked(static_cast<Voce>(j)));
     }
     EXPECT_EQ(banco.messaggi.tutti, atteso.messaggi.tutti);
+    // The anonymized copy, as the model makes it: the dialog's name, the message, the text left alone.
+    const std::string copia = host::CartellaProgramma() + "\\copia.bin";
+    banco.file.Scegli(copia);
+    Menu(f, "mnu_SalvaCopiaAnonima");
+    atteso.dialogo.Scegli(copia + ".x");
+    analysis::mnu_SalvaCopiaAnonima_Click(atteso.d);
+    EXPECT_EQ(support::LeggiFile(copia), support::LeggiFile(copia + ".x"));
+    ASSERT_FALSE(banco.messaggi.tutti.empty());
+    EXPECT_TRUE(banco.messaggi.tutti.back().starts_with("plain: The anonymized copy is saved as " + copia + "."));
+    EXPECT_EQ(f.Area().Testo(), atteso.area.Testo());
     Menu(f, "mnu_Esci");
     EXPECT_TRUE(f.Chiusa());
   };

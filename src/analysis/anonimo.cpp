@@ -1,0 +1,173 @@
+#include "analysis/anonimo.h"
+
+#include <algorithm>
+#include <array>
+
+#include "host/nomi.h"
+
+namespace analysis {
+namespace {
+
+bool Barra(char c) {
+  return c == '\\' || c == '/';
+}
+
+// A byte that ends a name: a slash, one that Windows refuses in names, a control byte.
+bool FineNome(char c) {
+  static constexpr std::string_view kRifiutati = "\\/:*?\"<>|";
+  return static_cast<unsigned char>(c) < 0x20 || kRifiutati.find(c) != std::string_view::npos;
+}
+
+bool Lettera(char c) {
+  return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
+}
+
+// The folders that hold the profiles, after a drive.
+constexpr std::array<std::string_view, 3> kRadici = {"USERS", "DOCUMENTS AND SETTINGS", "HOME"};
+// Profiles that are nobody's: they say nothing of the user and stay.
+constexpr std::array<std::string_view, 4> kComuni = {"PUBLIC", "DEFAULT", "DEFAULT USER", "ALL USERS"};
+
+// Where the account name begins behind the ':' or '/' at `p`, or npos.
+std::size_t InizioNome(std::string_view t, std::size_t p) {
+  if (t[p] == '/') return t.substr(p, 6) == "/home/" ? p + 6 : std::string_view::npos;
+  if (p == 0 || !Lettera(t[p - 1]) || p + 1 >= t.size() || !Barra(t[p + 1])) return std::string_view::npos;
+  const std::size_t dopo = p + 2;
+  for (const std::string_view radice : kRadici) {
+    const std::size_t fine = dopo + radice.size();
+    if (fine < t.size() && Barra(t[fine]) && host::UgualiSenzaCaso(t.substr(dopo, radice.size()), radice))
+      return fine + 1;
+  }
+  return std::string_view::npos;
+}
+
+// The name from `inizio`: to the next byte that ends a name, less closing blanks and dots.
+std::size_t LunghezzaNome(std::string_view t, std::size_t inizio) {
+  std::size_t fine = inizio;
+  while (fine < t.size() && !FineNome(t[fine])) ++fine;
+  while (fine > inizio && (t[fine - 1] == ' ' || t[fine - 1] == '.')) --fine;
+  return fine - inizio;
+}
+
+bool Comune(std::string_view nome) {
+  if (nome.starts_with('%')) return true;
+  return std::any_of(kComuni.begin(), kComuni.end(),
+                     [&](std::string_view c) { return host::UgualiSenzaCaso(nome, c); });
+}
+
+bool SoloAscii(std::string_view s) {
+  return std::all_of(s.begin(), s.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
+std::string Sostituto(Genere genere, int numero, std::string_view originale) {
+  const std::string n = std::to_string(numero);
+  switch (genere) {
+    case Genere::utente:
+      return "user" + n + (SoloAscii(originale) ? "" : "\xE9");
+    case Genere::autore:
+      return "author" + n;
+    case Genere::email:
+      return "mail" + n + "@example.invalid";
+    case Genere::sito:
+      return "site" + n + ".example.invalid";
+  }
+  return n;
+}
+
+// Writes `testo` with each trait replaced by what `sostituto` makes of it.
+template <typename Fa>
+std::string Sostituisci(std::string_view testo, const std::vector<Tratto>& tratti, Fa sostituto) {
+  std::string out;
+  out.reserve(testo.size() + 8 * tratti.size());
+  std::size_t da = 0;
+  for (const Tratto& t : tratti) {
+    out.append(testo.substr(da, t.posizione - da));
+    out += sostituto(testo.substr(t.posizione, t.lunghezza));
+    da = t.posizione + t.lunghezza;
+  }
+  out.append(testo.substr(da));
+  return out;
+}
+
+}  // namespace
+
+const std::string& Sostituti::Di(Genere genere, std::string_view originale) {
+  auto [it, nuovo] = indice_.try_emplace({genere, host::Maiuscolo(originale)}, chiave_.size());
+  if (nuovo) chiave_.push_back({Sostituto(genere, ++numeri_[genere], originale), std::string(originale)});
+  return chiave_[it->second].sostituto;
+}
+
+std::string SostitutoLungo(const std::string& sostituto, std::size_t lunghezza) {
+  if (sostituto.size() <= lunghezza) return sostituto + std::string(lunghezza - sostituto.size(), '_');
+  std::string numero;
+  for (const char c : sostituto)
+    if (c >= '0' && c <= '9') numero += c;
+  const std::string corto = "u" + numero;
+  if (corto.size() <= lunghezza) return corto + std::string(lunghezza - corto.size(), '_');
+  return numero.substr(numero.size() - lunghezza);
+}
+
+std::vector<Tratto> NomiNelTesto(std::string_view testo) {
+  std::vector<Tratto> tratti;
+  std::size_t libero = 0;
+  for (std::size_t p = testo.find_first_of(":/"); p != std::string_view::npos;
+       p = testo.find_first_of(":/", p + 1)) {
+    const std::size_t inizio = InizioNome(testo, p);
+    if (inizio == std::string_view::npos || inizio < libero) continue;
+    const std::size_t n = LunghezzaNome(testo, inizio);
+    if (n == 0 || Comune(testo.substr(inizio, n))) continue;
+    tratti.push_back({inizio, n});
+    libero = inizio + n;
+  }
+  return tratti;
+}
+
+std::string AnonimizzaTesto(std::string_view testo, Sostituti& s, std::int64_t& sostituzioni) {
+  const std::vector<Tratto> tratti = NomiNelTesto(testo);
+  if (tratti.empty()) return std::string(testo);
+  sostituzioni += static_cast<std::int64_t>(tratti.size());
+  return Sostituisci(testo, tratti, [&](std::string_view nome) { return s.Di(Genere::utente, nome); });
+}
+
+void AnonimizzaInPosto(std::string& byte, std::size_t da, std::size_t a, Sostituti& s,
+                       std::int64_t& sostituzioni) {
+  const std::string_view parte = std::string_view(byte).substr(da, a - da);
+  for (const Tratto& t : NomiNelTesto(parte)) {
+    const std::string lungo = SostitutoLungo(s.Di(Genere::utente, parte.substr(t.posizione, t.lunghezza)),
+                                             t.lunghezza);
+    byte.replace(da + t.posizione, t.lunghezza, lungo);
+    ++sostituzioni;
+  }
+}
+
+void AnonimizzaCampo(std::string& byte, std::size_t da, std::size_t lunghezza, Sostituti& s,
+                     std::int64_t& sostituzioni) {
+  if (da >= byte.size()) return;
+  const std::string_view campo = std::string_view(byte).substr(da, lunghezza);
+  const std::vector<Tratto> tratti = NomiNelTesto(campo);
+  if (tratti.empty()) return;
+  std::string nuovo =
+      Sostituisci(campo, tratti, [&](std::string_view nome) { return s.Di(Genere::utente, nome); });
+  const char riempimento = campo.back() == '\0' ? '\0' : ' ';
+  // A field the stand-ins would overflow keeps every name's place instead: a cut stand-in could read as
+  // anything.
+  if (nuovo.find_last_not_of(riempimento) >= campo.size()) {
+    AnonimizzaInPosto(byte, da, da + campo.size(), s, sostituzioni);
+    return;
+  }
+  sostituzioni += static_cast<std::int64_t>(tratti.size());
+  nuovo.resize(campo.size(), riempimento);
+  byte.replace(da, campo.size(), nuovo);
+}
+
+std::string AnonimizzaSotto(std::string_view base, std::string_view nome, Sostituti& s,
+                            std::int64_t& sostituzioni, std::string& appoggio) {
+  appoggio.assign(base).append(nome);
+  std::vector<Tratto> tratti = NomiNelTesto(appoggio);
+  std::erase_if(tratti, [&](const Tratto& t) { return t.posizione < base.size(); });
+  if (tratti.empty()) return std::string(nome);
+  for (Tratto& t : tratti) t.posizione -= base.size();
+  sostituzioni += static_cast<std::int64_t>(tratti.size());
+  return Sostituisci(nome, tratti, [&](std::string_view n) { return s.Di(Genere::utente, n); });
+}
+
+}  // namespace analysis
