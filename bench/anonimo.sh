@@ -9,8 +9,8 @@ cd "$(dirname "$0")/.."
 . bench/comune.sh
 
 profilo="$WINEPREFIX/drive_c/Users/Mario Rossi/Desktop/Trle"
-mkdir -p "$WINEPREFIX/dosdevices" "$profilo"
-ln -s ../drive_c "$WINEPREFIX/dosdevices/c:"
+prefisso_c
+mkdir -p "$profilo"
 
 python3 - "$profilo" <<'PY'
 import sys
@@ -24,10 +24,6 @@ PY
 m='C:\Users\Mario Rossi\Desktop\Trle'
 "$cli" pack "$dir/snap.bin" "$m\\infofile.bin" "$m\\trle.el" >/dev/null
 
-misura() {
-  /usr/bin/time -f '%e %M' -o "$dir/t" "$@" >"$dir/out" 2>"$dir/err" || { cat "$dir/err"; exit 1; }
-  cat "$dir/t"
-}
 : > "$dir/righe"
 for giro in $(seq "${GIRI:-5}"); do
   read -r tl ml < <(misura "$cli" report "$dir/snap.bin" trle)
@@ -37,8 +33,7 @@ for giro in $(seq "${GIRI:-5}"); do
   echo "run $giro: listing ${tl}s, copy ${ta}s"
 done
 ! grep -qa 'Mario' "$dir/copia.bin" || { echo "the name is left in the copy"; exit 1; }
-awk '
-  function mediana(a, n,   i, j, t) { for (i = 1; i <= n; i++) for (j = i + 1; j <= n; j++) if (a[j] < a[i]) { t = a[i]; a[i] = a[j]; a[j] = t }; return a[int((n + 1) / 2)] }
+awk "$mediana"'
   { l[NR] = $1; a[NR] = $2; r[NR] = $1 > 0 ? $2 / $1 : 0; if ($3 > ml) ml = $3; if ($4 > ma) ma = $4 }
   END {
     printf "anonymized copy of a 200,000-file snapshot: %.2fs (listing %.2fs, %.2fx), peak %d KiB (listing %d KiB)\n", mediana(a, NR), mediana(l, NR), mediana(r, NR), ma, ml

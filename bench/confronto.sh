@@ -8,8 +8,8 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 . bench/comune.sh
 
-mkdir -p "$WINEPREFIX/dosdevices" "$WINEPREFIX/drive_c" "$dir/bin" "$dir/vecchio" "$dir/nuovo"
-ln -s ../drive_c "$WINEPREFIX/dosdevices/c:"
+prefisso_c
+mkdir -p "$dir/vecchio" "$dir/nuovo"
 
 python3 - "$dir" <<'PY'
 import struct, sys
@@ -27,10 +27,6 @@ for nome_, voci in (("vecchio", vecchio), ("nuovo", nuovo)):
 PY
 for s in vecchio nuovo; do "$cli" pack "$dir/$s.bin" "$dir/$s/infofile.bin" "$dir/$s/trle.el" >/dev/null; done
 
-misura() {
-  /usr/bin/time -f '%e %M' -o "$dir/t" "$@" >"$dir/out" 2>"$dir/err" || { cat "$dir/err"; exit 1; }
-  cat "$dir/t"
-}
 : > "$dir/righe"
 for giro in $(seq "${GIRI:-5}"); do
   read -r tl ml < <(misura "$cli" report "$dir/nuovo.bin" trle)
@@ -40,8 +36,7 @@ for giro in $(seq "${GIRI:-5}"); do
   echo "run $giro: listing ${tl}s, comparison ${tc}s"
 done
 head -12 "$dir/out"
-awk '
-  function mediana(a, n,   i, j, t) { for (i = 1; i <= n; i++) for (j = i + 1; j <= n; j++) if (a[j] < a[i]) { t = a[i]; a[i] = a[j]; a[j] = t }; return a[int((n + 1) / 2)] }
+awk "$mediana"'
   { l[NR] = $1; c[NR] = $2; r[NR] = $1 > 0 ? $2 / $1 : 0; if ($3 > ml) ml = $3; if ($4 > mc) mc = $4 }
   END {
     printf "comparison of 200,000 x 200,000 files: %.2fs (listing %.2fs, %.2fx), peak %d KiB (listing %d KiB)\n", mediana(c, NR), mediana(l, NR), mediana(r, NR), mc, ml

@@ -9,8 +9,8 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 . bench/comune.sh
 
-mkdir -p "$WINEPREFIX/dosdevices" "$WINEPREFIX/drive_c/Ordelio" "$dir/bin"
-ln -s ../drive_c "$WINEPREFIX/dosdevices/c:"
+prefisso_c
+mkdir -p "$WINEPREFIX/drive_c/Ordelio"
 printf 'MZ' > "$WINEPREFIX/drive_c/Ordelio/ordl2009.exe"
 cat > "$WINEPREFIX/system.reg" <<'REG'
 WINE REGISTRY Version 2
@@ -51,10 +51,6 @@ PY
 echo "lists: trle.el $(stat -c %s "$dir/trle.el") bytes, ordl.el $(stat -c %s "$dir/ordl.el") bytes," \
   "backup_trle.le $(stat -c %s "$dir/bin/backup_trle.le") bytes"
 
-misura() {
-  /usr/bin/time -f '%e %M' -o "$dir/t" "$@" >"$dir/out" 2>"$dir/err" || { cat "$dir/err"; exit 1; }
-  cat "$dir/t"
-}
 campione=$WINEPREFIX/drive_c/Campione/backup_trle
 find "$campione" -type f -printf '%s %p\n' >/dev/null
 : > "$dir/righe"
@@ -69,8 +65,7 @@ for giro in $(seq "${GIRI:-5}"); do
   echo "run $giro: awk ${ta}s, listing ${tl}s, find ${tf}s, analysis ${tb}s"
 done
 tail -7 "$dir/out"
-awk '
-  function mediana(a, n,   i, j, t) { for (i = 1; i <= n; i++) for (j = i + 1; j <= n; j++) if (a[j] < a[i]) { t = a[i]; a[i] = a[j]; a[j] = t }; return a[int((n + 1) / 2)] }
+awk "$mediana"'
   { for (k = 1; k <= 8; k++) { v[k, NR] = $k; if ($k > m[k]) m[k] = $k }
     rl[NR] = $1 > 0 ? $2 / $1 : 0; rb[NR] = $5 > 0 ? $6 / $5 : 0 }
   END {

@@ -4,20 +4,10 @@
 # cache; peak resident memory of each. Usage: bench/scansione.sh [CLI] [FOLDERS] [FILES_PER_FOLDER]
 set -euo pipefail
 cd "$(dirname "$0")/.."
-. scripts/dipendenze.sh
-installa time
-cli=${1:-build/release/cli/checkordl-cli}
+. bench/comune.sh
 cartelle=${2:-10000}
 perCartella=${3:-10}
-[ -x "$cli" ] || { echo "build the headless tool first (bash scripts/test.sh)"; exit 2; }
-
-dir=$(realpath "$(mktemp -d -p "${BENCH_DIR:-$PWD}")")
-trap 'rm -rf "$dir"' EXIT
-export WINEPREFIX=$dir/prefix
-mkdir -p "$WINEPREFIX/dosdevices" "$WINEPREFIX/drive_c" "$dir/bin"
-ln -s ../drive_c "$WINEPREFIX/dosdevices/c:"
-# The list lands in the program folder, the folder of the binary: a copy runs from a folder of ours.
-cp "$cli" "$dir/bin/checkordl-cli"
+prefisso_c
 
 # 100 top folders of 100 folders each (three levels with the root), each folder with its files; sizes vary.
 albero=$WINEPREFIX/drive_c/Albero
@@ -36,17 +26,12 @@ for i in range(cartelle):
 PY
 echo "tree: $(find "$albero" -type f | wc -l) files in $(find "$albero" -mindepth 1 -type d | wc -l) folders"
 
-misura() {
-  /usr/bin/time -f '%e %M' -o "$dir/t" "$@" >/dev/null 2>"$dir/err" || { cat "$dir/err"; exit 1; }
-  cat "$dir/t"
-}
-
 find "$albero" -type f -printf '%s %p\n' > /dev/null  # warm the cache for everyone alike
-"$dir/bin/checkordl-cli" sample 'C:\Albero' 2>/dev/null
+"$cli" sample 'C:\Albero' 2>/dev/null
 : > "$dir/righe"
 for giro in $(seq "${GIRI:-7}"); do
   read -r tf mf < <(misura find "$albero" -type f -printf '%s %p\n')
-  read -r ts ms < <(misura "$dir/bin/checkordl-cli" sample 'C:\Albero')
+  read -r ts ms < <(misura "$cli" sample 'C:\Albero')
   grep -q '^plain: Creato file elenco:' "$dir/err" || { cat "$dir/err"; exit 1; }
   echo "$tf $ts $mf $ms" >> "$dir/righe"
   echo "run $giro: find ${tf}s, sample ${ts}s"
@@ -54,9 +39,8 @@ done
 echo "list: $(stat -c %s "$dir/bin/backup_trle.le") bytes"
 # Medians over the runs; the ratio is the median of each run's own ratio, since the two commands of a run
 # share the machine's load of that moment.
-awk '
+awk "$mediana"'
   { tf[NR] = $1; ts[NR] = $2; r[NR] = $1 > 0 ? $2 / $1 : 0; mf = $3 > mf ? $3 : mf; ms = $4 > ms ? $4 : ms }
-  function mediana(a, n,   i, j, t) { for (i = 1; i <= n; i++) for (j = i + 1; j <= n; j++) if (a[j] < a[i]) { t = a[i]; a[i] = a[j]; a[j] = t }; return a[int((n + 1) / 2)] }
   END {
     printf "median of %d runs: find %.2fs | sample %.2fs | sample = %.2fx find\n", NR, mediana(tf, NR), mediana(ts, NR), mediana(r, NR)
     printf "peak resident memory: find %d KiB, sample %d KiB\n", mf, ms

@@ -141,6 +141,10 @@ const Caso kCasi[] = {
     {"a_folder_name_too", "Trle", "Ordelio", "user1", "user2", true},
 };
 
+void PrintTo(const Caso& c, std::ostream* os) {
+  *os << c.nome;
+}
+
 class CopiaAnonimaCasi : public ::testing::TestWithParam<Caso> {};
 
 TEST_P(CopiaAnonimaCasi, NessunNomeEOgniLetturaComeLOriginale) {
@@ -161,6 +165,10 @@ TEST_P(CopiaAnonimaCasi, NessunNomeEOgniLetturaComeLOriginale) {
       EXPECT_EQ(copia.find(radice + n), std::string::npos) << radice << nome;
   }
   EXPECT_NE(copia.find("\\DESKTOP\\TRLE"), std::string::npos) << "a folder of the account's name stays";
+  // Records and the level script keep their lengths; the lists and the text file follow their names.
+  const std::vector<std::int32_t> prima = {791, 2606, 546 + 1634};
+  for (std::size_t i = 0; i < prima.size(); ++i) EXPECT_EQ(esito.copia.tabella.Dimensioni[i], prima[i]) << i;
+  EXPECT_EQ(esito.copia.corpi.back().size(), Script(c.a).size());
 
   const std::vector<std::pair<std::string, std::string>> sostituti = {{c.a, c.sa}, {c.b, c.sb}};
   const auto originale = Letture("C:\\orig.bin"), anonima = Letture("C:\\copia.bin");

@@ -2,19 +2,11 @@
 # The anonymize verb end to end: a snapshot packed below a user's profile, its copy without the name, every
 # report of the copy the original's with the stand-ins, the comparison of the two, the key, and what it
 # refuses (an unreadable snapshot, a copy that cannot be written, usage errors), writing nothing then.
-set -euo pipefail
-cli=$1
-dati=$(cd "$(dirname "$0")/../data" && pwd)
-t=$(mktemp -d)
-trap 'rm -rf "$t"' EXIT
-fail() { echo "FAIL: $*" >&2; exit 1; }
-cp "$cli" "$t/checkordl-cli"
-cli=$t/checkordl-cli
-export WINEPREFIX=$t/p
-mkdir -p "$WINEPREFIX/dosdevices" "$WINEPREFIX/drive_c"
-ln -s ../drive_c "$WINEPREFIX/dosdevices/c:"
+. "$(dirname "$0")/comune.sh" "$1"
+prefisso_c
 # Members below C:\Users\Mario Rossi, and /home/mario in ordeio.txt (see tests/data/snapshot/README.md).
-orig=$dati/snapshot/utenti.bin
+orig=$t/utenti.bin
+cp "$dati/snapshot/utenti.bin" "$orig"
 
 "$cli" anonymize "$orig" "$t/copia.bin" --key "$t/chiave.txt" > "$t/out" || fail "anonymize exit $?"
 [ "$(head -1 "$t/out")" = $'(table)\t8' ] || fail "table line: $(cat "$t/out")"

@@ -2,12 +2,9 @@
 # The program folder: the tool's own folder where it may write there; else the user's data folder, made when
 # first needed and named wherever a path of it is shown; one that cannot be made either is a critical
 # message naming it and the reason, and nothing is written.
-set -euo pipefail
-t=$(realpath "$(mktemp -d)")
-trap 'chmod -R u+w "$t"; rm -rf "$t"' EXIT
-fail() { echo "FAIL: $*" >&2; exit 1; }
-mkdir "$t/bin" "$t/casa" "$t/campione"
-cp "$1" "$t/bin/checkordl-cli"
+. "$(dirname "$0")/comune.sh" "$1"
+pulisci() { chmod -R u+w "$t"; }
+mkdir "$t/casa" "$t/campione"
 echo x > "$t/campione/a.tr4"
 win() { printf 'Z:%s' "$1" | tr / '\\'; }
 # Root may write anywhere: the cases of a folder that cannot be written run as nobody.

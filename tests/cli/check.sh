@@ -1,14 +1,8 @@
 #!/usr/bin/env bash
 # The check run from the headless tool on demo machines: found folders, folders given as if chosen with
 # "Change", a refused folder, and an empty folder that ends in its prompt.
-set -euo pipefail
-cli=$1
-t=$(mktemp -d)
-trap 'chattr -i "$t/p/drive_c" 2>/dev/null || true; chmod -R u+w "$t" 2>/dev/null || true; rm -rf "$t"' EXIT
-fail() { echo "FAIL: $*" >&2; exit 1; }
-cp "$cli" "$t/checkordl-cli"
-cli=$t/checkordl-cli
-export WINEPREFIX=$t/p
+. "$(dirname "$0")/comune.sh" "$1"
+pulisci() { chattr -i "$c" 2>/dev/null || true; chmod -R u+w "$t" 2>/dev/null || true; }
 
 "$cli" demo "$WINEPREFIX" > "$t/prospetti" 2> "$t/err" || fail "demo: $(cat "$t/err")"
 [ "$(grep -c '^== ' "$t/prospetti")" = 11 ] || fail "demo reports: $(cat "$t/prospetti")"
@@ -18,7 +12,7 @@ grep -q '^plain: Scanning is complete' "$t/err" || fail "closing message"
 # Both streams into one file: each message on a line of its own, standard output flushed before it.
 "$cli" demo "$t/p2" >"$t/tutto" 2>&1 || fail "demo into one file"
 [ "$(grep -c '^plain: Scanning is complete' "$t/tutto")" = 2 ] || fail "a message inside a line of the output"
-[ -z "$(ls "$t" | grep -iE '\.el$|infofile')" ] || fail "working files left: $(ls "$t")"
+[ -z "$(ls "$t/bin" | grep -iE '\.el$|infofile')" ] || fail "working files left: $(ls "$t/bin")"
 # The report area after the last item, byte for byte; an unknown item is a usage error.
 "$cli" report 'C:\INFO_ORDL.BIN' header ordeio > "$t/ordeio" 2>"$t/err" || fail "report: $(cat "$t/err")"
 printf 'Livelli installati da Ordelio\r\nKriegler\r\nEgitto\r\n' | cmp -s - "$t/ordeio" || fail "report ordeio"
@@ -41,11 +35,11 @@ grep -qF 'critical: This is not a correct Level Editor folder: C:\Copia' "$t/err
 "$cli" unpack 'C:\INFO_ORDL.BIN' "$t" | grep -qF 'C:\Copia\ordelio.prf' || fail "chosen Ordelio folder not used"
 rm "$WINEPREFIX/drive_c/INFO_ORDL.BIN"
 # The support contact from contatto.txt beside the program, set without a rebuild.
-printf 'supporto@esempio.it\r\n' >"$t/contatto.txt"
+printf 'supporto@esempio.it\r\n' >"$t/bin/contatto.txt"
 rm -f "$WINEPREFIX/drive_c/INFO_ORDL.BIN"
 "$cli" check >/dev/null 2>"$t/err" || fail "check with a contact: $(cat "$t/err")"
 grep -q $'via email to: supporto@esempio.it$' "$t/err" || fail "contact: $(cat "$t/err")"
-rm "$t/contatto.txt" "$WINEPREFIX/drive_c/INFO_ORDL.BIN"
+rm "$t/bin/contatto.txt" "$WINEPREFIX/drive_c/INFO_ORDL.BIN"
 # The file to attach, as the host names it.
 [ "$("$cli" check 2>/dev/null)" = "$WINEPREFIX/drive_c/INFO_ORDL.BIN" ] || fail "host path of the snapshot"
 

@@ -1,17 +1,10 @@
 #!/usr/bin/env bash
 # discover end to end: the editor folder from the registry or from Ordelio's preferences, Ordelio's folder
 # from its App Paths entry, one line each, bytes as the machine has them.
-set -euo pipefail
-cli=$1
-t=$(mktemp -d)
-trap 'rm -rf "$t"' EXIT
-p=$t/prefix
-mkdir -p "$p/dosdevices" "$p/drive_c/Ordelio" "$p/drive_c/Giochi/Editor" "$p/drive_c/Perché"
-ln -s ../drive_c "$p/dosdevices/c:"
-export WINEPREFIX=$p
-touch "$p/drive_c/Ordelio/ordl2009.exe"
-
-fail() { echo "FAIL: $*" >&2; exit 1; }
+. "$(dirname "$0")/comune.sh" "$1"
+p=$WINEPREFIX
+prefisso_c Ordelio Giochi/Editor Perché
+touch "$c/Ordelio/ordl2009.exe"
 registro() {
   printf 'WINE REGISTRY Version 2\n\n%s\n' "$1" > "$p/system.reg"
 }

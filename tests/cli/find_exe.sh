@@ -1,14 +1,9 @@
 #!/usr/bin/env bash
 # find-exe end to end: the App Paths entry of the prefix's system.reg, else the program-files folder (a
 # 32-bit program's, in a 64-bit prefix).
-set -euo pipefail
-cli=$1
-t=$(mktemp -d)
-trap 'rm -rf "$t"' EXIT
-p=$t/prefix
-mkdir -p "$p/dosdevices" "$p/drive_c/Ordelio" "$p/drive_c/Programmi/Editor" "$p/drive_c/Perché"
-ln -s ../drive_c "$p/dosdevices/c:"
-export WINEPREFIX=$p
+. "$(dirname "$0")/comune.sh" "$1"
+p=$WINEPREFIX
+prefisso_c Ordelio Programmi/Editor Perché
 touch "$p/drive_c/Ordelio/ordl2009.exe" "$p/drive_c/Programmi/Editor/tomb4.exe" "$p/drive_c/Perché/x.exe"
 cat > "$p/system.reg" <<'REG'
 WINE REGISTRY Version 2
@@ -33,7 +28,6 @@ WINE REGISTRY Version 2
 @="C:\\Perch\xe9"
 REG
 
-fail() { echo "FAIL: $*" >&2; exit 1; }
 check() {
   local out
   out=$("$cli" find-exe "$1" | od -An -c | tr -s ' ')

@@ -1,20 +1,13 @@
 #!/usr/bin/env bash
 # The findings verb end to end on the demo machine: the same text as the demo prints, one JSON line per
 # snapshot, Dati left alone, and the exit status for an unreadable snapshot and for usage errors.
-set -euo pipefail
-cli=$1
-t=$(mktemp -d)
-trap 'rm -rf "$t"' EXIT
-fail() { echo "FAIL: $*" >&2; exit 1; }
-cp "$cli" "$t/checkordl-cli"
-cli=$t/checkordl-cli
-export WINEPREFIX=$t/p
+. "$(dirname "$0")/comune.sh" "$1"
 
 "$cli" demo "$WINEPREFIX" > "$t/demo" 2>/dev/null || fail "demo"
 awk '/^== findings$/ { dentro = 1; next } /^== / { dentro = 0 } dentro' "$t/demo" > "$t/atteso"
 grep -q $'^FAIL  script.level-missing .*\r$' "$t/atteso" || fail "demo has no failure: $(cat "$t/atteso")"
 grep -q $'^WARN  ' "$t/atteso" || fail "demo has no warning"
-ls "$t/Dati" > "$t/dati"
+ls "$t/bin/Dati" > "$t/dati"
 "$cli" findings 'C:\INFO_ORDL.BIN' > "$t/uno" || fail "findings exit $?"
 cmp -s "$t/uno" "$t/atteso" || fail "findings differs from the demo's"
 printf 'xyz' > "$t/rotto.bin"
@@ -37,8 +30,8 @@ set -e
 [ $rc = 1 ] && grep -q '^FAIL  snapshot.unreadable' "$t/testo" && ! grep -q 'critical' "$t/testo" &&
   grep -q '^critical: ' "$t/err" || fail "unreadable in text: $rc $(cat "$t/testo" "$t/err")"
 "$cli" findings "$t/due.bin" "$t/due.bin" | grep -c "^== $t/due.bin$" | grep -qx 2 || fail "headings"
-ls "$t/Dati" | cmp -s - "$t/dati" || fail "Dati changed"
-[ -z "$(ls "$t" | grep findings-)" ] || fail "working folders left: $(ls "$t")"
+ls "$t/bin/Dati" | cmp -s - "$t/dati" || fail "Dati changed"
+[ -z "$(ls "$t/bin" | grep findings-)" ] || fail "working folders left: $(ls "$t/bin")"
 set +e
 "$cli" findings 2>/dev/null; rc1=$?
 "$cli" findings --frobnicate "$t/due.bin" 2>/dev/null; rc2=$?

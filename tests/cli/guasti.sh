@@ -5,25 +5,16 @@
 # where they cannot be made. With a Windows build, the same rows run it under Wine on the same machine
 # (but for the kill and the pipe, which are the host's own).
 # usage: tests/cli/guasti.sh NATIVE_TOOL [WINDOWS_TOOL]
-set -euo pipefail
-cli=$1
+. "$(dirname "$0")/comune.sh" "$1"
 exe=${2:-}
-t=$(realpath "$(mktemp -d)")
 sbloccati=()
-fine() {
+pulisci() {
   for m in "${sbloccati[@]}"; do umount "$m" 2>/dev/null || true; done
-  chattr -i "$t/p/drive_c" "$t/ferma" 2>/dev/null || true
-  [ -z "$exe" ] || WINEPREFIX=$t/p wineserver -k 2>/dev/null || true
-  rm -rf "$t"
+  chattr -i "$c" "$t/ferma" 2>/dev/null || true
+  [ -z "$exe" ] || wineserver -k 2>/dev/null || true
 }
-trap fine EXIT
-fail() { echo "FAIL: $*" >&2; exit 1; }
-mkdir "$t/bin" "$t/prezioso" "$t/ferma"
-cp "$cli" "$t/bin/checkordl-cli"
-cli=$t/bin/checkordl-cli
-export WINEPREFIX=$t/p
+mkdir "$t/prezioso" "$t/ferma"
 "$cli" demo "$WINEPREFIX" >/dev/null 2>&1 || fail "demo"
-c=$WINEPREFIX/drive_c
 nome=cli
 if [ -n "$exe" ]; then
   . "$(dirname "$0")/../../scripts/wine.sh"

@@ -1,14 +1,7 @@
 #!/usr/bin/env bash
 # Links in the program folder: each row puts a link where a working file or folder goes and runs a verb
 # that writes or deletes there; the folder the link names must come out as it went in.
-set -euo pipefail
-t=$(realpath "$(mktemp -d)")
-trap 'rm -rf "$t"' EXIT
-fail() { echo "FAIL: $*" >&2; exit 1; }
-mkdir "$t/bin"
-cp "$1" "$t/bin/checkordl-cli"
-cli=$t/bin/checkordl-cli
-export WINEPREFIX=$t/p
+. "$(dirname "$0")/comune.sh" "$1"
 "$cli" demo "$WINEPREFIX" >/dev/null 2>&1 || fail "demo"
 fuori=$t/fuori
 impronta() { (cd "$fuori" && find . -printf '%p %y %s %l\n' | sort && find . -type f -exec sha256sum {} + | sort); }

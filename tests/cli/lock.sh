@@ -2,14 +2,8 @@
 # One program at a time per program folder. A folder held by another process: each verb that writes there
 # waits a moment, then gives the message and exit 1 and does nothing. Runs started together: each one is
 # whole, or refused that way.
-set -euo pipefail
-t=$(realpath "$(mktemp -d)")
-trap 'kill "${tenitore:-}" 2>/dev/null || true; rm -rf "$t"' EXIT
-fail() { echo "FAIL: $*" >&2; exit 1; }
-mkdir "$t/bin"
-cp "$1" "$t/bin/checkordl-cli"
-cli=$t/bin/checkordl-cli
-export WINEPREFIX=$t/p
+. "$(dirname "$0")/comune.sh" "$1"
+pulisci() { kill "${tenitore:-}" 2>/dev/null || true; }
 "$cli" demo "$WINEPREFIX" >/dev/null 2>&1 || fail "demo"
 "$cli" report 'C:\INFO_ORDL.BIN' header ordl > "$t/atteso" || fail "report alone"
 [ ! -e "$t/bin/checkordl.lock" ] || fail "the lock file outlived its run"

@@ -1,27 +1,20 @@
 #!/usr/bin/env bash
 # The headless tool end to end: pack, unpack, the table, exit codes and messages.
-set -euo pipefail
-cli=$1
-t=$(mktemp -d)
-trap 'rm -rf "$t"' EXIT
-mkdir -p "$t/prefix/dosdevices" "$t/prefix/drive_c/Trle" "$t/prefix/drive_c/Dati"
-ln -s ../drive_c "$t/prefix/dosdevices/c:"
-export WINEPREFIX=$t/prefix
-printf 'abc' > "$t/prefix/drive_c/Trle/uno.txt"
-printf '\0\1\2\3\4' > "$t/prefix/drive_c/Trle/due.bin"
+. "$(dirname "$0")/comune.sh" "$1"
+prefisso_c Trle Dati
+printf 'abc' > "$c/Trle/uno.txt"
+printf '\0\1\2\3\4' > "$c/Trle/due.bin"
 
-fail() { echo "FAIL: $*" >&2; exit 1; }
+"$cli" pack 'C:\INFO_ORDL.BIN' 'c:\trle\UNO.TXT' "$c/Trle/due.bin" 'C:\Trle\manca'
+[ "$(stat -c %s "$c/INFO_ORDL.BIN")" = $((4 + 4 + 15 + 4 + 4 + 15 + 4 + 3 + 5)) ] || fail "snapshot size"
 
-"$cli" pack 'C:\INFO_ORDL.BIN' 'c:\trle\UNO.TXT' "$t/prefix/drive_c/Trle/due.bin" 'C:\Trle\manca'
-[ "$(stat -c %s "$t/prefix/drive_c/INFO_ORDL.BIN")" = $((4 + 4 + 15 + 4 + 4 + 15 + 4 + 3 + 5)) ] || fail "snapshot size"
-
-out=$("$cli" unpack "$t/prefix/drive_c/INFO_ORDL.BIN" 'C:\Dati')
+out=$("$cli" unpack "$c/INFO_ORDL.BIN" 'C:\Dati')
 [ "$out" = $'c:\\trle\\UNO.TXT\t3\nC:\\Trle\\due.bin\t5' ] || fail "table: $out"
-cmp "$t/prefix/drive_c/Trle/due.bin" "$t/prefix/drive_c/Dati/due.bin" || fail "body"
-cmp "$t/prefix/drive_c/Trle/uno.txt" "$t/prefix/drive_c/Dati/UNO.TXT" || fail "body"
+cmp "$c/Trle/due.bin" "$c/Dati/due.bin" || fail "body"
+cmp "$c/Trle/uno.txt" "$c/Dati/UNO.TXT" || fail "body"
 
 # Failures: a message on standard error and exit 1; usage errors exit 2.
-printf 'xyz' > "$t/prefix/drive_c/rotto.bin"
+printf 'xyz' > "$c/rotto.bin"
 set +e
 err=$("$cli" unpack 'C:\rotto.bin' 'C:\Dati' 2>&1 >/dev/null); rc=$?
 [ $rc = 1 ] && [ "$err" = "critical: Errrore estraendo file" ] || fail "broken snapshot: $rc $err"

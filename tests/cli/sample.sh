@@ -1,28 +1,18 @@
 #!/usr/bin/env bash
 # The sample verb end to end: backup_trle.le lands beside the program, byte for byte, with its message.
-set -euo pipefail
-cli=$1
-t=$(realpath "$(mktemp -d)")
-trap 'rm -rf "$t"' EXIT
-mkdir -p "$t/prefix/dosdevices" "$t/prefix/drive_c/Backup/sub" "$t/bin"
-ln -s ../drive_c "$t/prefix/dosdevices/c:"
-export WINEPREFIX=$t/prefix
-# The program folder is the binary's own, so a copy of it runs from a folder of the test's.
-cp "$cli" "$t/bin/checkordl-cli"
-cli=$t/bin/checkordl-cli
-printf 'abc' > "$t/prefix/drive_c/Backup/b.txt"
-printf '' > "$t/prefix/drive_c/Backup/sub/z.tr4"
+. "$(dirname "$0")/comune.sh" "$1"
+prefisso_c Backup/sub
+printf 'abc' > "$c/Backup/b.txt"
+printf '' > "$c/Backup/sub/z.tr4"
 lista=$t/bin/backup_trle.le
 finestra=Z:$(printf '%s' "$t/bin" | tr / '\\')
-
-fail() { echo "FAIL: $*" >&2; exit 1; }
 
 # One file per folder, so the platform's order cannot change the bytes.
 atteso() {  # $1: the folder as given
   printf '\2\0\0\0'; printf "\\x$(printf %02x ${#1})\\0\\0\\0"; printf '%s' "$1"
   printf '\6\0\0\0\\b.txt\12\0\0\0\\sub\\z.tr4\3\0\0\0\0\0\0\0'
 }
-for arg in 'C:\Backup' "$t/prefix/drive_c/Backup" 'c:\backup\'; do
+for arg in 'C:\Backup' "$c/Backup" 'c:\backup\'; do
   err=$("$cli" sample "$arg" 2>&1) || fail "exit status for $arg"
   [ "$err" = "plain: Creato file elenco:  $finestra\\backup_trle.le" ] || fail "message: $err"
   base='C:\Backup'; [ "$arg" = 'c:\backup\' ] && base='c:\backup'

@@ -1,11 +1,7 @@
 #!/usr/bin/env bash
 # The conventions of command-line tools: help on standard output with success, usage errors on standard
 # error with status 2, the version; and every verb of the usage answers its own help.
-set -euo pipefail
-cli=$1
-t=$(mktemp -d)
-trap 'rm -rf "$t"' EXIT
-fail() { echo "FAIL: $*" >&2; exit 1; }
+. "$(dirname "$0")/comune.sh" "$1"
 # esito STATUS OUT ERR ARGS...: the exit status, and which of standard output and error hold anything.
 esito() {
   local atteso=$1 out=$2 err=$3 rc=0

@@ -1,22 +1,14 @@
 #!/usr/bin/env bash
 # The version verb end to end: Windows and host paths, a file without a version, usage errors.
-set -euo pipefail
-cli=$1
-dati=$(cd "$(dirname "$0")/../data/versione" && pwd)
-t=$(mktemp -d)
-trap 'rm -rf "$t"' EXIT
-mkdir -p "$t/prefix/dosdevices" "$t/prefix/drive_c/Ordelio"
-ln -s ../drive_c "$t/prefix/dosdevices/c:"
-export WINEPREFIX=$t/prefix
-cp "$dati/prova.exe" "$t/prefix/drive_c/Ordelio/ordl2009.exe"
-cp "$dati/in_fondo.exe" "$t/prefix/drive_c/Ordelio/vuoto.exe"
-
-fail() { echo "FAIL: $*" >&2; exit 1; }
+. "$(dirname "$0")/comune.sh" "$1"
+prefisso_c Ordelio
+cp "$dati/versione/prova.exe" "$c/Ordelio/ordl2009.exe"
+cp "$dati/versione/in_fondo.exe" "$c/Ordelio/vuoto.exe"
 # stampa ATTESO ARG: the verb's output is exactly ATTESO and a line feed.
 stampa() { "$cli" version "$2" > "$t/out" && printf '%s\n' "$1" | cmp -s - "$t/out"; }
 
 stampa "1, 0, 0, 5" 'c:\ORDELIO\Ordl2009.exe' || fail "Windows path"
-stampa "1, 0, 0, 5" "$t/prefix/drive_c/Ordelio/ordl2009.exe" || fail "host path"
+stampa "1, 0, 0, 5" "$c/Ordelio/ordl2009.exe" || fail "host path"
 # No text: an empty line, and still success.
 stampa "" 'C:\Ordelio\vuoto.exe' || fail "no version"
 stampa "" 'C:\Ordelio\manca.exe' || fail "missing file"
