@@ -14,7 +14,8 @@ bool Barra(char c) {
 
 // A byte that ends a name: a slash, one that Windows refuses in names, a control byte.
 bool FineNome(char c) {
-  static constexpr std::string_view kRifiutati = "\\/:*?\"<>|";
+  // A ';' too: it parts the paths of a list of them.
+  static constexpr std::string_view kRifiutati = "\\/:*?\"<>|;";
   return static_cast<unsigned char>(c) < 0x20 || kRifiutati.find(c) != std::string_view::npos;
 }
 
@@ -22,22 +23,34 @@ bool Lettera(char c) {
   return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
 }
 
-// The folders that hold the profiles, after a drive.
-constexpr std::array<std::string_view, 3> kRadici = {"USERS", "DOCUMENTS AND SETTINGS", "HOME"};
+// The folders that hold the profiles, after a drive (XP's also by its short name).
+constexpr std::array<std::string_view, 4> kRadici = {"USERS", "DOCUMENTS AND SETTINGS", "DOCUME~1", "HOME"};
 // Profiles that are nobody's: they say nothing of the user and stay.
 constexpr std::array<std::string_view, 4> kComuni = {"PUBLIC", "DEFAULT", "DEFAULT USER", "ALL USERS"};
 
-// Where the account name begins behind the ':' or '/' at `p`, or npos.
+constexpr std::size_t kNo = std::string_view::npos;
+
+// Behind the slashes from `i` (a path written with doubled ones, or escaped, has runs); npos for none.
+std::size_t DopoBarre(std::string_view t, std::size_t i) {
+  const std::size_t da = i;
+  while (i < t.size() && Barra(t[i])) ++i;
+  return i > da ? i : kNo;
+}
+
+// Where the account name begins behind the ':' or the first '/' of a run at `p`, or npos.
 std::size_t InizioNome(std::string_view t, std::size_t p) {
-  if (t[p] == '/') return t.substr(p, 6) == "/home/" ? p + 6 : std::string_view::npos;
-  if (p == 0 || !Lettera(t[p - 1]) || p + 1 >= t.size() || !Barra(t[p + 1])) return std::string_view::npos;
-  const std::size_t dopo = p + 2;
-  for (const std::string_view radice : kRadici) {
-    const std::size_t fine = dopo + radice.size();
-    if (fine < t.size() && Barra(t[fine]) && host::UgualiSenzaCaso(t.substr(dopo, radice.size()), radice))
-      return fine + 1;
+  if (t[p] == '/') {
+    if (p > 0 && t[p - 1] == '/') return kNo;
+    const std::size_t dopo = DopoBarre(t, p);
+    return t.substr(dopo, 4) == "home" ? DopoBarre(t, dopo + 4) : kNo;
   }
-  return std::string_view::npos;
+  if (p == 0 || !Lettera(t[p - 1])) return kNo;
+  const std::size_t dopo = DopoBarre(t, p + 1);
+  if (dopo == kNo) return kNo;
+  for (const std::string_view radice : kRadici)
+    if (host::UgualiSenzaCaso(t.substr(dopo, radice.size()), radice))
+      if (const std::size_t nome = DopoBarre(t, dopo + radice.size()); nome != kNo) return nome;
+  return kNo;
 }
 
 // The name from `inizio`: to the next byte that ends a name, less closing blanks and dots.
@@ -90,6 +103,13 @@ std::string Sostituisci(std::string_view testo, const std::vector<Tratto>& tratt
 
 }  // namespace
 
+bool Sostituti::GiaSostituto(std::string_view nome) const {
+  return std::any_of(chiave_.begin(), chiave_.end(), [&](const VoceChiave& v) {
+    return host::UgualiSenzaCaso(v.sostituto, nome) ||
+           host::UgualiSenzaCaso(SostitutoLungo(v.sostituto, nome.size()), nome);
+  });
+}
+
 const std::string& Sostituti::Di(Genere genere, std::string_view originale) {
   auto [it, nuovo] = indice_.try_emplace({genere, host::Maiuscolo(originale)}, chiave_.size());
   if (nuovo) chiave_.push_back({Sostituto(genere, ++numeri_[genere], originale), std::string(originale)});
@@ -129,11 +149,12 @@ std::string AnonimizzaTesto(std::string_view testo, Sostituti& s, std::int64_t& 
 }
 
 void AnonimizzaInPosto(std::string& byte, std::size_t da, std::size_t a, Sostituti& s,
-                       std::int64_t& sostituzioni) {
+                       std::int64_t& sostituzioni, bool ripasso) {
   const std::string_view parte = std::string_view(byte).substr(da, a - da);
   for (const Tratto& t : NomiNelTesto(parte)) {
-    const std::string lungo = SostitutoLungo(s.Di(Genere::utente, parte.substr(t.posizione, t.lunghezza)),
-                                             t.lunghezza);
+    const std::string_view nome = parte.substr(t.posizione, t.lunghezza);
+    if (ripasso && s.GiaSostituto(nome)) continue;
+    const std::string lungo = SostitutoLungo(s.Di(Genere::utente, nome), t.lunghezza);
     byte.replace(da + t.posizione, t.lunghezza, lungo);
     ++sostituzioni;
   }
@@ -160,14 +181,16 @@ void AnonimizzaCampo(std::string& byte, std::size_t da, std::size_t lunghezza, S
 }
 
 std::string AnonimizzaSotto(std::string_view base, std::string_view nome, Sostituti& s,
-                            std::int64_t& sostituzioni, std::string& appoggio) {
+                            std::int64_t& sostituzioni, std::string& appoggio, bool inPosto) {
   appoggio.assign(base).append(nome);
   std::vector<Tratto> tratti = NomiNelTesto(appoggio);
   std::erase_if(tratti, [&](const Tratto& t) { return t.posizione < base.size(); });
   if (tratti.empty()) return std::string(nome);
   for (Tratto& t : tratti) t.posizione -= base.size();
   sostituzioni += static_cast<std::int64_t>(tratti.size());
-  return Sostituisci(nome, tratti, [&](std::string_view n) { return s.Di(Genere::utente, n); });
+  return Sostituisci(nome, tratti, [&](std::string_view n) {
+    return inPosto ? SostitutoLungo(s.Di(Genere::utente, n), n.size()) : s.Di(Genere::utente, n);
+  });
 }
 
 }  // namespace analysis

@@ -1,7 +1,8 @@
 // The account names in profile paths, and the stand-ins that replace them in a copy of a snapshot meant for
 // others to read. A profile path is `X:\Users\NAME\`, `X:\Documents and Settings\NAME\`, `X:\home\NAME\`
-// (at any drive letter, Wine's `C:\users` included, either slash) and `/home/NAME/`; the name runs to the
-// next slash, or to a byte no Windows name holds, less closing blanks and dots. Only such a place is
+// (at any drive letter, Wine's `C:\users` and XP's short `C:\DOCUME~1` included, either slash, doubled or
+// not) and `/home/NAME/`; the name runs to the next slash, or to a byte no Windows name holds or a ';',
+// less closing blanks and dots. Only such a place is
 // replaced: the same word elsewhere in a path is a folder's name and stays.
 #pragma once
 
@@ -29,6 +30,8 @@ struct VoceChiave {
 class Sostituti {
  public:
   const std::string& Di(Genere genere, std::string_view originale);
+  // `nome` is one of the stand-ins given, whole or made to its length.
+  bool GiaSostituto(std::string_view nome) const;
   // Every pair, in order of first appearance.
   const std::vector<VoceChiave>& Chiave() const { return chiave_; }
 
@@ -51,16 +54,18 @@ std::vector<Tratto> NomiNelTesto(std::string_view testo);
 
 // Replaces the account names of `testo`; `sostituzioni` grows by their number.
 std::string AnonimizzaTesto(std::string_view testo, Sostituti& s, std::int64_t& sostituzioni);
-// The same where no offset may move: each stand-in as long as the name it replaces.
+// The same where no offset may move: each stand-in as long as the name it replaces. A `ripasso` over bytes
+// partly replaced already passes over the stand-ins it meets.
 void AnonimizzaInPosto(std::string& byte, std::size_t da, std::size_t a, Sostituti& s,
-                       std::int64_t& sostituzioni);
+                       std::int64_t& sostituzioni, bool ripasso = false);
 // A fixed field of `byte` from `da`, `lunghezza` long (or as far as `byte` goes): the text replaced, then
 // filled to the field's length with the byte the field ended with (blank or NUL); where the text would not
 // fit, each stand-in as long as its name.
 void AnonimizzaCampo(std::string& byte, std::size_t da, std::size_t lunghezza, Sostituti& s,
                      std::int64_t& sostituzioni);
-// A name relative to the folder `base` (a list's entry): the profile path may begin in the folder.
+// A name relative to the folder `base` (a list's entry): the profile path may begin in the folder. With
+// `inPosto`, each stand-in as long as the name it replaces.
 std::string AnonimizzaSotto(std::string_view base, std::string_view nome, Sostituti& s,
-                            std::int64_t& sostituzioni, std::string& appoggio);
+                            std::int64_t& sostituzioni, std::string& appoggio, bool inPosto = false);
 
 }  // namespace analysis

@@ -1,5 +1,8 @@
 #include "analysis/copia_anonima.h"
 
+#include <limits>
+#include <new>
+
 #include "analysis/riepilogo.h"
 #include "formats/archivio.h"
 #include "formats/elenco.h"
@@ -29,34 +32,66 @@ class Anonimizzatore {
  public:
   explicit Anonimizzatore(const OpzioniAnonimo& o) : opzioni_(o) {}
 
-  std::string Membro(Tipo tipo, std::string byte, std::int64_t& n) {
+  // The table's names first: the stand-ins are numbered in the order a reader meets the names.
+  void Tabella(const collection::ContenutoSnapshot& t, CopiaAnonima& c) {
+    c.copia.tabella.Numero = t.Numero;
+    for (const std::string& nome : t.Nomi) {
+      c.copia.tabella.Nomi.push_back(StringaLunga(nome, c.tabella));
+      c.membri.push_back({c.copia.tabella.Nomi.back(), 0});
+    }
+  }
+
+  // The next member, `nome` as the table named it. False when its copy would not fit a size of the table.
+  bool Membro(const std::string& nome, std::string byte, CopiaAnonima& c) {
+    MembroAnonimo& m = c.membri[c.copia.corpi.size()];
+    c.copia.corpi.push_back(Corpo(TipoMembro(nome), std::move(byte), m.sostituzioni));
+    const std::size_t dimensione = c.copia.corpi.back().size();
+    if (dimensione > static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max())) return false;
+    c.copia.tabella.Dimensioni.push_back(static_cast<std::int32_t>(dimensione));
+    return true;
+  }
+
+  const std::vector<VoceChiave>& Chiave() const { return s_.Chiave(); }
+
+ private:
+  std::string Corpo(Tipo tipo, std::string byte, std::int64_t& n) {
     switch (tipo) {
       case Tipo::intestazione:
         Record(byte, 0, formats::CampiTestoInfoHeader(), n);
-        AnonimizzaInPosto(byte, std::min(byte.size(), formats::InfoHeader::kDimensione), byte.size(), s_, n);
-        return byte;
+        break;
       case Tipo::preferenze:
         Record(byte, 0, formats::CampiTestoPreferenze(), n);
-        AnonimizzaInPosto(byte, std::min(byte.size(), formats::PrefRecord::kDimensione), byte.size(), s_, n);
-        return byte;
+        break;
       case Tipo::archivio:
         Archivio(byte, n);
-        return byte;
+        break;
       case Tipo::elenco:
         return Elenco(std::move(byte), n);
       case Tipo::testo:
         return AnonimizzaTesto(byte, s_, n);
       case Tipo::byte:
-        break;
+        AnonimizzaInPosto(byte, 0, byte.size(), s_, n);
+        return byte;
     }
-    AnonimizzaInPosto(byte, 0, byte.size(), s_, n);
+    // What the fields do not hold (a short or long file, a path across them) is looked at in place.
+    AnonimizzaInPosto(byte, 0, byte.size(), s_, n, true);
     return byte;
   }
 
-  std::string Testo(const std::string& t, std::int64_t& n) { return AnonimizzaTesto(t, s_, n); }
-  const std::vector<VoceChiave>& Chiave() const { return s_.Chiave(); }
+  // A string behind its length takes the stand-ins' own lengths, unless that would pass the longest one a
+  // reader takes.
+  std::string StringaLunga(const std::string& t, std::int64_t& n) {
+    std::int64_t k = 0;
+    std::string r = AnonimizzaTesto(t, s_, k);
+    if (r.size() > static_cast<std::size_t>(formats::kLunghezzaMassimaNome)) {
+      r = t;
+      k = 0;
+      AnonimizzaInPosto(r, 0, r.size(), s_, k);
+    }
+    n += k;
+    return r;
+  }
 
- private:
   void Record(std::string& byte, std::size_t da, const std::vector<formats::CampoTesto>& campi, std::int64_t& n) {
     for (const formats::CampoTesto& c : campi) AnonimizzaCampo(byte, da + c.posizione, c.lunghezza, s_, n);
   }
@@ -90,19 +125,42 @@ class Anonimizzatore {
     ++n;
   }
 
-  // A list as this program writes it takes names of any length; any other stays byte for byte in place.
+  // A list as this program writes it takes names of any length; any other keeps every byte's place, each
+  // name read as the reports read it, below its folder.
   std::string Elenco(std::string byte, std::int64_t& n) {
     formats::ElencoFile e;
     if (!formats::DecodificaElencoStretto(byte, e)) {
-      AnonimizzaInPosto(byte, 0, byte.size(), s_, n);
+      ElencoInPosto(byte, n);
       return byte;
     }
     const std::int64_t prima = n;
     const std::string base = e.CartellaBase;
-    e.CartellaBase = AnonimizzaTesto(base, s_, n);
+    e.CartellaBase = StringaLunga(base, n);
     std::string appoggio;
-    for (std::string& nome : e.NomiFile) nome = AnonimizzaSotto(base, nome, s_, n, appoggio);
+    for (std::string& nome : e.NomiFile) {
+      std::int64_t k = 0;
+      std::string nuovo = AnonimizzaSotto(base, nome, s_, k, appoggio);
+      if (nuovo.size() > static_cast<std::size_t>(formats::kLunghezzaMassimaNome)) {
+        k = 0;
+        nuovo = AnonimizzaSotto(base, nome, s_, k, appoggio, true);
+      }
+      nome = std::move(nuovo);
+      n += k;
+    }
     return n == prima ? byte : formats::CodificaElenco(e);
+  }
+
+  void ElencoInPosto(std::string& byte, std::int64_t& n) {
+    const formats::PezziElenco p = formats::PezziElencoTollerante(byte);
+    const std::string base = byte.substr(p.base.posizione, p.base.lunghezza);
+    AnonimizzaInPosto(byte, p.base.posizione, p.base.posizione + p.base.lunghezza, s_, n);
+    std::string appoggio;
+    for (const formats::PezzoElenco& nome : p.nomi) {
+      const std::string nuovo = AnonimizzaSotto(base, std::string_view(byte).substr(nome.posizione, nome.lunghezza),
+                                                s_, n, appoggio, true);
+      byte.replace(nome.posizione, nome.lunghezza, nuovo);
+    }
+    AnonimizzaInPosto(byte, 0, byte.size(), s_, n, true);
   }
 
   OpzioniAnonimo opzioni_;
@@ -113,21 +171,24 @@ bool StessaTabella(const collection::ContenutoSnapshot& a, const collection::Con
   return a.Numero == b.Numero && a.Nomi == b.Nomi && a.Dimensioni == b.Dimensioni;
 }
 
+// `a` written whole would replace `b`, or clear it away as its own partial file, or the other way round.
+bool Sovrapposti(const std::string& a, const std::string& b) {
+  return support::StessoFile(a, b) || support::StessoFile(a + support::kSuffissoParziale, b) ||
+         support::StessoFile(a, b + support::kSuffissoParziale);
+}
+
+std::string TroppoGrande(const std::string& membro) {
+  return "The anonymized copy cannot hold " + membro + ": it would be 2 GB or more";
+}
+
 }  // namespace
 
 CopiaAnonima Anonimizza(const collection::SnapshotInMemoria& originale, const OpzioniAnonimo& opzioni) {
   Anonimizzatore a(opzioni);
   CopiaAnonima c;
-  collection::ContenutoSnapshot& t = c.copia.tabella;
-  t.Numero = originale.tabella.Numero;
-  // The table first: the stand-ins are numbered in the order a reader meets the names.
-  for (const std::string& nome : originale.tabella.Nomi) t.Nomi.push_back(a.Testo(nome, c.tabella));
-  for (std::size_t i = 0; i < originale.corpi.size(); ++i) {
-    MembroAnonimo m{t.Nomi[i], 0};
-    c.copia.corpi.push_back(a.Membro(TipoMembro(originale.tabella.Nomi[i]), originale.corpi[i], m.sostituzioni));
-    t.Dimensioni.push_back(static_cast<std::int32_t>(c.copia.corpi.back().size()));
-    c.membri.push_back(std::move(m));
-  }
+  a.Tabella(originale.tabella, c);
+  for (std::size_t i = 0; i < originale.corpi.size(); ++i)
+    if (!a.Membro(originale.tabella.Nomi[i], originale.corpi[i], c)) c.errore = TroppoGrande(c.membri[i].nome);
   c.chiave = a.Chiave();
   return c;
 }
@@ -157,15 +218,30 @@ std::string SalvaCopiaAnonima(const RichiestaCopia& r, CopiaAnonima& esito) {
     return "The snapshot cannot be read: " + r.snapshot + ": " + motivo;
   };
   if (!support::FileExists(r.snapshot)) return illeggibile(kSnapshotMancante);
-  // Written over, the snapshot would be gone, and with it the only way to read the key's answer back.
-  if (host::UgualiSenzaCaso(support::NormalizzaPercorso(r.copia), support::NormalizzaPercorso(r.snapshot)) ||
-      host::UgualiSenzaCaso(support::NormalizzaPercorso(r.fileChiave), support::NormalizzaPercorso(r.snapshot)))
+  // Written over, the snapshot would be gone, and with it the only way to read the key's answer back; a
+  // key in the copy's place would post the names.
+  if (Sovrapposti(r.copia, r.snapshot))
     return "The anonymized copy must not replace the snapshot " + r.snapshot + ": choose another name";
-  collection::SnapshotInMemoria originale;
-  if (!collection::LeggiSnapshot(r.snapshot, originale)) return illeggibile(kSnapshotIlleggibile);
-  if (r.aperto && !StessaTabella(*r.aperto, originale.tabella))
+  if (!r.fileChiave.empty() && (Sovrapposti(r.fileChiave, r.snapshot) || Sovrapposti(r.fileChiave, r.copia)))
+    return "The key " + r.fileChiave + " must be a file apart from the snapshot and the copy: choose another name";
+  collection::LettoreSnapshot lettore;
+  if (!lettore.Apri(r.snapshot)) return illeggibile(kSnapshotIlleggibile);
+  if (r.aperto && !StessaTabella(*r.aperto, lettore.Tabella()))
     return "The snapshot " + r.snapshot + " has changed since it was opened: open it again";
-  esito = Anonimizza(originale, r.opzioni);
+  esito = CopiaAnonima{};
+  Anonimizzatore a(r.opzioni);
+  a.Tabella(lettore.Tabella(), esito);
+  try {
+    // One member of the original in memory at a time, beside the copy made so far.
+    std::string corpo;
+    for (const std::string& nome : lettore.Tabella().Nomi) {
+      if (!lettore.Prossimo(corpo)) return illeggibile(kSnapshotIlleggibile);
+      if (!a.Membro(nome, std::move(corpo), esito)) return TroppoGrande(esito.membri[esito.copia.corpi.size() - 1].nome);
+    }
+  } catch (const std::bad_alloc&) {
+    return illeggibile("there is not enough memory for it");
+  }
+  esito.chiave = a.Chiave();
   if (!collection::ScriviSnapshot(r.copia, esito.copia)) return "Error saving " + r.copia;
   if (r.fileChiave.empty()) return {};
   std::string chiave;

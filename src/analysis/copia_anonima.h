@@ -30,6 +30,8 @@ struct CopiaAnonima {
   std::int64_t tabella = 0;
   std::vector<MembroAnonimo> membri;
   std::vector<VoceChiave> chiave;
+  // Why the copy could not be made whole; "" when it could.
+  std::string errore{};
 };
 
 CopiaAnonima Anonimizza(const collection::SnapshotInMemoria& originale, const OpzioniAnonimo& opzioni);

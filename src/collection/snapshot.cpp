@@ -266,16 +266,31 @@ bool DecodificaSnapshot(std::string_view byte, SnapshotInMemoria& s) {
   return true;
 }
 
+bool LettoreSnapshot::Apri(const std::string& NomeFile) {
+  int err = 0;
+  in_ = host::File::ApriLettura(NomeFile, &err);
+  if (err || !in_.Aperto()) return false;
+  lunghezza_ = in_.Lunghezza();
+  return lunghezza_ >= 0 && LeggiTabella(in_, lunghezza_, tabella_);
+}
+
+bool LettoreSnapshot::Prossimo(std::string& corpo) {
+  if (prossimo_ >= tabella_.Dimensioni.size()) return false;
+  const std::int32_t dimensione = tabella_.Dimensioni[prossimo_++];
+  if (dimensione < 0 || dimensione > lunghezza_ - in_.Posizione()) return false;
+  corpo.assign(static_cast<std::size_t>(dimensione), '\0');
+  return in_.Leggi(corpo.data(), corpo.size()) == corpo.size() && !in_.ErroreLettura();
+}
+
 bool LeggiSnapshot(const std::string& NomeFile, SnapshotInMemoria& s) {
   s = SnapshotInMemoria{};
-  int err = 0;
-  host::File in = host::File::ApriLettura(NomeFile, &err);
-  if (err || !in.Aperto()) return false;
-  const std::int64_t lunghezza = in.Lunghezza();
-  if (lunghezza < 0) return false;
-  std::string byte(static_cast<std::size_t>(lunghezza), '\0');
-  if (in.Leggi(byte.data(), byte.size()) != byte.size() || in.ErroreLettura()) return false;
-  return DecodificaSnapshot(byte, s);
+  LettoreSnapshot l;
+  if (!l.Apri(NomeFile)) return false;
+  s.tabella = l.Tabella();
+  s.corpi.resize(s.tabella.Nomi.size());
+  for (std::string& corpo : s.corpi)
+    if (!l.Prossimo(corpo)) return false;
+  return true;
 }
 
 std::string CodificaSnapshot(const SnapshotInMemoria& s) {

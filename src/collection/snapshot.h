@@ -32,6 +32,24 @@ bool SalvaSnapshot(const std::string& NomeFile, const std::vector<std::string>& 
 bool EstraiSnapshot(const std::string& NomeFile, const std::string& Cartella, ContenutoSnapshot& contenuto,
                     const std::string& base = {});
 
+// A snapshot read one member at a time, each size held against what the file still holds before room is
+// made for it; bytes behind the last body are never read.
+class LettoreSnapshot {
+ public:
+  // False when the file cannot be opened or its table runs past its end.
+  bool Apri(const std::string& NomeFile);
+  const ContenutoSnapshot& Tabella() const { return tabella_; }
+  // The next member's bytes, in table order; false past the last, or when it runs past the end of the file
+  // or cannot be read.
+  bool Prossimo(std::string& corpo);
+
+ private:
+  host::File in_;
+  std::int64_t lunghezza_ = 0;
+  ContenutoSnapshot tabella_;
+  std::size_t prossimo_ = 0;
+};
+
 // A snapshot read whole: its table and each member's bytes, in table order.
 struct SnapshotInMemoria {
   ContenutoSnapshot tabella;

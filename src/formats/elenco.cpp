@@ -33,7 +33,7 @@ GuastoElenco LeggiFile(const std::string& percorso, std::string& byte) {
 
 class Cursore {
  public:
-  explicit Cursore(std::string_view byte) : byte_(byte) {}
+  explicit Cursore(std::string_view byte, std::size_t pos = 0) : byte_(byte), pos_(std::min(pos, byte.size())) {}
   std::size_t Posizione() const { return pos_; }
   std::size_t Restanti() const { return byte_.size() - pos_; }
 
@@ -73,11 +73,12 @@ bool StringaStretta(Cursore& c, std::string& s) {
   return true;
 }
 
-std::string StringaTollerante(Cursore& c) {
+PezzoElenco StringaTollerante(Cursore& c) {
   std::int32_t n = 0;
   c.Intero(n);
-  if (n < 1 || n > kLunghezzaMassimaNome) return {};
-  return c.Prendi(static_cast<std::size_t>(n));
+  if (n < 1 || n > kLunghezzaMassimaNome) return {c.Posizione(), 0};
+  const std::size_t da = c.Posizione();
+  return {da, c.Prendi(static_cast<std::size_t>(n)).size()};
 }
 
 // The list's fields behind `byte`; `scarica(false)` after each entry may take what stands so far, and
@@ -157,28 +158,45 @@ bool DecodificaElencoStretto(std::string_view byte, ElencoFile& elenco, support:
   return true;
 }
 
+PezziElenco PezziElencoTollerante(std::string_view byte, support::BarraProgresso* barra) {
+  PezziElenco p;
+  Cursore c(byte);
+  c.Intero(p.numero);
+  p.base = StringaTollerante(c);
+  if (p.numero < 0) {
+    p.guasto = GuastoElenco::kConteggioNegativo;
+    return p;
+  }
+  // Room is made only for what the file could hold, so a few bytes never ask for gigabytes.
+  if (static_cast<std::size_t>(p.numero) > byte.size()) {
+    p.guasto = GuastoElenco::kConteggioTroppoGrande;
+    return p;
+  }
+  p.nomi.resize(static_cast<std::size_t>(p.numero));
+  for (PezzoElenco& nome : p.nomi) {
+    nome = StringaTollerante(c);
+    c.Avanza(barra);
+  }
+  p.dimensioni = c.Posizione();
+  return p;
+}
+
 GuastoElenco CaricaElencoTollerante(const std::string& NomeFile, ElencoFile& elenco,
                                     support::BarraProgresso* barra) {
   elenco = ElencoFile{};
   std::string byte;
   if (const GuastoElenco g = LeggiFile(NomeFile, byte); g != GuastoElenco::kNessuno) return g;
-  Cursore c(byte);
-  std::int32_t numero = 0;
-  c.Intero(numero);
-  elenco.CartellaBase = StringaTollerante(c);
-  if (numero < 0) return GuastoElenco::kConteggioNegativo;
-  // Room is made only for what the file could hold, so a few bytes never ask for gigabytes.
-  if (static_cast<std::size_t>(numero) > byte.size()) return GuastoElenco::kConteggioTroppoGrande;
-  elenco.NumeroFile = numero;
-  const auto n = static_cast<std::size_t>(numero);
-  elenco.NomiFile.resize(n);
-  elenco.DimensioniFile.assign(n, 0);
-  for (std::size_t i = 0; i < n; ++i) {
-    elenco.NomiFile[i] = StringaTollerante(c);
-    c.Avanza(barra);
-  }
-  for (std::size_t i = 0; i < n; ++i) {
-    c.Intero(elenco.DimensioniFile[i]);
+  const PezziElenco p = PezziElencoTollerante(byte, barra);
+  const auto testo = [&](PezzoElenco t) { return byte.substr(t.posizione, t.lunghezza); };
+  elenco.CartellaBase = testo(p.base);
+  if (p.guasto != GuastoElenco::kNessuno) return p.guasto;
+  elenco.NumeroFile = p.numero;
+  elenco.NomiFile.reserve(p.nomi.size());
+  for (const PezzoElenco& nome : p.nomi) elenco.NomiFile.push_back(testo(nome));
+  Cursore c(byte, p.dimensioni);
+  elenco.DimensioniFile.assign(p.nomi.size(), 0);
+  for (std::int32_t& d : elenco.DimensioniFile) {
+    c.Intero(d);
     c.Avanza(barra);
   }
   return GuastoElenco::kNessuno;

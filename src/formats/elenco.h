@@ -65,4 +65,20 @@ enum class GuastoElenco {
 GuastoElenco CaricaElencoTollerante(const std::string& NomeFile, ElencoFile& elenco,
                                     support::BarraProgresso* barra = nullptr);
 
+// Where the lenient reader takes the folder and each name from in a list's bytes, for a caller that changes
+// them in place.
+struct PezzoElenco {
+  std::size_t posizione = 0;
+  std::size_t lunghezza = 0;
+};
+struct PezziElenco {
+  std::int32_t numero = 0;
+  PezzoElenco base;
+  std::vector<PezzoElenco> nomi;
+  // Where the sizes begin.
+  std::size_t dimensioni = 0;
+  GuastoElenco guasto = GuastoElenco::kNessuno;
+};
+PezziElenco PezziElencoTollerante(std::string_view byte, support::BarraProgresso* barra = nullptr);
+
 }  // namespace formats

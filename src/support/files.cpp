@@ -3,6 +3,7 @@
 #include <limits>
 
 #include "host/machine.h"
+#include "host/nomi.h"
 #include "support/valori.h"
 
 namespace support {
@@ -91,6 +92,15 @@ bool ScriviFileIntero(const std::string& percorso, const std::vector<std::string
   if (ok && host::SostituisciFile(parziale, percorso, &err)) return true;
   CancellaFile(parziale);
   return false;
+}
+
+bool StessoFile(const std::string& a, const std::string& b) {
+  const auto completo = [](const std::string& p) {
+    int err = 0;
+    const std::string host = host::PercorsoHost(p, &err);
+    return err || host.empty() ? p : host::PercorsoWindows(host);
+  };
+  return !a.empty() && !b.empty() && host::UgualiSenzaCaso(completo(a), completo(b));
 }
 
 bool CreaCartella(const std::string& percorso) {

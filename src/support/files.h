@@ -34,6 +34,10 @@ bool ScriviFileTesto(const std::string& percorso, const std::string& testo);
 inline constexpr const char* kSuffissoParziale = ".part";
 bool ScriviFileIntero(const std::string& percorso, const std::vector<std::string_view>& pezzi);
 
+// The two paths name one file as the machine resolves them: made full from the current folder, without
+// regard to case, through the links of a Wine prefix.
+bool StessoFile(const std::string& a, const std::string& b);
+
 // True when the folder is there afterwards; makes one level only.
 bool CreaCartella(const std::string& percorso);
 // True when the file is gone afterwards; a read-only file loses that attribute first.

@@ -228,6 +228,9 @@ TEST(CopiaAnonima, NomiNeiPercorsi) {
       {"C:\\Utenti\\Mario\\x", ""},
       {"Z:\\home\\lara\\.wine /home/lara/x /home/bob", "lara|lara|bob|"},
       {"C:\\Documents and Settings\\Ann\\Dati \"C:\\Users\\Bo\"", "Ann|Bo|"},
+      {"C:\\Users\\\\Bob\\x C:\\\\Users\\\\Dan\\\\x /home//eve/x", "Bob|Dan|eve|"},  // doubled, escaped
+      {"C:\\DOCUME~1\\Carl\\x", "Carl|"},
+      {"C:\\Users\\Eve;C:\\Users\\Fred\\x", "Eve|Fred|"},  // a list of paths
   };
   for (const Riga& r : righe) {
     std::string trovati;
@@ -238,6 +241,33 @@ TEST(CopiaAnonima, NomiNeiPercorsi) {
   EXPECT_EQ(analysis::SostitutoLungo("user1", 8), "user1___");
   EXPECT_EQ(analysis::SostitutoLungo("user12", 3), "u12");
   EXPECT_EQ(analysis::SostitutoLungo("user1", 1), "1");
+}
+
+// Members outside the forms the readers expect: every byte keeps its place, and no name is left.
+TEST(CopiaAnonima, MembriFuoriForma) {
+  const auto stringa = [](const std::string& t) {
+    std::string b;
+    host::AccodaLE(b, static_cast<std::uint32_t>(t.size()));
+    return b + t;
+  };
+  std::string tagliato;  // a list cut before its sizes, whose profile paths begin in its folder
+  host::AccodaLE(tagliato, std::uint32_t{2});
+  tagliato += stringa("C:\\Users") + stringa("\\Bob\\a.txt") + stringa("\\Alice\\b");
+  const std::string percorso = "C:\\Users\\Bob\\Desktop";
+  const std::pair<std::string, std::string> membri[] = {
+      {"C:\\x\\ORDL.el", tagliato},
+      {"C:\\x\\ordelio.prf", percorso + std::string(100, ' ')},  // across the fields of a short record
+      {"C:\\x\\Infofile.bin", formats::CodificaInfoHeader({}) + percorso},  // behind the record
+  };
+  for (const auto& [nome, corpo] : membri) {
+    const collection::SnapshotInMemoria s{{1, {nome}, {static_cast<std::int32_t>(corpo.size())}}, {corpo}};
+    const analysis::CopiaAnonima c = analysis::Anonimizza(s, {});
+    const std::string copia = host::Maiuscolo(c.copia.corpi.at(0));
+    EXPECT_EQ(copia.size(), corpo.size()) << nome;
+    EXPECT_EQ(copia.find("BOB"), std::string::npos) << nome;
+    EXPECT_EQ(copia.find("ALICE"), std::string::npos) << nome;
+    EXPECT_GT(c.membri.at(0).sostituzioni, 0) << nome;
+  }
 }
 
 TEST(CopiaAnonima, AutoriSoloARichiesta) {
@@ -276,6 +306,12 @@ TEST(CopiaAnonima, CheNonSiPuoFare) {
       {{"C:\\buono.bin", "c:\\BUONO.bin"},
        "The anonymized copy must not replace the snapshot C:\\buono.bin: choose another name"},
       {{"C:\\buono.bin", "C:\\c.bin", {}, "C:\\buono.bin"},
+       "The key C:\\buono.bin must be a file apart from the snapshot and the copy: choose another name"},
+      {{"C:\\buono.bin", "C:\\c.bin", {}, "C:\\C.BIN"},
+       "The key C:\\C.BIN must be a file apart from the snapshot and the copy: choose another name"},
+      {{"C:\\buono.bin", "C:\\buono.bin.part"},
+       "The anonymized copy must not replace the snapshot C:\\buono.bin: choose another name"},
+      {{"C:\\buono.bin", "C:\\.\\Buono.bin"},
        "The anonymized copy must not replace the snapshot C:\\buono.bin: choose another name"},
       {{"C:\\buono.bin", "C:\\c.bin", {}, {}, &altro},
        "The snapshot C:\\buono.bin has changed since it was opened: open it again"},
