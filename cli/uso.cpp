@@ -22,7 +22,8 @@ std::string VociReport() {
 const std::vector<Verbo>& Tabella() {
   static const std::vector<Verbo> verbi = {
       {"pack", "SNAPSHOT MEMBER...", "pack the members into a snapshot", VerboPack},
-      {"unpack", "SNAPSHOT FOLDER", "unpack a snapshot into an existing folder and print its table", VerboUnpack},
+      {"unpack", "SNAPSHOT FOLDER", "unpack a snapshot into an existing folder and print its table",
+       VerboUnpack},
       {"version", "FILE", "print the version text of an executable", VerboVersion},
       {"find-exe", "NAME", "print where an executable is installed", VerboFindExe},
       {"discover", "", "print the editor folder and the Ordelio folder found at start", VerboDiscover},
@@ -33,7 +34,8 @@ const std::vector<Verbo>& Tabella() {
        VerboReport, true},
       {"compare", "OLD NEW [--json]", "open two snapshots and print what changed from the old to the new",
        VerboCompare},
-      {"findings", "SNAPSHOT...", "print what looks wrong in each snapshot (--json: JSON Lines)", VerboFindings},
+      {"findings", "SNAPSHOT...", "print what looks wrong in each snapshot (--json: JSON Lines)",
+       VerboFindings},
       {"anonymize", "SNAPSHOT OUT [--authors] [--key FILE]",
        "write a copy of the snapshot with every account name in its paths replaced by user1, user2, ...; "
        "--authors: the level authors too; --key: the stand-ins and the names they replace into FILE",

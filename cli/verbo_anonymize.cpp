@@ -29,8 +29,10 @@ int VerboAnonymize(const Argomenti& args, MessaggiConsole& msg) {
   }
   // The copy's names only: the original ones stay out of everything this prints.
   std::string righe = "(table)\t" + std::to_string(c.tabella) + "\n";
-  for (const analysis::MembroAnonimo& m : c.membri) righe += m.nome + "\t" + std::to_string(m.sostituzioni) + "\n";
-  righe += "Replaced " + std::to_string(c.chiave.size()) + (c.chiave.size() == 1 ? " name in " : " names in ") +
+  for (const analysis::MembroAnonimo& m : c.membri)
+    righe += m.nome + "\t" + std::to_string(m.sostituzioni) + "\n";
+  righe += "Replaced " + std::to_string(c.chiave.size()) +
+           (c.chiave.size() == 1 ? " name in " : " names in ") +
            std::to_string(analysis::TotaleSostituzioni(c)) + " places.\n";
   ScriviByte(righe);
   return 0;

@@ -7,6 +7,7 @@
 
 #include "analysis/elenchi.h"
 #include "analysis/testo.h"
+#include "collection/membri.h"
 #include "host/collegamenti.h"
 #include "host/machine.h"
 #include "host/nomi.h"
@@ -197,7 +198,7 @@ std::optional<std::string> AnalisiBackup(const std::string& cartellaProgramma,
     messaggi.Critico("Errore caricando elenco files: " + elencoCampione);
     return std::nullopt;
   }
-  const std::string elencoUtente = cartellaDati + "\\ordl.el";
+  const std::string elencoUtente = collection::FileDati(cartellaDati, collection::Membro::elencoOrdl);
   if (!CaricaElencoFile(elencoUtente, liste.Utente, barra, messaggi)) {
     messaggi.Critico("Errore caricando elenco files: " + elencoUtente);
     return std::nullopt;

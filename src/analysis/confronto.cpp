@@ -32,8 +32,13 @@ bool Presenti(Differenze& d, const std::string& nome, bool vecchio, bool nuovo) 
   return vecchio && nuovo;
 }
 
-bool Membro(const SnapshotAperto& s, const std::string& nome) {
+bool Ha(const SnapshotAperto& s, const std::string& nome) {
   return support::FileExists(s.cartella + "\\" + nome);
+}
+
+bool Presenti(Differenze& d, collection::Membro m, const SnapshotAperto& v, const SnapshotAperto& n) {
+  const std::string nome = collection::VoceDi(m).nomeDati;
+  return Presenti(d, nome, Ha(v, nome), Ha(n, nome));
 }
 
 void Accoppia(const std::vector<std::string>& vecchie, const std::vector<std::string>& nuove,

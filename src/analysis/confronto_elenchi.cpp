@@ -5,7 +5,7 @@
 
 #include "analysis/confronto_parti.h"
 #include "analysis/elenchi.h"
-#include "formats/script.h"
+#include "analysis/testi.h"
 #include "host/nomi.h"
 #include "support/files.h"
 
@@ -25,16 +25,6 @@ Lista LeggiElenco(const SnapshotAperto& s, const std::string& file, support::Mes
     critico ? messaggi.Critico(testo) : messaggi.Semplice(testo);
   l.voci = VociUsabili(l.letto->elenco);
   return l;
-}
-
-// A missing script is told by the member table, not by a message.
-std::vector<std::string> LeggiScript(const std::string& percorso) {
-  std::int32_t numero = 0;
-  std::vector<std::string> livelli;
-  formats::LeggiLivelliScript(percorso, numero, livelli);
-  // The report prints `numero` lines, empty ones where the list runs short.
-  livelli.resize(static_cast<std::size_t>(std::max(numero, 0)));
-  return livelli;
 }
 
 std::vector<std::string> RigheTesto(const std::string& testo) {
@@ -75,7 +65,7 @@ std::vector<char> FuoriOrdine(const std::vector<std::size_t>& sequenza) {
 Differenze ParteElenco(const std::string& file, const SnapshotAperto& v, const SnapshotAperto& n,
                        support::Messaggi& messaggi) {
   Differenze d;
-  if (!Presenti(d, file, Membro(v, file), Membro(n, file))) return d;
+  if (!Presenti(d, file, Ha(v, file), Ha(n, file))) return d;
   const Lista la = LeggiElenco(v, file, messaggi), lb = LeggiElenco(n, file, messaggi);
   const formats::ElencoFile &a = *la, &b = *lb;
   // Names are relative to the base folder, so a list of a moved folder still meets its files.
@@ -112,7 +102,7 @@ Differenze ParteElenco(const std::string& file, const SnapshotAperto& v, const S
 
 Differenze ParteOrdeio(const SnapshotAperto& v, const SnapshotAperto& n, support::Messaggi&) {
   Differenze d;
-  if (!Presenti(d, "ordeio.txt", Membro(v, "ordeio.txt"), Membro(n, "ordeio.txt"))) return d;
+  if (!Presenti(d, collection::Membro::ordeio, v, n)) return d;
   const std::string ta = support::LeggiFile(v.cartella + "\\ordeio.txt");
   const std::string tb = support::LeggiFile(n.cartella + "\\ordeio.txt");
   if (ta == tb) return d;
@@ -133,9 +123,11 @@ Differenze ParteOrdeio(const SnapshotAperto& v, const SnapshotAperto& n, support
 
 Differenze ParteScript(const SnapshotAperto& v, const SnapshotAperto& n, support::Messaggi&) {
   Differenze d;
-  if (!Presenti(d, "script.dat", Membro(v, "script.dat"), Membro(n, "script.dat"))) return d;
-  const std::vector<std::string> a = LeggiScript(v.cartella + "\\script.dat");
-  const std::vector<std::string> b = LeggiScript(n.cartella + "\\script.dat");
+  if (!Presenti(d, collection::Membro::script, v, n)) return d;
+  const auto livelli = [](const SnapshotAperto& s) {
+    return LeggiScript(collection::FileDati(s.cartella, collection::Membro::script)).righe;
+  };
+  const std::vector<std::string> a = livelli(v), b = livelli(n);
   std::vector<std::size_t> coppia(a.size(), kNessuno);
   std::vector<char> preso(b.size(), 0);
   Accoppia(Maiuscoli(a), Maiuscoli(b), coppia, preso);

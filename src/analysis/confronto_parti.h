@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "analysis/confronto.h"
+#include "collection/membri.h"
 #include "support/interfacce.h"
 
 namespace analysis::parti {
@@ -23,8 +24,10 @@ void Campo(Differenze& d, const std::string& oggetto, const std::string& a, cons
 // A member that only one snapshot holds is the whole difference of its part. True when both hold it.
 bool Presenti(Differenze& d, const std::string& nome, bool vecchio, bool nuovo);
 
-// Whether the snapshot holds the member `nome`.
-bool Membro(const SnapshotAperto& s, const std::string& nome);
+// Whether the snapshot holds the file `nome` (as unpacked).
+bool Ha(const SnapshotAperto& s, const std::string& nome);
+// Presenti for a member of the table, looked for in both snapshots.
+bool Presenti(Differenze& d, collection::Membro m, const SnapshotAperto& v, const SnapshotAperto& n);
 
 // Pairs the entries of two lists by key, the k-th occurrence of a key on one side with the k-th on the
 // other, in one pass over each: `coppia[i]` is the new index given to old entry i. Entries already paired

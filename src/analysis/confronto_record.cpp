@@ -6,6 +6,7 @@
 #include "analysis/prospetto_archivio.h"
 #include "analysis/prospetto_preferenze.h"
 #include "analysis/testo.h"
+#include "collection/membri.h"
 #include "formats/archivio.h"
 #include "formats/info_header.h"
 #include "formats/preferenze.h"
@@ -91,9 +92,10 @@ std::string TestoLivello(const formats::ArchivioLivello& l) {
 
 Differenze ParteHeader(const SnapshotAperto& v, const SnapshotAperto& n, support::Messaggi&) {
   Differenze d;
-  if (!Presenti(d, "infofile.bin", Membro(v, "infofile.bin"), Membro(n, "infofile.bin"))) return d;
-  const formats::InfoHeader a = LeggiHeader(v.cartella + "\\infofile.bin");
-  const formats::InfoHeader b = LeggiHeader(n.cartella + "\\infofile.bin");
+  using collection::Membro;
+  if (!Presenti(d, Membro::intestazione, v, n)) return d;
+  const formats::InfoHeader a = LeggiHeader(collection::FileDati(v.cartella, Membro::intestazione));
+  const formats::InfoHeader b = LeggiHeader(collection::FileDati(n.cartella, Membro::intestazione));
   for (const auto& f : formats::kTestiFlagErrori) {
     const bool prima = a.FlagErrori & f.bit, dopo = b.FlagErrori & f.bit;
     const std::string testo(f.testo);
@@ -116,9 +118,10 @@ Differenze ParteHeader(const SnapshotAperto& v, const SnapshotAperto& n, support
 
 Differenze PartePreferenze(const SnapshotAperto& v, const SnapshotAperto& n, support::Messaggi&) {
   Differenze d;
-  if (!Presenti(d, "ordelio.prf", Membro(v, "ordelio.prf"), Membro(n, "ordelio.prf"))) return d;
-  const formats::PrefRecord a = LeggiPreferenze(v.cartella + "\\ordelio.prf");
-  const formats::PrefRecord b = LeggiPreferenze(n.cartella + "\\ordelio.prf");
+  using collection::Membro;
+  if (!Presenti(d, Membro::preferenze, v, n)) return d;
+  const formats::PrefRecord a = LeggiPreferenze(collection::FileDati(v.cartella, Membro::preferenze));
+  const formats::PrefRecord b = LeggiPreferenze(collection::FileDati(n.cartella, Membro::preferenze));
   CampiProspetto(d, "", TestoPreferenze(a), TestoPreferenze(b), TestoPreferenze({}));
   // The fields no report shows are Ordelio's as much as the others.
   Campo(d, "NonMostrato1", std::to_string(a.NonMostrato1), std::to_string(b.NonMostrato1));
@@ -131,7 +134,8 @@ Differenze PartePreferenze(const SnapshotAperto& v, const SnapshotAperto& n, sup
 
 Differenze ParteArchivio(const SnapshotAperto& v, const SnapshotAperto& n, support::Messaggi&) {
   Differenze d;
-  const std::string pa = TrovaArchivio(v.contenuto, v.cartella), pb = TrovaArchivio(n.contenuto, n.cartella);
+  const std::string pa = collection::TrovaArchivio(v.contenuto, v.cartella),
+                    pb = collection::TrovaArchivio(n.contenuto, n.cartella);
   const bool sa = !pa.empty() && support::FileExists(pa), sb = !pb.empty() && support::FileExists(pb);
   if (!Presenti(d, support::EstraiNomeFile(sa ? pa : pb), sa, sb)) return d;
   formats::ArchivioHeader ha, hb;

@@ -2,8 +2,10 @@
 
 #include <limits>
 #include <new>
+#include <optional>
 
 #include "analysis/riepilogo.h"
+#include "collection/membri.h"
 #include "formats/archivio.h"
 #include "formats/elenco.h"
 #include "formats/info_header.h"
@@ -14,18 +16,14 @@
 namespace analysis {
 namespace {
 
-// How a member is read, by its file name as the reports find it.
-enum class Tipo { intestazione, preferenze, archivio, elenco, testo, byte };
+using collection::Lettore;
 
-Tipo TipoMembro(const std::string& nome) {
-  const std::string n = host::Maiuscolo(collection::NomeDestinazione(nome));
-  const std::string estensione = n.substr(std::min(n.rfind('.'), n.size()));
-  if (n == "INFOFILE.BIN") return Tipo::intestazione;
-  if (n == "ORDELIO.PRF") return Tipo::preferenze;
-  if (n == "ORDEIO.TXT") return Tipo::testo;
-  if (estensione == ".QLV") return Tipo::archivio;
-  if (estensione == ".EL" || estensione == ".LE") return Tipo::elenco;
-  return Tipo::byte;
+// How a member's bytes are laid out, as the table of members says for the file the reports would take it
+// for; nothing for a file no report reads, whose bytes then keep their places.
+std::optional<Lettore> LettoreDi(const std::string& nome) {
+  const std::optional<collection::Membro> m = collection::MembroDiNome(nome);
+  if (!m) return std::nullopt;
+  return collection::VoceDi(*m).lettore;
 }
 
 class Anonimizzatore {
@@ -44,7 +42,7 @@ class Anonimizzatore {
   // The next member, `nome` as the table named it. False when its copy would not fit a size of the table.
   bool Membro(const std::string& nome, std::string byte, CopiaAnonima& c) {
     MembroAnonimo& m = c.membri[c.copia.corpi.size()];
-    c.copia.corpi.push_back(Corpo(TipoMembro(nome), std::move(byte), m.sostituzioni));
+    c.copia.corpi.push_back(Corpo(LettoreDi(nome), std::move(byte), m.sostituzioni));
     const std::size_t dimensione = c.copia.corpi.back().size();
     if (dimensione > static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max())) return false;
     c.copia.tabella.Dimensioni.push_back(static_cast<std::int32_t>(dimensione));
@@ -54,22 +52,23 @@ class Anonimizzatore {
   const std::vector<VoceChiave>& Chiave() const { return s_.Chiave(); }
 
  private:
-  std::string Corpo(Tipo tipo, std::string byte, std::int64_t& n) {
-    switch (tipo) {
-      case Tipo::intestazione:
+  std::string Corpo(std::optional<Lettore> lettore, std::string byte, std::int64_t& n) {
+    switch (lettore.value_or(Lettore::script)) {
+      case Lettore::infoHeader:
         Record(byte, 0, formats::CampiTestoInfoHeader(), n);
         break;
-      case Tipo::preferenze:
+      case Lettore::preferenze:
         Record(byte, 0, formats::CampiTestoPreferenze(), n);
         break;
-      case Tipo::archivio:
+      case Lettore::archivio:
         Archivio(byte, n);
         break;
-      case Tipo::elenco:
+      case Lettore::elenco:
         return Elenco(std::move(byte), n);
-      case Tipo::testo:
+      case Lettore::testo:
         return AnonimizzaTesto(byte, s_, n);
-      case Tipo::byte:
+      case Lettore::script:
+        // Offsets fix where its names lie, as they may in a file no report reads.
         AnonimizzaInPosto(byte, 0, byte.size(), s_, n);
         return byte;
     }
@@ -92,7 +91,8 @@ class Anonimizzatore {
     return r;
   }
 
-  void Record(std::string& byte, std::size_t da, const std::vector<formats::CampoTesto>& campi, std::int64_t& n) {
+  void Record(std::string& byte, std::size_t da, const std::vector<formats::CampoTesto>& campi,
+              std::int64_t& n) {
     for (const formats::CampoTesto& c : campi) AnonimizzaCampo(byte, da + c.posizione, c.lunghezza, s_, n);
   }
 
@@ -156,8 +156,8 @@ class Anonimizzatore {
     AnonimizzaInPosto(byte, p.base.posizione, p.base.posizione + p.base.lunghezza, s_, n);
     std::string appoggio;
     for (const formats::PezzoElenco& nome : p.nomi) {
-      const std::string nuovo = AnonimizzaSotto(base, std::string_view(byte).substr(nome.posizione, nome.lunghezza),
-                                                s_, n, appoggio, true);
+      const std::string nuovo = AnonimizzaSotto(
+          base, std::string_view(byte).substr(nome.posizione, nome.lunghezza), s_, n, appoggio, true);
       byte.replace(nome.posizione, nome.lunghezza, nuovo);
     }
     AnonimizzaInPosto(byte, 0, byte.size(), s_, n, true);
@@ -188,7 +188,8 @@ CopiaAnonima Anonimizza(const collection::SnapshotInMemoria& originale, const Op
   CopiaAnonima c;
   a.Tabella(originale.tabella, c);
   for (std::size_t i = 0; i < originale.corpi.size(); ++i)
-    if (!a.Membro(originale.tabella.Nomi[i], originale.corpi[i], c)) c.errore = TroppoGrande(c.membri[i].nome);
+    if (!a.Membro(originale.tabella.Nomi[i], originale.corpi[i], c))
+      c.errore = TroppoGrande(c.membri[i].nome);
   c.chiave = a.Chiave();
   return c;
 }
@@ -208,8 +209,10 @@ std::string NomeCopiaAnonima(const std::string& snapshot) {
 
 std::string TestoCopiaAnonima(const CopiaAnonima& c, const std::string& copia) {
   const std::string salvata = "The anonymized copy is saved as " + copia + ".\r\n";
-  if (c.chiave.empty()) return salvata + "No account name was found in its paths: it holds what the snapshot holds.";
-  return salvata + "It replaced " + std::to_string(c.chiave.size()) + (c.chiave.size() == 1 ? " account name in " : " account names in ") +
+  if (c.chiave.empty())
+    return salvata + "No account name was found in its paths: it holds what the snapshot holds.";
+  return salvata + "It replaced " + std::to_string(c.chiave.size()) +
+         (c.chiave.size() == 1 ? " account name in " : " account names in ") +
          std::to_string(TotaleSostituzioni(c)) + " places; check it with \"Leggi Dati\" before you post it.";
 }
 
@@ -223,7 +226,8 @@ std::string SalvaCopiaAnonima(const RichiestaCopia& r, CopiaAnonima& esito) {
   if (Sovrapposti(r.copia, r.snapshot))
     return "The anonymized copy must not replace the snapshot " + r.snapshot + ": choose another name";
   if (!r.fileChiave.empty() && (Sovrapposti(r.fileChiave, r.snapshot) || Sovrapposti(r.fileChiave, r.copia)))
-    return "The key " + r.fileChiave + " must be a file apart from the snapshot and the copy: choose another name";
+    return "The key " + r.fileChiave +
+           " must be a file apart from the snapshot and the copy: choose another name";
   collection::LettoreSnapshot lettore;
   if (!lettore.Apri(r.snapshot)) return illeggibile(kSnapshotIlleggibile);
   if (r.aperto && !StessaTabella(*r.aperto, lettore.Tabella()))
@@ -236,7 +240,8 @@ std::string SalvaCopiaAnonima(const RichiestaCopia& r, CopiaAnonima& esito) {
     std::string corpo;
     for (const std::string& nome : lettore.Tabella().Nomi) {
       if (!lettore.Prossimo(corpo)) return illeggibile(kSnapshotIlleggibile);
-      if (!a.Membro(nome, std::move(corpo), esito)) return TroppoGrande(esito.membri[esito.copia.corpi.size() - 1].nome);
+      if (!a.Membro(nome, std::move(corpo), esito))
+        return TroppoGrande(esito.membri[esito.copia.corpi.size() - 1].nome);
     }
   } catch (const std::bad_alloc&) {
     return illeggibile("there is not enough memory for it");

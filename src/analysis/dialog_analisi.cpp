@@ -13,6 +13,7 @@
 #include "analysis/testi.h"
 #include "analysis/voci.h"
 #include "collection/blocco.h"
+#include "collection/membri.h"
 #include "host/nomi.h"
 #include "host/vista_virtuale.h"
 #include "support/files.h"
@@ -107,7 +108,7 @@ void mnu_ShowPref_Click(Dialog_Analisi& d) {
 
 void mnu_ShowArchivioQlv_Click(Dialog_Analisi& d) {
   // With no archive among the members nothing changes, the marks included.
-  if (!TrovaArchivio(d.Contenuto, d.CartellaDati).empty()) Segna(d, Voce::mnu_ShowArchivioQlv);
+  if (!collection::TrovaArchivio(d.Contenuto, d.CartellaDati).empty()) Segna(d, Voce::mnu_ShowArchivioQlv);
   Mostra(d, ProspettoArchivio(d.Contenuto, d.CartellaDati, d.Messaggi).testo);
 }
 

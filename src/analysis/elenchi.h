@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "collection/membri.h"
 #include "formats/elenco.h"
 #include "support/interfacce.h"
 
@@ -17,9 +18,12 @@ struct ProspettoDirectory {
   const char* File;
   const char* Titolo;
 };
-inline constexpr ProspettoDirectory kDirectoryOrdl{"ordl.el", "DIRECTORY ORDELIO"};
-inline constexpr ProspettoDirectory kDirectoryTrle{"trle.el", "DIRECTORY LEVEL EDITOR"};
-inline constexpr ProspettoDirectory kDirectoryArchivio{"dirarc.el", "DIRECTORY ARCHIVIO LIVELLi"};
+inline constexpr ProspettoDirectory kDirectoryOrdl{
+    collection::VoceDi(collection::Membro::elencoOrdl).nomeDati, "DIRECTORY ORDELIO"};
+inline constexpr ProspettoDirectory kDirectoryTrle{
+    collection::VoceDi(collection::Membro::elencoTrle).nomeDati, "DIRECTORY LEVEL EDITOR"};
+inline constexpr ProspettoDirectory kDirectoryArchivio{
+    collection::VoceDi(collection::Membro::elencoArchivio).nomeDati, "DIRECTORY ARCHIVIO LIVELLi"};
 
 // The lenient list reader as the reports use it: a failure shows the plain message
 // "Errore in CaricaElencoFile(): " and the failure's description, and the caller goes on with what was read.

@@ -40,7 +40,16 @@ constexpr int ColonneAreaProspetto() {
 static_assert(ColonneAreaProspetto() == 90);
 
 // What a menu item does.
-enum class Comando { CaricaFile, SalvaFile, Esci, Copia, Voce, Confronta, RiepilogoProblemi, SalvaCopiaAnonima };
+enum class Comando {
+  CaricaFile,
+  SalvaFile,
+  Esci,
+  Copia,
+  Voce,
+  Confronta,
+  RiepilogoProblemi,
+  SalvaCopiaAnonima
+};
 
 struct MenuBarra {
   const char* nome;

@@ -4,6 +4,7 @@
 #include <cstddef>
 
 #include "analysis/testo.h"
+#include "collection/membri.h"
 #include "host/nomi.h"
 #include "support/files.h"
 #include "support/valori.h"
@@ -58,21 +59,9 @@ std::string TestoArchivio(const std::string& nomeFile, const formats::ArchivioHe
   return t;
 }
 
-std::string TrovaArchivio(const collection::ContenutoSnapshot& contenuto, const std::string& cartellaDati) {
-  // A table whose count disagrees with its list is walked only as far as both go.
-  const std::size_t numero =
-      std::min(static_cast<std::size_t>(std::max(contenuto.Numero, 0)), contenuto.Nomi.size());
-  for (std::size_t i = 0; i < numero; ++i) {
-    const std::string nome = support::PulisciStringa(contenuto.Nomi[i]);
-    if (host::UgualiSenzaCaso(support::EstraiEstensione(nome), ".qlv"))
-      return cartellaDati + "\\" + support::EstraiNomeFile(nome);
-  }
-  return "";
-}
-
 EsitoProspettoArchivio ProspettoArchivio(const collection::ContenutoSnapshot& contenuto,
                                          const std::string& cartellaDati, support::Messaggi& messaggi) {
-  const std::string percorso = TrovaArchivio(contenuto, cartellaDati);
+  const std::string percorso = collection::TrovaArchivio(contenuto, cartellaDati);
   if (percorso.empty()) {
     messaggi.Critico("Non e' stato salvato il file archivio.qlv");
     return {};

@@ -17,9 +17,6 @@ namespace analysis {
 std::string TestoArchivio(const std::string& nomeFile, const formats::ArchivioHeader& h,
                           const std::vector<formats::ArchivioLivello>& livelli);
 
-// The path in `cartellaDati` of the first member whose extension is .qlv (any case); "" when none is.
-std::string TrovaArchivio(const collection::ContenutoSnapshot& contenuto, const std::string& cartellaDati);
-
 struct EsitoProspettoArchivio {
   // Whether the window moves its check mark to this report: false only when no member is an archive,
   // since then nothing at all changes.

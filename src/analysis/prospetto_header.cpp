@@ -1,6 +1,7 @@
 #include "analysis/prospetto_header.h"
 
 #include "analysis/testo.h"
+#include "collection/membri.h"
 #include "support/files.h"
 #include "support/valori.h"
 
@@ -32,7 +33,7 @@ std::string TestoHeader(const formats::InfoHeader& h, std::span<const formats::T
 std::optional<std::string> ProspettoHeader(const std::string& cartellaDati,
                                            std::span<const formats::TestoFlag> tabellaFlag,
                                            formats::InfoHeader& header, support::Messaggi& messaggi) {
-  const std::string percorso = cartellaDati + "\\infofile.bin";
+  const std::string percorso = collection::FileDati(cartellaDati, collection::Membro::intestazione);
   // A file that exists but cannot be opened is told the same way as a missing one: the user can do nothing
   // different about it, and the record and the text stay as they were in both cases.
   if (!support::FileExists(percorso) || !formats::LeggiInfoHeader(percorso, &header)) {

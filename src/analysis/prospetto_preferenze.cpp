@@ -1,6 +1,7 @@
 #include "analysis/prospetto_preferenze.h"
 
 #include "analysis/testo.h"
+#include "collection/membri.h"
 #include "support/data.h"
 #include "support/files.h"
 #include "support/valori.h"
@@ -54,7 +55,7 @@ std::string TestoPreferenze(const formats::PrefRecord& p) {
 }
 
 std::optional<std::string> ProspettoPreferenze(const std::string& cartellaDati, support::Messaggi& messaggi) {
-  const std::string percorso = cartellaDati + "\\ordelio.prf";
+  const std::string percorso = collection::FileDati(cartellaDati, collection::Membro::preferenze);
   if (!support::FileExists(percorso)) {
     messaggi.Critico("Non trovo file: " + percorso);
     return std::nullopt;

@@ -2,19 +2,17 @@
 
 #include <algorithm>
 #include <iterator>
-#include <nlohmann/json.hpp>
 #include <unordered_set>
 
 #include "analysis/analisi_backup.h"
 #include "analysis/elenchi.h"
-#include "analysis/forma_analisi.h"
-#include "analysis/prospetto_archivio.h"
 #include "analysis/riepilogo_installazione.h"
+#include "analysis/testi.h"
 #include "analysis/testo.h"
+#include "collection/membri.h"
 #include "formats/archivio.h"
 #include "formats/info_header.h"
 #include "formats/preferenze.h"
-#include "formats/script.h"
 #include "host/machine.h"
 #include "host/nomi.h"
 #include "support/files.h"
@@ -25,7 +23,6 @@ namespace {
 
 // Below this a drive is too full for the editor to build its levels.
 constexpr double kSpazioMinimo = 200.0 * 1024 * 1024;
-constexpr std::size_t kColonnaId = 27;
 
 // What went wrong reading a list, as the reason of a finding: the messages its reader would have shown, ""
 // when it read cleanly (the entries read so far are kept either way).
@@ -33,18 +30,6 @@ std::string Problema(const ElencoLetto& letto) {
   std::string problema;
   for (const auto& m : letto.messaggi) problema += (problema.empty() ? "" : "; ") + m.second;
   return problema;
-}
-
-// The one place where script.dat is read: the level files it names, as the script report prints them,
-// leaving out the empty entries of a script with fewer names than its count.
-std::vector<std::string> LeggiScript(const std::string& percorso) {
-  std::int32_t numero = 0;
-  std::vector<std::string> livelli;
-  formats::LeggiLivelliScript(percorso, numero, livelli);
-  if (numero < 0) numero = 0;
-  livelli.resize(std::min(livelli.size(), static_cast<std::size_t>(numero)));
-  std::erase_if(livelli, [](const std::string& l) { return l.empty(); });
-  return livelli;
 }
 
 // A Windows folder path as compared: upper case, no closing backslash.
@@ -96,7 +81,6 @@ class Verifica {
   Verifica(const std::string& dati, const collection::ContenutoSnapshot& contenuto, std::string programma,
            char separatore, const LettoreElenchi& lettore)
       : cartellaDati_(dati),
-        dati_(dati + "\\"),
         contenuto_(contenuto),
         programma_(std::move(programma)),
         separatore_(separatore),
@@ -107,7 +91,7 @@ class Verifica {
     if (haHeader_) Flag();
     if (haTrle_) {
       if (trleIntero_) {
-        if (haScript_) livelli_ = LeggiScript(dati_ + "script.dat");
+        if (haScript_) livelli_ = LivelliNominati();
         nomiTrle_ = NomiTrle();
         if (haScript_) LivelliScript();
         LivelliVuoti();
@@ -135,8 +119,9 @@ class Verifica {
 
   // A list member, read once; false when the snapshot lacks it. `intero` tells whether it read cleanly:
   // the checks on a list's entries leave out a list that did not, rather than report what is merely unread.
-  bool Elenco(const char* nome, std::shared_ptr<const ElencoLetto>& letto, bool& intero) {
-    const std::string percorso = dati_ + nome;
+  bool Elenco(collection::Membro m, std::shared_ptr<const ElencoLetto>& letto, bool& intero) {
+    const char* nome = collection::VoceDi(m).nomeDati;
+    const std::string percorso = File(m);
     if (!support::FileExists(percorso)) return false;
     letto = lettore_ ? lettore_(nome) : std::make_shared<const ElencoLetto>(LeggiElencoUnaVolta(percorso));
     const std::string problema = Problema(*letto);
@@ -151,45 +136,49 @@ class Verifica {
   }
 
   void Membri() {
-    haHeader_ = support::FileExists(dati_ + "infofile.bin") &&
-                formats::LeggiInfoHeader(dati_ + "infofile.bin", &header_);
-    haPref_ =
-        support::FileExists(dati_ + "ordelio.prf") && formats::LeggiPreferenze(dati_ + "ordelio.prf", &prf_);
-    archivio_ = TrovaArchivio(contenuto_, cartellaDati_);
+    using collection::Membro;
+    const std::string header = File(Membro::intestazione), pref = File(Membro::preferenze);
+    haHeader_ = support::FileExists(header) && formats::LeggiInfoHeader(header, &header_);
+    haPref_ = support::FileExists(pref) && formats::LeggiPreferenze(pref, &prf_);
+    archivio_ = collection::TrovaArchivio(contenuto_, cartellaDati_);
     if (!archivio_.empty() && !support::FileExists(archivio_)) archivio_.clear();
-    haOrdl_ = Elenco("ordl.el", ordl_, ordlIntero_);
-    haTrle_ = Elenco("trle.el", trle_, trleIntero_);
-    haDirarc_ = Elenco("dirarc.el", dirarc_, dirarcIntero_);
-    haScript_ = support::FileExists(dati_ + "script.dat");
-    const struct {
-      const char* nome;
-      bool presente;
-      const char* serve;
-    } membri[] = {
-        {"infofile.bin", haHeader_, "the header report, the flags and the disk space"},
-        {"ordelio.prf", haPref_, "the preferences report and the editor folder check"},
-        {"archivio.qlv", !archivio_.empty(), "the archive report and the archive folder check"},
-        {"ordl.el", haOrdl_, "the Ordelio listing and the backup analysis"},
-        {"trle.el", haTrle_, "the editor listing and the level checks"},
-        {"dirarc.el", haDirarc_, "the archive listing and the archive folder check"},
-        {"ordeio.txt", support::FileExists(dati_ + "ordeio.txt"), "the ordeio.txt report"},
-        {"script.dat", haScript_, "the script report and the level check"},
-    };
+    haOrdl_ = Elenco(Membro::elencoOrdl, ordl_, ordlIntero_);
+    haTrle_ = Elenco(Membro::elencoTrle, trle_, trleIntero_);
+    haDirarc_ = Elenco(Membro::elencoArchivio, dirarc_, dirarcIntero_);
+    haScript_ = support::FileExists(File(Membro::script));
+    const std::array<bool, collection::kMembri.size()> presente = {haHeader_,
+                                                                   haPref_,
+                                                                   !archivio_.empty(),
+                                                                   haOrdl_,
+                                                                   haTrle_,
+                                                                   haDirarc_,
+                                                                   support::FileExists(File(Membro::ordeio)),
+                                                                   haScript_};
     std::int64_t presenti = 0;
-    for (const auto& m : membri) {
-      if (m.presente) {
+    for (const collection::VoceMembro& m : collection::kMembri) {
+      if (presente[static_cast<std::size_t>(m.membro)]) {
         ++presenti;
         continue;
       }
       // Without the header the snapshot did not come whole from a check run.
       Aggiungi(
-          "member.missing", m.nome == std::string("infofile.bin") ? Gravita::fail : Gravita::warn,
-          std::string("The snapshot holds no ") + m.nome, {{"member", m.nome}, {"needed_by", m.serve}},
+          "member.missing", m.membro == Membro::intestazione ? Gravita::fail : Gravita::warn,
+          std::string("The snapshot holds no ") + m.nomeDati,
+          {{"member", m.nomeDati}, {"needed_by", m.serve}},
           "Ask the user for a new snapshot; if it still lacks the file, the file is missing on the machine.");
     }
-    if (presenti == std::ssize(membri))
+    if (presenti == std::ssize(collection::kMembri))
       Aggiungi("member.all-present", Gravita::pass, "The snapshot holds all 8 files the reports read",
                {{"members", presenti}});
+  }
+
+  std::string File(collection::Membro m) const { return collection::FileDati(cartellaDati_, m); }
+
+  // The level files script.dat names, the empty entries of a script with fewer names than its count aside.
+  std::vector<std::string> LivelliNominati() const {
+    std::vector<std::string> livelli = LeggiScript(File(collection::Membro::script)).righe;
+    std::erase_if(livelli, [](const std::string& l) { return l.empty(); });
+    return livelli;
   }
 
   void Flag() {
@@ -409,7 +398,6 @@ class Verifica {
 
   const std::string cartellaDati_;
   // With its closing backslash, for the members' paths.
-  const std::string dati_;
   const collection::ContenutoSnapshot& contenuto_;
   const std::string programma_;
   const char separatore_;
@@ -427,23 +415,6 @@ class Verifica {
   std::vector<std::string> livelli_;
   std::vector<Esito> esiti_;
 };
-
-const char* NomeGravita(Gravita g) {
-  switch (g) {
-    case Gravita::fail:
-      return "fail";
-    case Gravita::warn:
-      return "warn";
-    case Gravita::pass:
-      break;
-  }
-  return "pass";
-}
-
-std::string TestoProva(const Prova& p) {
-  if (const auto* s = std::get_if<std::string>(&p.Valore)) return p.Nome + ": " + *s;
-  return p.Nome + ": " + std::to_string(std::get<std::int64_t>(p.Valore));
-}
 
 }  // namespace
 
@@ -468,61 +439,6 @@ RiepilogoSnapshot ApriEVerifica(const std::string& snapshot, const std::string& 
     r.Esiti = {{"snapshot.unreadable", Gravita::fail, "The snapshot cannot be read", {{"reason", r.Errore}},
                 "Ask the user to send the snapshot again, attached as the file the check wrote."}};
   return r;
-}
-
-std::string TestoRiepilogo(const std::vector<Esito>& esiti) {
-  std::int64_t conta[3] = {};
-  for (const auto& e : esiti) ++conta[static_cast<int>(e.Livello)];
-  std::string t;
-  AggiungiRiga(t, "Findings: " + std::to_string(conta[0]) + " fail, " + std::to_string(conta[1]) + " warn, " +
-                      std::to_string(conta[2]) + " pass");
-  // Laid out for the report area, where the window shows these lines: nothing to scroll sideways for.
-  const std::size_t rientro = 6 + kColonnaId, colonne = ColonneAreaProspetto();
-  for (const Esito& e : esiti) {
-    std::string riga = host::Maiuscolo(NomeGravita(e.Livello)) + "  " + e.Id;
-    riga.append(riga.size() < rientro ? rientro - riga.size() : 1, ' ');
-    AggiungiRigaAvvolta(t, riga + e.Titolo, 0, rientro, colonne);
-    if (e.Livello == Gravita::pass) continue;
-    std::string prove;
-    for (const auto& p : e.Prove) prove += (prove.empty() ? "" : "; ") + TestoProva(p);
-    if (!prove.empty()) AggiungiRigaAvvolta(t, prove, rientro, rientro, colonne);
-    if (!e.Azione.empty()) AggiungiRigaAvvolta(t, "-> " + e.Azione, rientro, rientro + 3, colonne);
-  }
-  return t;
-}
-
-std::string TestoRiepilogo(const RiepilogoSnapshot& r) {
-  return TestoRiepilogo(r.Esiti);
-}
-
-std::string JsonRiepilogo(const std::string& snapshot, const RiepilogoSnapshot& r) {
-  using nlohmann::ordered_json;
-  const auto utf8 = [](const std::string& s) { return host::VersoUtf8(s); };
-  ordered_json j;
-  j["snapshot"] = utf8(snapshot);
-  if (!r.Errore.empty()) j["error"] = r.Errore;
-  ordered_json membri = ordered_json::array();
-  const std::size_t n = std::min(r.Contenuto.Nomi.size(), r.Contenuto.Dimensioni.size());
-  for (std::size_t i = 0; i < n; ++i)
-    membri.push_back({{"name", utf8(r.Contenuto.Nomi[i])}, {"size", r.Contenuto.Dimensioni[i]}});
-  j["members"] = std::move(membri);
-  ordered_json esiti = ordered_json::array();
-  for (const auto& e : r.Esiti) {
-    ordered_json prove = ordered_json::object();
-    for (const auto& p : e.Prove) {
-      if (const auto* s = std::get_if<std::string>(&p.Valore))
-        prove[utf8(p.Nome)] = utf8(*s);
-      else
-        prove[utf8(p.Nome)] = std::get<std::int64_t>(p.Valore);
-    }
-    esiti.push_back({{"id", e.Id},
-                     {"severity", NomeGravita(e.Livello)},
-                     {"title", utf8(e.Titolo)},
-                     {"evidence", std::move(prove)},
-                     {"action", utf8(e.Azione)}});
-  }
-  j["findings"] = std::move(esiti);
-  return j.dump(-1, ' ', false, ordered_json::error_handler_t::replace);
 }
 
 }  // namespace analysis

@@ -22,6 +22,14 @@ std::optional<std::string> MostraOrdelioTxt(const std::string& cartellaDati, sup
 // where the list runs short, none for a count below 1).
 std::string TestoLivelliScript(const std::vector<std::string>& livelli, std::int32_t numero);
 
+// The one reading of a script.dat: the level files as the report lists them, one entry a line ("" where the
+// list runs short, none for a count below 1). `esiste` is false for a file that is not there.
+struct LivelliScript {
+  bool esiste = false;
+  std::vector<std::string> righe;
+};
+LivelliScript LeggiScript(const std::string& percorso);
+
 // The report of `cartellaDati`\script.dat.
 std::optional<std::string> MostraScriptDat(const std::string& cartellaDati, support::Messaggi& messaggi);
 

@@ -1,6 +1,7 @@
 #include "collection/controllo.h"
 
 #include "collection/blocco.h"
+#include "collection/membri.h"
 #include "collection/scansione.h"
 #include "collection/selezione.h"
 #include "collection/snapshot.h"
@@ -91,10 +92,14 @@ void Pul_Start_Click(Principale& p) {
   MembriSnapshot membri;
   std::string cartellaArchivio;
   const std::string& programma = p.CartellaProgramma;
-  const std::string fileInfo = programma + "\\Infofile.bin";
+  // Where each member of the table is found or made.
+  const auto in = [](const std::string& cartella, Membro m) {
+    return cartella + "\\" + VoceDi(m).nomeControllo;
+  };
+  const std::string fileInfo = in(programma, Membro::intestazione);
   AggiungiMembro(membri, fileInfo);
 
-  const std::string prf = cartellaOrdl + "\\ordelio.prf";
+  const std::string prf = in(cartellaOrdl, Membro::preferenze);
   if (!support::FileExists(prf)) {
     header.FlagErrori |= formats::kMancaOrdelioPrf;
   } else {
@@ -116,21 +121,21 @@ void Pul_Start_Click(Principale& p) {
   else
     header.VersioneOrdelio.Assegna(support::GetFileVersion(exe));
 
-  const auto elenca = [&](const char* nome, const std::string& cartella) {
-    const std::string file = programma + nome;
+  const auto elenca = [&](Membro m, const std::string& cartella) {
+    const std::string file = in(programma, m);
     if (CreaElencoFile(file, cartella, {p.Label_Info, p.ProgressBar1, p.Eventi}))
       AggiungiMembro(membri, file);
   };
-  if (!cartellaArchivio.empty()) elenca("\\DirArc.el", cartellaArchivio);
-  elenca("\\TRLE.el", cartellaTrle);
-  elenca("\\ORDL.el", cartellaOrdl);
+  if (!cartellaArchivio.empty()) elenca(Membro::elencoArchivio, cartellaArchivio);
+  elenca(Membro::elencoTrle, cartellaTrle);
+  elenca(Membro::elencoOrdl, cartellaOrdl);
 
-  const std::string ordeio = cartellaTrle + "\\ordeio.txt";
+  const std::string ordeio = in(cartellaTrle, Membro::ordeio);
   if (support::FileExists(ordeio))
     AggiungiMembro(membri, ordeio);
   else
     header.FlagErrori |= formats::kMancaOrdeioTxt;
-  const std::string script = cartellaTrle + "\\script.dat";
+  const std::string script = in(cartellaTrle, Membro::script);
   if (support::FileExists(script))
     AggiungiMembro(membri, script);
   else
@@ -152,8 +157,9 @@ void Pul_Start_Click(Principale& p) {
                         p.SnapshotScritto + " (" + support::FormattaDimensione(err ? 0 : lunghezza) + ")\r\n" +
                         "via email to: " + IndirizzoSupporto());
   }
-  for (const char* nome : {"\\ordl.el", "\\trle.el", "\\dirarc.el", "\\infofile.bin"})
-    support::CancellaFileSotto(programma, programma + nome);
+  for (const Membro m :
+       {Membro::elencoOrdl, Membro::elencoTrle, Membro::elencoArchivio, Membro::intestazione})
+    support::CancellaFileSotto(programma, in(programma, m));
   ChiudiAllaFine(p);
 }
 

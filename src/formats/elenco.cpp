@@ -33,7 +33,8 @@ GuastoElenco LeggiFile(const std::string& percorso, std::string& byte) {
 
 class Cursore {
  public:
-  explicit Cursore(std::string_view byte, std::size_t pos = 0) : byte_(byte), pos_(std::min(pos, byte.size())) {}
+  explicit Cursore(std::string_view byte, std::size_t pos = 0)
+      : byte_(byte), pos_(std::min(pos, byte.size())) {}
   std::size_t Posizione() const { return pos_; }
   std::size_t Restanti() const { return byte_.size() - pos_; }
 

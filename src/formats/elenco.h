@@ -44,7 +44,8 @@ bool CaricaElencoStretto(const std::string& NomeFile, ElencoFile& elenco,
                          support::BarraProgresso* barra = nullptr);
 
 // The same rules over a list's bytes.
-bool DecodificaElencoStretto(std::string_view byte, ElencoFile& elenco, support::BarraProgresso* barra = nullptr);
+bool DecodificaElencoStretto(std::string_view byte, ElencoFile& elenco,
+                             support::BarraProgresso* barra = nullptr);
 // The list's bytes, as ScriviElencoFile writes them.
 std::string CodificaElenco(const ElencoFile& elenco);
 

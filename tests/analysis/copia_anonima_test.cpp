@@ -1,6 +1,6 @@
 // The anonymized copy against its original: snapshots whose account names stand in every member and in the
-// table, in each of the profile paths' forms. The copy must hold no trace of a replaced name, and every report,
-// the findings and the comparison must read it as the original with the stand-ins.
+// table, in each of the profile paths' forms. The copy must hold no trace of a replaced name, and every
+// report, the findings and the comparison must read it as the original with the stand-ins.
 #include <gtest/gtest.h>
 
 #include <set>
@@ -69,9 +69,11 @@ std::string Snapshot(const std::string& a, const std::string& b) {
       {"C:\\Users\\{A}\\AppData\\Local\\CheckORDL\\DirArc.el",
        formats::CodificaElenco(Elenco("C:", {Con("\\Users\\{B}\\Livelli\\uno.tr4", a, b)}))},
       {"C:\\Users\\{A}\\AppData\\Local\\CheckORDL\\TRLE.el",
-       formats::CodificaElenco(Elenco(Con("C:\\Users\\{A}\\Desktop\\Trle", a, b), {"\\tomb4.exe", "\\data\\a.tr4"}))},
+       formats::CodificaElenco(
+           Elenco(Con("C:\\Users\\{A}\\Desktop\\Trle", a, b), {"\\tomb4.exe", "\\data\\a.tr4"}))},
       {"C:\\Users\\{A}\\AppData\\Local\\CheckORDL\\ORDL.el",
-       formats::CodificaElenco(Elenco(Con("D:\\Documents and Settings\\{B}\\Ordelio", a, b), {"\\ordl2009.exe"}))},
+       formats::CodificaElenco(
+           Elenco(Con("D:\\Documents and Settings\\{B}\\Ordelio", a, b), {"\\ordl2009.exe"}))},
       {"C:\\Users\\{A}\\Desktop\\Trle\\ordeio.txt",
        Con("editor=C:\\Users\\{A}\\Desktop\\Trle\r\nwine=/home/{B}/.wine\r\n", a, b)},
       {"C:\\Users\\{A}\\Desktop\\Trle\\script.dat", Script(a)},
@@ -219,8 +221,8 @@ TEST(CopiaAnonima, NomiNeiPercorsi) {
   const Riga righe[] = {
       {"C:\\Users\\Mario\\Desktop", "Mario|"},
       {"e:/users/mario rossi/x", "mario rossi|"},
-      {"C:\\Users\\Mario   ", "Mario|"},                       // a fixed field's blanks
-      {std::string("C:\\Users\\Al\0junk", 16), "Al|"},          // a C string's end
+      {"C:\\Users\\Mario   ", "Mario|"},                           // a fixed field's blanks
+      {std::string("C:\\Users\\Al\0junk", 16), "Al|"},             // a C string's end
       {"C:\\Users\\Public\\Documents C:\\Users\\Default\\x", ""},  // nobody's profiles
       {"C:\\Users\\%USERNAME%\\x", ""},
       {"C:\\Users\\", ""},
@@ -277,7 +279,8 @@ TEST(CopiaAnonima, AutoriSoloARichiesta) {
   l.Autore_Sito.Assegna("");
   collection::SnapshotInMemoria s;
   s.tabella = {2, {"C:\\A\\archivio.qlv", "C:\\B\\altro.qlv"}, {}};
-  for (int i = 0; i < 2; ++i) s.corpi.push_back(formats::CodificaArchivioHeader({}) + formats::CodificaArchivioLivello(l));
+  for (int i = 0; i < 2; ++i)
+    s.corpi.push_back(formats::CodificaArchivioHeader({}) + formats::CodificaArchivioLivello(l));
   s.tabella.Dimensioni.assign(2, static_cast<std::int32_t>(s.corpi[0].size()));
 
   EXPECT_EQ(analysis::Anonimizza(s, {}).copia.corpi, s.corpi);
@@ -301,8 +304,8 @@ TEST(CopiaAnonima, CheNonSiPuoFare) {
   };
   const Riga righe[] = {
       {{"C:\\manca.bin", "C:\\c.bin"}, "The snapshot cannot be read: C:\\manca.bin: the file does not exist"},
-      {{"C:\\corto.bin", "C:\\c.bin"}, std::string("The snapshot cannot be read: C:\\corto.bin: ") +
-                                           analysis::kSnapshotIlleggibile},
+      {{"C:\\corto.bin", "C:\\c.bin"},
+       std::string("The snapshot cannot be read: C:\\corto.bin: ") + analysis::kSnapshotIlleggibile},
       {{"C:\\buono.bin", "c:\\BUONO.bin"},
        "The anonymized copy must not replace the snapshot C:\\buono.bin: choose another name"},
       {{"C:\\buono.bin", "C:\\c.bin", {}, "C:\\buono.bin"},

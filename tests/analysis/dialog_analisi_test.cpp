@@ -78,17 +78,20 @@ TEST(DialogAnalisi, CopiaAnonima) {
   analysis::mnu_SalvaCopiaAnonima_Click(a.d);
   EXPECT_EQ(a.dialogo.NomeFile(), "C:\\copia.bin");
   EXPECT_EQ(MacchinaProva::LeggiHost(m.C("copia.bin")), MacchinaProva::LeggiHost(m.C("snap.bin")));
-  EXPECT_EQ(a.messaggi.tutti, V{"plain: The anonymized copy is saved as C:\\copia.bin.\r\nNo account name was found "
-                                "in its paths: it holds what the snapshot holds."});
+  EXPECT_EQ(a.messaggi.tutti,
+            V{"plain: The anonymized copy is saved as C:\\copia.bin.\r\nNo account name was found "
+              "in its paths: it holds what the snapshot holds."});
   EXPECT_EQ(a.area.Testo(), testo);
   EXPECT_EQ(a.Segnate(), Voci{Voce::mnu_ShowInfoHeader});
 
   support::DidascaliaMuta info;
   support::BarraMuta barra;
-  ASSERT_TRUE(collection::SalvaSnapshot("C:\\snap.bin", {"C:\\Infofile.bin", "C:\\copia.bin"}, 2, info, barra));
+  ASSERT_TRUE(
+      collection::SalvaSnapshot("C:\\snap.bin", {"C:\\Infofile.bin", "C:\\copia.bin"}, 2, info, barra));
   a.dialogo.Scegli("C:\\altra.bin");
   analysis::mnu_SalvaCopiaAnonima_Click(a.d);
-  EXPECT_EQ(a.messaggi.tutti.back(), "critical: The snapshot C:\\snap.bin has changed since it was opened: open it again");
+  EXPECT_EQ(a.messaggi.tutti.back(),
+            "critical: The snapshot C:\\snap.bin has changed since it was opened: open it again");
   EXPECT_FALSE(MacchinaProva::EsisteHost(m.C("altra.bin")));
 }
 

@@ -1,0 +1,91 @@
+// The findings as the supporter reads them: text laid out for the report area, and JSON for a script.
+#include <algorithm>
+#include <nlohmann/json.hpp>
+
+#include "analysis/forma_analisi.h"
+#include "analysis/riepilogo.h"
+#include "analysis/testo.h"
+#include "host/machine.h"
+#include "host/nomi.h"
+
+namespace analysis {
+namespace {
+
+// Where the titles begin, behind the severity and the longest identifier.
+constexpr std::size_t kColonnaId = 27;
+
+const char* NomeGravita(Gravita g) {
+  switch (g) {
+    case Gravita::fail:
+      return "fail";
+    case Gravita::warn:
+      return "warn";
+    case Gravita::pass:
+      break;
+  }
+  return "pass";
+}
+
+std::string TestoProva(const Prova& p) {
+  if (const auto* s = std::get_if<std::string>(&p.Valore)) return p.Nome + ": " + *s;
+  return p.Nome + ": " + std::to_string(std::get<std::int64_t>(p.Valore));
+}
+
+}  // namespace
+
+std::string TestoRiepilogo(const std::vector<Esito>& esiti) {
+  std::int64_t conta[3] = {};
+  for (const auto& e : esiti) ++conta[static_cast<int>(e.Livello)];
+  std::string t;
+  AggiungiRiga(t, "Findings: " + std::to_string(conta[0]) + " fail, " + std::to_string(conta[1]) + " warn, " +
+                      std::to_string(conta[2]) + " pass");
+  // Laid out for the report area, where the window shows these lines: nothing to scroll sideways for.
+  const std::size_t rientro = 6 + kColonnaId, colonne = ColonneAreaProspetto();
+  for (const Esito& e : esiti) {
+    std::string riga = host::Maiuscolo(NomeGravita(e.Livello)) + "  " + e.Id;
+    riga.append(riga.size() < rientro ? rientro - riga.size() : 1, ' ');
+    AggiungiRigaAvvolta(t, riga + e.Titolo, 0, rientro, colonne);
+    if (e.Livello == Gravita::pass) continue;
+    std::string prove;
+    for (const auto& p : e.Prove) prove += (prove.empty() ? "" : "; ") + TestoProva(p);
+    if (!prove.empty()) AggiungiRigaAvvolta(t, prove, rientro, rientro, colonne);
+    if (!e.Azione.empty()) AggiungiRigaAvvolta(t, "-> " + e.Azione, rientro, rientro + 3, colonne);
+  }
+  return t;
+}
+
+std::string TestoRiepilogo(const RiepilogoSnapshot& r) {
+  return TestoRiepilogo(r.Esiti);
+}
+
+std::string JsonRiepilogo(const std::string& snapshot, const RiepilogoSnapshot& r) {
+  using nlohmann::ordered_json;
+  const auto utf8 = [](const std::string& s) { return host::VersoUtf8(s); };
+  ordered_json j;
+  j["snapshot"] = utf8(snapshot);
+  if (!r.Errore.empty()) j["error"] = r.Errore;
+  ordered_json membri = ordered_json::array();
+  const std::size_t n = std::min(r.Contenuto.Nomi.size(), r.Contenuto.Dimensioni.size());
+  for (std::size_t i = 0; i < n; ++i)
+    membri.push_back({{"name", utf8(r.Contenuto.Nomi[i])}, {"size", r.Contenuto.Dimensioni[i]}});
+  j["members"] = std::move(membri);
+  ordered_json esiti = ordered_json::array();
+  for (const auto& e : r.Esiti) {
+    ordered_json prove = ordered_json::object();
+    for (const auto& p : e.Prove) {
+      if (const auto* s = std::get_if<std::string>(&p.Valore))
+        prove[utf8(p.Nome)] = utf8(*s);
+      else
+        prove[utf8(p.Nome)] = std::get<std::int64_t>(p.Valore);
+    }
+    esiti.push_back({{"id", e.Id},
+                     {"severity", NomeGravita(e.Livello)},
+                     {"title", utf8(e.Titolo)},
+                     {"evidence", std::move(prove)},
+                     {"action", utf8(e.Azione)}});
+  }
+  j["findings"] = std::move(esiti);
+  return j.dump(-1, ' ', false, ordered_json::error_handler_t::replace);
+}
+
+}  // namespace analysis

@@ -1,0 +1,81 @@
+// The files a snapshot carries, one row each: the name the check run packs it under, the name the reports ask
+// the working folder for, what needs it, and which reader takes its bytes. The check run, the reports, the
+// findings, the comparison and the anonymized copy all find a member here.
+#pragma once
+
+#include <array>
+#include <optional>
+#include <string>
+
+#include "collection/snapshot.h"
+
+namespace collection {
+
+enum class Membro {
+  intestazione,
+  preferenze,
+  archivio,
+  elencoOrdl,
+  elencoTrle,
+  elencoArchivio,
+  ordeio,
+  script
+};
+
+// How a member's bytes are read.
+enum class Lettore { infoHeader, preferenze, archivio, elenco, testo, script };
+
+struct VoceMembro {
+  Membro membro;
+  // As the check run writes or finds it: the program folder's working files, Ordelio's settings, the
+  // archive as the settings name it (any name; the reports take the first ".qlv" of the table), the editor's
+  // two files.
+  const char* nomeControllo;
+  // As the reports ask the working folder for it (the archive: by its own name).
+  const char* nomeDati;
+  // What needs it: the finding of a missing member says so.
+  const char* serve;
+  Lettore lettore;
+};
+
+// In the order of the report menu.
+inline constexpr std::array<VoceMembro, 8> kMembri = {{
+    {Membro::intestazione, "Infofile.bin", "infofile.bin", "the header report, the flags and the disk space",
+     Lettore::infoHeader},
+    {Membro::preferenze, "ordelio.prf", "ordelio.prf", "the preferences report and the editor folder check",
+     Lettore::preferenze},
+    {Membro::archivio, "archivio.qlv", "archivio.qlv", "the archive report and the archive folder check",
+     Lettore::archivio},
+    {Membro::elencoOrdl, "ORDL.el", "ordl.el", "the Ordelio listing and the backup analysis",
+     Lettore::elenco},
+    {Membro::elencoTrle, "TRLE.el", "trle.el", "the editor listing and the level checks", Lettore::elenco},
+    {Membro::elencoArchivio, "DirArc.el", "dirarc.el", "the archive listing and the archive folder check",
+     Lettore::elenco},
+    {Membro::ordeio, "ordeio.txt", "ordeio.txt", "the ordeio.txt report", Lettore::testo},
+    {Membro::script, "script.dat", "script.dat", "the script report and the level check", Lettore::script},
+}};
+
+constexpr const VoceMembro& VoceDi(Membro m) {
+  return kMembri[static_cast<std::size_t>(m)];
+}
+
+constexpr bool MembriInOrdine() {
+  for (std::size_t i = 0; i < kMembri.size(); ++i)
+    if (static_cast<std::size_t>(kMembri[i].membro) != i) return false;
+  return true;
+}
+static_assert(MembriInOrdine());
+
+// `cartella` + "\" + the member's name in the working folder.
+inline std::string FileDati(const std::string& cartella, Membro m) {
+  return cartella + "\\" + VoceDi(m).nomeDati;
+}
+
+// Which member a name of the snapshot's table is, by its last component as the reports find it (without
+// regard to case; any ".qlv" is an archive); nothing for a file no report reads.
+std::optional<Membro> MembroDiNome(const std::string& nomeTabella);
+
+// The archive of an unpacked snapshot: the first ".qlv" of its table, in `cartellaDati`; "" when it has none.
+std::string TrovaArchivio(const ContenutoSnapshot& contenuto, const std::string& cartellaDati);
+
+}  // namespace collection
