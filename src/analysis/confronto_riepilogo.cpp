@@ -19,7 +19,7 @@ struct Voce {
 // A finding is the same one on both sides when its identifier and the thing it names (its first piece of
 // evidence, where that is a name) agree: a level still missing, a drive still low.
 const std::string* Nome(const Esito& e) {
-  return e.Prove.empty() ? nullptr : std::get_if<std::string>(&e.Prove.front().Valore);
+  return e.Evidenze.empty() ? nullptr : std::get_if<std::string>(&e.Evidenze.front().Valore);
 }
 
 std::string Chiave(const Esito& e) {

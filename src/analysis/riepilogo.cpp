@@ -112,9 +112,9 @@ class Verifica {
   }
 
  private:
-  void Aggiungi(const char* id, Gravita g, std::string titolo, std::vector<Prova> prove = {},
+  void Aggiungi(const char* id, Gravita g, std::string titolo, std::vector<Evidenza> evidenze = {},
                 std::string azione = {}) {
-    esiti_.push_back({id, g, std::move(titolo), std::move(prove), std::move(azione)});
+    esiti_.push_back({id, g, std::move(titolo), std::move(evidenze), std::move(azione)});
   }
 
   // A list member, read once; false when the snapshot lacks it. `intero` tells whether it read cleanly:
@@ -268,14 +268,14 @@ class Verifica {
 
   void CartellaEditor() {
     const std::string pathTrle = support::PulisciStringa(prf_.PathTRLE.Testo());
-    const std::vector<Prova> prove = {{"PathTRLE", pathTrle}, {"editor_folder", trle_->elenco.CartellaBase}};
+    const std::vector<Evidenza> evidenze = {{"PathTRLE", pathTrle}, {"editor_folder", trle_->elenco.CartellaBase}};
     if (CartellaConfrontabile(pathTrle) == CartellaConfrontabile(trle_->elenco.CartellaBase))
       Aggiungi("prefs.same-editor-folder", Gravita::pass,
-               "Ordelio points at the editor folder that was checked", prove);
+               "Ordelio points at the editor folder that was checked", evidenze);
     else
       Aggiungi(
           "prefs.other-editor-folder", Gravita::fail,
-          "Ordelio points at another editor folder than the one that was checked", prove,
+          "Ordelio points at another editor folder than the one that was checked", evidenze,
           "Set the editor folder in Ordelio's settings to the level editor the user plays, or check that "
           "folder instead.");
   }
@@ -292,19 +292,19 @@ class Verifica {
       if (fine != std::string::npos) cartelle.insert(host::Maiuscolo(nome.substr(inizio, fine - inizio)));
     }
     const auto numero = static_cast<std::int64_t>(cartelle.size());
-    const std::vector<Prova> prove = {{"TotLivelli", std::int64_t{h.TotLivelli}},
+    const std::vector<Evidenza> evidenze = {{"TotLivelli", std::int64_t{h.TotLivelli}},
                                       {"folders", numero},
                                       {"archive_folder", dirarc_->elenco.CartellaBase}};
     if (numero < h.TotLivelli)
       Aggiungi("archive.few-folders", Gravita::warn,
                "The archive lists " + std::to_string(h.TotLivelli) + " levels but its folder holds " +
                    std::to_string(numero) + " level folders",
-               prove, "Restore the missing level folders from a backup, or let Ordelio rebuild its archive.");
+               evidenze, "Restore the missing level folders from a backup, or let Ordelio rebuild its archive.");
     else
       Aggiungi(
           "archive.folders-match", Gravita::pass,
           "The archive folder holds a folder for each of the " + std::to_string(h.TotLivelli) + " levels",
-          prove);
+          evidenze);
   }
 
   void Installazione() {
@@ -382,18 +382,18 @@ class Verifica {
     support::BarraMuta barra;
     TotaliBackup t;
     TestoAnalisiBackup(liste, campione, MisuraCopieCampione(), fileTrovati, barra, separatore_, &t);
-    const std::vector<Prova> prove = {{"sample_files", t.Campione}, {"correct", t.Corretti},
+    const std::vector<Evidenza> evidenze = {{"sample_files", t.Campione}, {"correct", t.Corretti},
                                       {"missing", t.Mancanti},      {"larger", t.Maggiori},
                                       {"smaller", t.Minori},        {"cd_originals", t.OriginaliCd}};
     if (t.Mancanti + t.Maggiori + t.Minori > 0)
       Aggiungi("backup.differs", Gravita::warn,
                "backup_trle differs from the sample: " + std::to_string(t.Mancanti) + " missing, " +
                    std::to_string(t.Maggiori) + " larger, " + std::to_string(t.Minori) + " smaller",
-               prove,
+               evidenze,
                "Run the backup analysis for the files, and have the user restore them from the sample.");
     else
       Aggiungi("backup.matches", Gravita::pass,
-               "backup_trle matches the sample (" + std::to_string(t.Corretti) + " files)", prove);
+               "backup_trle matches the sample (" + std::to_string(t.Corretti) + " files)", evidenze);
   }
 
   const std::string cartellaDati_;

@@ -39,7 +39,7 @@ namespace analysis {
 enum class Gravita { fail, warn, pass };
 
 // One fact a finding rests on: a name, a size, a value. Text in Windows-1252.
-struct Prova {
+struct Evidenza {
   std::string Nome;
   std::variant<std::string, std::int64_t> Valore;
 };
@@ -48,7 +48,7 @@ struct Esito {
   std::string Id;
   Gravita Livello = Gravita::pass;
   std::string Titolo;
-  std::vector<Prova> Prove;
+  std::vector<Evidenza> Evidenze;
   // What the user should do; empty for a pass.
   std::string Azione;
 };

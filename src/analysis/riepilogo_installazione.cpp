@@ -59,24 +59,24 @@ class Installazione {
   }
 
  private:
-  void Avvisa(const char* id, std::string titolo, std::vector<Prova> prove, std::string azione) {
-    esiti_.push_back({id, Gravita::warn, std::move(titolo), std::move(prove), std::move(azione)});
+  void Avvisa(const char* id, std::string titolo, std::vector<Evidenza> evidenze, std::string azione) {
+    esiti_.push_back({id, Gravita::warn, std::move(titolo), std::move(evidenze), std::move(azione)});
   }
 
   void Cartella(const std::string& ruolo, const formats::ElencoFile& elenco) {
     const std::string cartella = SenzaBarra(elenco.CartellaBase);
-    const std::vector<Prova> prova = {{"folder", ruolo}, {"path", cartella}};
+    const std::vector<Evidenza> evidenza = {{"folder", ruolo}, {"path", cartella}};
     if (SottoProgrammi(cartella))
-      Avvisa("install.program-files", "The " + ruolo + " folder is below a Program Files folder", prova,
+      Avvisa("install.program-files", "The " + ruolo + " folder is below a Program Files folder", evidenza,
              std::string("Files the level tools write there may live in the user's VirtualStore and differ "
                          "from what others see; installing in a folder of the user's, ") +
                  kAltrove + ", avoids it.");
     if (!SoloAscii(cartella))
-      Avvisa("install.non-ascii-path", "The " + ruolo + " folder's path has characters outside ASCII", prova,
+      Avvisa("install.non-ascii-path", "The " + ruolo + " folder's path has characters outside ASCII", evidenza,
              std::string("Move the installation to a folder whose path is plain ASCII, ") + kAltrove +
                  ": the level tools may not open it.");
     if (SottoOneDrive(cartella))
-      Avvisa("install.onedrive", "The " + ruolo + " folder is below a OneDrive folder", prova,
+      Avvisa("install.onedrive", "The " + ruolo + " folder is below a OneDrive folder", evidenza,
              std::string("Move the installation out of OneDrive into a folder of the user's, ") + kAltrove +
                  ": OneDrive may keep files online only or lock them while it syncs.");
     if (cartella.size() + kMargine >= kLimite)

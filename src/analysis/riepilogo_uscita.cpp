@@ -26,7 +26,7 @@ const char* NomeGravita(Gravita g) {
   return "pass";
 }
 
-std::string TestoProva(const Prova& p) {
+std::string TestoEvidenza(const Evidenza& p) {
   if (const auto* s = std::get_if<std::string>(&p.Valore)) return p.Nome + ": " + *s;
   return p.Nome + ": " + std::to_string(std::get<std::int64_t>(p.Valore));
 }
@@ -46,9 +46,9 @@ std::string TestoRiepilogo(const std::vector<Esito>& esiti) {
     riga.append(riga.size() < rientro ? rientro - riga.size() : 1, ' ');
     AggiungiRigaAvvolta(t, riga + e.Titolo, 0, rientro, colonne);
     if (e.Livello == Gravita::pass) continue;
-    std::string prove;
-    for (const auto& p : e.Prove) prove += (prove.empty() ? "" : "; ") + TestoProva(p);
-    if (!prove.empty()) AggiungiRigaAvvolta(t, prove, rientro, rientro, colonne);
+    std::string evidenze;
+    for (const auto& p : e.Evidenze) evidenze += (evidenze.empty() ? "" : "; ") + TestoEvidenza(p);
+    if (!evidenze.empty()) AggiungiRigaAvvolta(t, evidenze, rientro, rientro, colonne);
     if (!e.Azione.empty()) AggiungiRigaAvvolta(t, "-> " + e.Azione, rientro, rientro + 3, colonne);
   }
   return t;
@@ -71,17 +71,17 @@ std::string JsonRiepilogo(const std::string& snapshot, const RiepilogoSnapshot& 
   j["members"] = std::move(membri);
   ordered_json esiti = ordered_json::array();
   for (const auto& e : r.Esiti) {
-    ordered_json prove = ordered_json::object();
-    for (const auto& p : e.Prove) {
+    ordered_json evidenze = ordered_json::object();
+    for (const auto& p : e.Evidenze) {
       if (const auto* s = std::get_if<std::string>(&p.Valore))
-        prove[utf8(p.Nome)] = utf8(*s);
+        evidenze[utf8(p.Nome)] = utf8(*s);
       else
-        prove[utf8(p.Nome)] = std::get<std::int64_t>(p.Valore);
+        evidenze[utf8(p.Nome)] = std::get<std::int64_t>(p.Valore);
     }
     esiti.push_back({{"id", e.Id},
                      {"severity", NomeGravita(e.Livello)},
                      {"title", utf8(e.Titolo)},
-                     {"evidence", std::move(prove)},
+                     {"evidence", std::move(evidenze)},
                      {"action", utf8(e.Azione)}});
   }
   j["findings"] = std::move(esiti);

@@ -104,7 +104,7 @@ std::string Esiti(const std::vector<analysis::Esito>& esiti) {
   std::string t;
   for (const auto& e : esiti) {
     t += e.Id + "|" + e.Titolo + "|" + e.Azione;
-    for (const auto& p : e.Prove)
+    for (const auto& p : e.Evidenze)
       t += "|" + p.Nome + "=" +
            (std::holds_alternative<std::string>(p.Valore) ? std::get<std::string>(p.Valore)
                                                           : std::to_string(std::get<std::int64_t>(p.Valore)));
