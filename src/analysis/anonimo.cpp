@@ -148,15 +148,19 @@ std::string AnonimizzaTesto(std::string_view testo, Sostituti& s, std::int64_t& 
   return Sostituisci(testo, tratti, [&](std::string_view nome) { return s.Di(Genere::utente, nome); });
 }
 
+void SostituisciInPosto(std::string& byte, const Tratto& t, Sostituti& s, std::int64_t& sostituzioni) {
+  const std::string nome = byte.substr(t.posizione, t.lunghezza);
+  byte.replace(t.posizione, t.lunghezza, SostitutoLungo(s.Di(Genere::utente, nome), t.lunghezza));
+  ++sostituzioni;
+}
+
 void AnonimizzaInPosto(std::string& byte, std::size_t da, std::size_t a, Sostituti& s,
                        std::int64_t& sostituzioni, bool ripasso) {
   const std::string_view parte = std::string_view(byte).substr(da, a - da);
-  for (const Tratto& t : NomiNelTesto(parte)) {
-    const std::string_view nome = parte.substr(t.posizione, t.lunghezza);
-    if (ripasso && s.GiaSostituto(nome)) continue;
-    const std::string lungo = SostitutoLungo(s.Di(Genere::utente, nome), t.lunghezza);
-    byte.replace(da + t.posizione, t.lunghezza, lungo);
-    ++sostituzioni;
+  for (Tratto t : NomiNelTesto(parte)) {
+    if (ripasso && s.GiaSostituto(parte.substr(t.posizione, t.lunghezza))) continue;
+    t.posizione += da;
+    SostituisciInPosto(byte, t, s, sostituzioni);
   }
 }
 
@@ -164,7 +168,8 @@ void AnonimizzaCampo(std::string& byte, std::size_t da, std::size_t lunghezza, S
                      std::int64_t& sostituzioni) {
   if (da >= byte.size()) return;
   const std::string_view campo = std::string_view(byte).substr(da, lunghezza);
-  const std::vector<Tratto> tratti = NomiNelTesto(campo);
+  std::vector<Tratto> tratti = NomiNelTesto(campo);
+  std::erase_if(tratti, [&](const Tratto& t) { return s.GiaSostituto(campo.substr(t.posizione, t.lunghezza)); });
   if (tratti.empty()) return;
   std::string nuovo =
       Sostituisci(campo, tratti, [&](std::string_view nome) { return s.Di(Genere::utente, nome); });
@@ -172,7 +177,7 @@ void AnonimizzaCampo(std::string& byte, std::size_t da, std::size_t lunghezza, S
   // A field the stand-ins would overflow keeps every name's place instead: a cut stand-in could read as
   // anything.
   if (nuovo.find_last_not_of(riempimento) >= campo.size()) {
-    AnonimizzaInPosto(byte, da, da + campo.size(), s, sostituzioni);
+    AnonimizzaInPosto(byte, da, da + campo.size(), s, sostituzioni, true);
     return;
   }
   sostituzioni += static_cast<std::int64_t>(tratti.size());

@@ -54,13 +54,15 @@ std::vector<Tratto> NomiNelTesto(std::string_view testo);
 
 // Replaces the account names of `testo`; `sostituzioni` grows by their number.
 std::string AnonimizzaTesto(std::string_view testo, Sostituti& s, std::int64_t& sostituzioni);
+// One name of `byte`, found by NomiNelTesto, by its stand-in made as long as the name.
+void SostituisciInPosto(std::string& byte, const Tratto& t, Sostituti& s, std::int64_t& sostituzioni);
 // The same where no offset may move: each stand-in as long as the name it replaces. A `ripasso` over bytes
 // partly replaced already passes over the stand-ins it meets.
 void AnonimizzaInPosto(std::string& byte, std::size_t da, std::size_t a, Sostituti& s,
                        std::int64_t& sostituzioni, bool ripasso = false);
 // A fixed field of `byte` from `da`, `lunghezza` long (or as far as `byte` goes): the text replaced, then
 // filled to the field's length with the byte the field ended with (blank or NUL); where the text would not
-// fit, each stand-in as long as its name.
+// fit, each stand-in as long as its name. Stand-ins already there (made to a name's length) stay.
 void AnonimizzaCampo(std::string& byte, std::size_t da, std::size_t lunghezza, Sostituti& s,
                      std::int64_t& sostituzioni);
 // A name relative to the folder `base` (a list's entry): the profile path may begin in the folder. With

@@ -3,6 +3,8 @@
 #include <limits>
 #include <new>
 #include <optional>
+#include <set>
+#include <utility>
 
 #include "analysis/riepilogo.h"
 #include "collection/membri.h"
@@ -55,13 +57,10 @@ class Anonimizzatore {
   std::string Corpo(std::optional<Lettore> lettore, std::string byte, std::int64_t& n) {
     switch (lettore.value_or(Lettore::script)) {
       case Lettore::infoHeader:
-        Record(byte, 0, formats::CampiTestoInfoHeader(), n);
-        break;
       case Lettore::preferenze:
-        Record(byte, 0, formats::CampiTestoPreferenze(), n);
-        break;
       case Lettore::archivio:
-        Archivio(byte, n);
+        Record(byte, CampiDi(*lettore, byte.size()), n);
+        if (*lettore == Lettore::archivio && opzioni_.autori) Autori(byte, n);
         break;
       case Lettore::elenco:
         return Elenco(std::move(byte), n);
@@ -91,20 +90,40 @@ class Anonimizzatore {
     return r;
   }
 
-  void Record(std::string& byte, std::size_t da, const std::vector<formats::CampoTesto>& campi,
-              std::int64_t& n) {
-    for (const formats::CampoTesto& c : campi) AnonimizzaCampo(byte, da + c.posizione, c.lunghezza, s_, n);
+  // The places of a record member's fixed strings: the record's own, or the archive's header's and each
+  // level's, wherever one begins (a cut last one as far as it goes).
+  static std::vector<formats::CampoTesto> CampiDi(Lettore lettore, std::size_t dimensione) {
+    if (lettore == Lettore::infoHeader) return formats::CampiTestoInfoHeader();
+    if (lettore == Lettore::preferenze) return formats::CampiTestoPreferenze();
+    std::vector<formats::CampoTesto> campi = formats::CampiTestoArchivioHeader();
+    const std::vector<formats::CampoTesto> livello = formats::CampiTestoLivello();
+    for (std::size_t da = formats::ArchivioHeader::kDimensione; da < dimensione;
+         da += formats::ArchivioLivello::kDimensione)
+      for (formats::CampoTesto c : livello) {
+        c.posizione += da;
+        campi.push_back(c);
+      }
+    return campi;
   }
 
-  // The header, then a level record wherever one begins, a cut last one as far as it goes.
-  void Archivio(std::string& byte, std::int64_t& n) {
-    Record(byte, 0, formats::CampiTestoArchivioHeader(), n);
-    const auto campi = formats::CampiTestoLivello();
+  // A name that no one field holds whole behind its folder of profiles (a path across two fields, or outside
+  // them) is replaced in place first: the fields' own replacements move text within a field, and would cut
+  // such a path where a later look could no longer find its name.
+  void Record(std::string& byte, const std::vector<formats::CampoTesto>& campi, std::int64_t& n) {
+    std::set<std::pair<std::size_t, std::size_t>> neiCampi;
+    for (const formats::CampoTesto& c : campi)
+      if (c.posizione < byte.size())
+        for (const Tratto& t : NomiNelTesto(std::string_view(byte).substr(c.posizione, c.lunghezza)))
+          neiCampi.insert({c.posizione + t.posizione, t.lunghezza});
+    for (const Tratto& t : NomiNelTesto(byte))
+      if (!neiCampi.contains({t.posizione, t.lunghezza})) SostituisciInPosto(byte, t, s_, n);
+    for (const formats::CampoTesto& c : campi) AnonimizzaCampo(byte, c.posizione, c.lunghezza, s_, n);
+  }
+
+  void Autori(std::string& byte, std::int64_t& n) {
     const formats::CampiAutore autore = formats::CampiAutoreLivello();
     for (std::size_t da = formats::ArchivioHeader::kDimensione; da < byte.size();
          da += formats::ArchivioLivello::kDimensione) {
-      Record(byte, da, campi, n);
-      if (!opzioni_.autori) continue;
       Autore(byte, da + autore.Nome.posizione, autore.Nome.lunghezza, Genere::autore, n);
       Autore(byte, da + autore.Email.posizione, autore.Email.lunghezza, Genere::email, n);
       Autore(byte, da + autore.Sito.posizione, autore.Sito.lunghezza, Genere::sito, n);

@@ -256,7 +256,13 @@ TEST(CopiaAnonima, MembriFuoriForma) {
   host::AccodaLE(tagliato, std::uint32_t{2});
   tagliato += stringa("C:\\Users") + stringa("\\Bob\\a.txt") + stringa("\\Alice\\b");
   const std::string percorso = "C:\\Users\\Bob\\Desktop";
+  // A path across two fields of the settings, behind a name that its own field's replacement moves.
+  std::string attraverso(formats::PrefRecord::kDimensione, ' ');
+  const std::size_t campo = formats::CampiTestoPreferenze().at(0).posizione;
+  attraverso.replace(campo, 22, "C:\\Users\\Mario Rossi\\a");
+  attraverso.replace(campo + 251, 20, "C:\\Users\\Bob\\Desktop");
   const std::pair<std::string, std::string> membri[] = {
+      {"C:\\x\\ordelio.prf", attraverso},
       {"C:\\x\\ORDL.el", tagliato},
       {"C:\\x\\ordelio.prf", percorso + std::string(100, ' ')},  // across the fields of a short record
       {"C:\\x\\Infofile.bin", formats::CodificaInfoHeader({}) + percorso},  // behind the record
@@ -267,6 +273,7 @@ TEST(CopiaAnonima, MembriFuoriForma) {
     const std::string copia = host::Maiuscolo(c.copia.corpi.at(0));
     EXPECT_EQ(copia.size(), corpo.size()) << nome;
     EXPECT_EQ(copia.find("BOB"), std::string::npos) << nome;
+    EXPECT_EQ(copia.find("MARIO"), std::string::npos) << nome;
     EXPECT_EQ(copia.find("ALICE"), std::string::npos) << nome;
     EXPECT_GT(c.membri.at(0).sostituzioni, 0) << nome;
   }
