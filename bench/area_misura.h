@@ -39,7 +39,6 @@ struct Servizi {
   MessaggiErrore messaggi;
   DialogoFisso file;
   support::AppuntiMuti appunti;
-  formats::InfoHeader header;
 };
 
 inline bool Argomenti(int argc, const char* programma) {

@@ -26,7 +26,7 @@ int main(int argc, char** argv) {
   QApplication app(argc, argv);
   if (!bench::Argomenti(argc, "checkordl_bench_area")) return 2;
   bench::Servizi s;
-  gui::FinestraAnalisi f(nullptr, s.messaggi, s.file, s.appunti, s.header);
+  gui::FinestraAnalisi f(nullptr, s.messaggi, s.file, s.appunti);
   if (!analysis::ApriFinestra(f.Modello(), argv[1])) return 1;
   f.show();
   bench::Misura(

@@ -21,7 +21,7 @@ bench::Memoria Memoria() {
 int main(int argc, char** argv) {
   if (!bench::Argomenti(argc, "checkordl_bench_area_win32")) return 2;
   bench::Servizi s;
-  win32::FinestraAnalisi f(nullptr, s.messaggi, s.file, s.appunti, s.header);
+  win32::FinestraAnalisi f(nullptr, s.messaggi, s.file, s.appunti);
   if (!analysis::ApriFinestra(f.Modello(), argv[1])) return 1;
   ShowWindow(f.Hwnd(), SW_SHOW);
   const HWND area = f.Controllo("Text_Out");

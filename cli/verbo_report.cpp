@@ -32,8 +32,7 @@ int Prospetti(const std::string& snapshot, const std::vector<std::string>& voci,
   analysis::SegniInMemoria segni;
   support::DialogoFileMuto dialogo;
   support::AppuntiMuti appunti;
-  formats::InfoHeader header;
-  analysis::Dialog_Analisi d{area, cerca, barra, segni, msg, dialogo, appunti, header};
+  analysis::Dialog_Analisi d{area, cerca, barra, segni, msg, dialogo, appunti};
   analysis::ImpostaValori(d, snapshot);
   if (d.Blocco.Occupato()) return 1;
   for (std::size_t i = 0; i < scelte.size(); ++i) {

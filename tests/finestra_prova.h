@@ -159,7 +159,7 @@ class AppuntiProva : public support::Appunti {
 // A whole analysis window of stand-ins; its program folder is C:\Prog unless given.
 struct AnalisiProva {
   explicit AnalisiProva(const std::string& programma = "C:\\Prog")
-      : d{area, cerca, barra, segni, messaggi, dialogo, appunti, header, programma} {}
+      : d{area, cerca, barra, segni, messaggi, dialogo, appunti, programma} {}
   support::AreaTestoInMemoria area{analysis::kTestoIniziale};
   DidascaliaProva cerca;
   BarraProva barra;
@@ -167,7 +167,6 @@ struct AnalisiProva {
   MessaggiProva messaggi;
   DialogoFileProva dialogo;
   AppuntiProva appunti;
-  formats::InfoHeader header;
   analysis::Dialog_Analisi d;
 
   // The items whose mark is set.

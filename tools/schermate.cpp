@@ -47,8 +47,7 @@ int main(int argc, char** argv) {
   gui::FinestraPrincipale principale(servizi);
   ok = Salva(principale, cartella.filePath(QStringLiteral("principale.png"))) && ok;
 
-  gui::FinestraAnalisi analisi(&principale, messaggi, file, appunti,
-                               principale.Modello().InfoHeader);
+  gui::FinestraAnalisi analisi(&principale, messaggi, file, appunti);
   analysis::ImpostaValori(analisi.Modello(), collection::kNomeSnapshot);
   analysis::EseguiVoce(analisi.Modello(), analysis::Voce::mnu_ShowTRLE_Dir);
   analisi.Text_Cerca->setText(QStringLiteral("tomb"));

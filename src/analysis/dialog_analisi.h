@@ -62,10 +62,11 @@ struct Dialog_Analisi {
   // The main window's one file dialog, shared with the opening of the snapshot.
   support::DialogoFile& CommonDialog1;
   support::Appunti& Clipboard;
-  // The process's one header record: the header report loads the snapshot's copy into it.
-  formats::InfoHeader& InfoHeader;
   // The folder of the running program: Dati and the sample lists are there.
   std::string CartellaProgramma = host::CartellaProgramma();
+  // The header report loads the snapshot's copy of the header record here: the window's own, never the
+  // record of start-up that a check run writes from.
+  formats::InfoHeader InfoHeader{};
 
   // What ImpostaValori leaves.
   // The snapshot was unpacked whole into Dati; its file.

@@ -33,9 +33,6 @@ struct Principale {
   bool ChiusuraDelControllo = false;
   // The snapshot the last check run wrote, as the machine names it; "" when it wrote none.
   std::string SnapshotScritto{};
-  // The header record of the reports, which a snapshot's header report overwrites; a check run never reads
-  // it.
-  formats::InfoHeader InfoHeaderProspetti{};
 };
 
 // "Close": ignored during a check run.

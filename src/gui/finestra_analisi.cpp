@@ -38,8 +38,7 @@ void SegniQt::SetChecked(analysis::Voce v, bool segnato) {
 }
 
 FinestraAnalisi::FinestraAnalisi(QWidget* genitore, support::Messaggi& messaggi,
-                                 support::DialogoFile& dialogoFile, support::Appunti& appunti,
-                                 formats::InfoHeader& infoHeader)
+                                 support::DialogoFile& dialogoFile, support::Appunti& appunti)
     : QDialog(genitore, Qt::Dialog | Qt::WindowTitleHint | Qt::WindowCloseButtonHint |
                             Qt::MSWindowsFixedSizeDialogHint),
       Menu(new QMenuBar(this)),
@@ -52,7 +51,7 @@ FinestraAnalisi::FinestraAnalisi(QWidget* genitore, support::Messaggi& messaggi,
       area_(Text_Out),
       cerca_(Text_Cerca),
       barra_(ProgressBar1),
-      modello_{area_, cerca_, barra_, segni_, messaggi, dialogoFile, appunti, infoHeader} {
+      modello_{area_, cerca_, barra_, segni_, messaggi, dialogoFile, appunti} {
   Costruisci();
 }
 

@@ -36,7 +36,7 @@ class SegniQt : public analysis::SegniMenu {
 class FinestraAnalisi : public QDialog {
  public:
   FinestraAnalisi(QWidget* genitore, support::Messaggi& messaggi, support::DialogoFile& dialogoFile,
-                  support::Appunti& appunti, formats::InfoHeader& infoHeader);
+                  support::Appunti& appunti);
 
   analysis::Dialog_Analisi& Modello() { return modello_; }
   AreaTestoQt& Area() { return area_; }

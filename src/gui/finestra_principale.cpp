@@ -100,8 +100,7 @@ FinestraPrincipale::FinestraPrincipale(Servizi servizi)
 void FinestraPrincipale::Pul_EstraiDati_Click() {
   std::string nome;
   if (!analysis::Pul_EstraiDati_Click(modello_, servizi_.dialogoFile, nome)) return;
-  FinestraAnalisi finestra(this, servizi_.messaggi, servizi_.dialogoFile, servizi_.appunti,
-                           modello_.InfoHeaderProspetti);
+  FinestraAnalisi finestra(this, servizi_.messaggi, servizi_.dialogoFile, servizi_.appunti);
   if (analysis::ApriFinestra(finestra.Modello(), nome)) servizi_.mostraAnalisi(finestra);
 }
 

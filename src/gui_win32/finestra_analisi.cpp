@@ -37,10 +37,9 @@ void SegniW::SetChecked(analysis::Voce v, bool segnato) {
   CheckMenuItem(barra_, static_cast<UINT>(IdVoce(v)), MF_BYCOMMAND | (segnato ? MF_CHECKED : MF_UNCHECKED));
 }
 
-FinestraAnalisi::FinestraAnalisi(HWND proprietario, support::Messaggi& messaggi, support::DialogoFile& dialogoFile,
-                                 support::Appunti& appunti, formats::InfoHeader& infoHeader)
-    : menu_(BarraMenu()),
-      modello_{area_, cerca_, barra_, segni_, messaggi, dialogoFile, appunti, infoHeader} {
+FinestraAnalisi::FinestraAnalisi(HWND proprietario, support::Messaggi& messaggi,
+                                 support::DialogoFile& dialogoFile, support::Appunti& appunti)
+    : menu_(BarraMenu()), modello_{area_, cerca_, barra_, segni_, messaggi, dialogoFile, appunti} {
   Crea(analysis::kFormaAnalisi, proprietario, WS_POPUP | WS_CAPTION | WS_SYSMENU, menu_);
   area_.Collega(Controllo("Text_Out"));
   cerca_.Collega(Controllo("Text_Cerca"));

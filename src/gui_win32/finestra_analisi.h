@@ -29,7 +29,7 @@ int IdVoceBarra(const char* nome);
 class FinestraAnalisi : public Finestra {
  public:
   FinestraAnalisi(HWND proprietario, support::Messaggi& messaggi, support::DialogoFile& dialogoFile,
-                  support::Appunti& appunti, formats::InfoHeader& infoHeader);
+                  support::Appunti& appunti);
 
   analysis::Dialog_Analisi& Modello() { return modello_; }
   AreaTestoW& Area() { return area_; }

@@ -47,8 +47,7 @@ bool FinestraPrincipale::Comando(int id, int codice) {
 void FinestraPrincipale::Pul_EstraiDati_Click() {
   std::string nome;
   if (!analysis::Pul_EstraiDati_Click(modello_, servizi_.dialogoFile, nome)) return;
-  FinestraAnalisi finestra(Hwnd(), servizi_.messaggi, servizi_.dialogoFile, servizi_.appunti,
-                           modello_.InfoHeaderProspetti);
+  FinestraAnalisi finestra(Hwnd(), servizi_.messaggi, servizi_.dialogoFile, servizi_.appunti);
   if (analysis::ApriFinestra(finestra.Modello(), nome)) servizi_.mostraAnalisi(finestra);
 }
 

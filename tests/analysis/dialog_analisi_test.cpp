@@ -43,7 +43,7 @@ TEST(DialogAnalisi, ApreLoSnapshotESostituisceDati) {
   EXPECT_TRUE(MacchinaProva::EsisteHost(m.C("Prog/Dati/sub/resta.txt")));
   EXPECT_TRUE(a.area.Testo().starts_with("Flag errori: [Manca archivio.qlv] [Manca ordelio.prf] \r\n"));
   EXPECT_EQ(a.Segnate(), Voci{Voce::mnu_ShowInfoHeader});
-  EXPECT_EQ(a.header.FlagErrori, 3);
+  EXPECT_EQ(a.d.InfoHeader.FlagErrori, 3);
 
   // A snapshot that cannot be read: the message, the initial text, no mark; Dati was emptied, and the
   // header record stays as it was.
@@ -55,7 +55,7 @@ TEST(DialogAnalisi, ApreLoSnapshotESostituisceDati) {
   analysis::mnu_ShowInfoHeader_Click(b.d);
   EXPECT_EQ(b.messaggi.tutti.back(), "critical: Non trovo file: C:\\Prog\\Dati\\infofile.bin");
   EXPECT_EQ(b.Segnate(), Voci{Voce::mnu_ShowInfoHeader});
-  EXPECT_EQ(b.header, formats::InfoHeader{});
+  EXPECT_EQ(b.d.InfoHeader, formats::InfoHeader{});
 }
 
 // The anonymized copy from the window: nothing open, a cancel, the copy with its proposed name, and an open

@@ -112,7 +112,7 @@ class ProvaFinestre : public QObject {
     Banco banco;
     gui::FinestraPrincipale w(banco.Servizi());
     ComeNelFile(Controlli(&w), QStringLiteral("principale.txt"));
-    gui::FinestraAnalisi a(&w, banco.messaggi, banco.file, banco.appunti, w.Modello().InfoHeader);
+    gui::FinestraAnalisi a(&w, banco.messaggi, banco.file, banco.appunti);
     ComeNelFile(Controlli(&a), QStringLiteral("analisi.txt"));
     MessaggiProva msg;
     picker::Dialog_GetDir m{msg};
@@ -371,8 +371,7 @@ class ProvaFinestre : public QObject {
     DemoControllata();
     QVERIFY(cli::CreaElenchiDemo(host::CartellaProgramma()));
     Banco banco;
-    formats::InfoHeader header;
-    gui::FinestraAnalisi f(nullptr, banco.messaggi, banco.file, banco.appunti, header);
+    gui::FinestraAnalisi f(nullptr, banco.messaggi, banco.file, banco.appunti);
     analysis::ImpostaValori(f.Modello(), collection::kNomeSnapshot);
     f.Voce(Voce::mnu_ShowPref)->trigger();
     f.mnu_RiepilogoProblemi->trigger();
@@ -409,8 +408,7 @@ class ProvaFinestre : public QObject {
     QVERIFY(collection::SalvaSnapshot("C:\\nuovo.bin", membri, 2, label, barra));
 
     Banco banco;
-    formats::InfoHeader header;
-    gui::FinestraAnalisi f(nullptr, banco.messaggi, banco.file, banco.appunti, header);
+    gui::FinestraAnalisi f(nullptr, banco.messaggi, banco.file, banco.appunti);
     analysis::ImpostaValori(f.Modello(), "C:\\nuovo.bin");
     f.Voce(Voce::mnu_ShowOrdelioTxt)->trigger();
     const std::string ordeio = f.Area().Testo();
@@ -438,7 +436,7 @@ class ProvaFinestre : public QObject {
     Demo();
     Banco banco;
     gui::FinestraPrincipale w(banco.Servizi());
-    gui::FinestraAnalisi f(&w, banco.messaggi, banco.file, banco.appunti, w.Modello().InfoHeader);
+    gui::FinestraAnalisi f(&w, banco.messaggi, banco.file, banco.appunti);
     const std::string testo("tomb\r\nTOMB4.exe \n\0caf\xe9", 22);
     f.Area().ImpostaTesto(testo);
     QTest::keyClicks(f.Text_Cerca, QStringLiteral("TOMB"));
@@ -465,8 +463,7 @@ class ProvaFinestre : public QObject {
   // A found word's line stands in the middle of the area, not on its last line.
   void trovatoAlCentro() {
     Banco banco;
-    formats::InfoHeader header;
-    gui::FinestraAnalisi f(nullptr, banco.messaggi, banco.file, banco.appunti, header);
+    gui::FinestraAnalisi f(nullptr, banco.messaggi, banco.file, banco.appunti);
     f.show();
     std::string testo;
     for (int i = 0; i < 1000; ++i) testo += "riga x" + std::to_string(i) + "\r\n";

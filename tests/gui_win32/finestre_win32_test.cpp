@@ -126,7 +126,7 @@ TEST(FinestreWin32, Controlli) {
   Banco banco;
   win32::FinestraPrincipale w(banco.Servizi());
   ComeNelFile(Controlli(w, collection::kFormaPrincipale), "win32_principale.txt");
-  win32::FinestraAnalisi a(w.Hwnd(), banco.messaggi, banco.file, banco.appunti, w.Modello().InfoHeader);
+  win32::FinestraAnalisi a(w.Hwnd(), banco.messaggi, banco.file, banco.appunti);
   a.Modello().Menu.SetChecked(Voce::mnu_ShowPref, true);
   ComeNelFile(Controlli(a, analysis::kFormaAnalisi), "win32_analisi.txt");
   MessaggiProva msg;
@@ -276,7 +276,7 @@ void CALLBACK GuardaEChiudi(HWND, UINT, UINT_PTR id, DWORD) {
 TEST(FinestreWin32, Modale) {
   Banco banco;
   win32::FinestraPrincipale w(banco.Servizi());
-  win32::FinestraAnalisi a(w.Hwnd(), banco.messaggi, banco.file, banco.appunti, w.Modello().InfoHeader);
+  win32::FinestraAnalisi a(w.Hwnd(), banco.messaggi, banco.file, banco.appunti);
   gPrincipale = w.Hwnd();
   gAnalisi = a.Hwnd();
   const UINT_PTR t = SetTimer(nullptr, 0, 20, GuardaEChiudi);
@@ -321,8 +321,7 @@ TEST(FinestreWin32, Tastiera) {
   EXPECT_EQ(m.PathDir, "C:\\Giochi\\Trle");
 
   Banco banco;
-  formats::InfoHeader header;
-  win32::FinestraAnalisi a(nullptr, banco.messaggi, banco.file, banco.appunti, header);
+  win32::FinestraAnalisi a(nullptr, banco.messaggi, banco.file, banco.appunti);
   HWND area = a.Controllo("Text_Out");
   bool apertaDopoTasti = false;
   HWND fuoco = nullptr;
@@ -449,8 +448,7 @@ TEST(FinestreWin32, LeggiDatiOgniProspetto) {
 
 TEST(FinestreWin32, RicercaCopiaSalvaCarica) {
   Banco banco;
-  formats::InfoHeader header;
-  win32::FinestraAnalisi f(nullptr, banco.messaggi, banco.file, banco.appunti, header);
+  win32::FinestraAnalisi f(nullptr, banco.messaggi, banco.file, banco.appunti);
   const std::string testo("tomb\r\nTOMB4.exe \n\0caf\xe9", 22);
   f.Area().ImpostaTesto(testo);
   SetWindowTextA(f.Controllo("Text_Cerca"), "TOMB");
@@ -484,8 +482,7 @@ TEST(FinestreWin32, RicercaCopiaSalvaCarica) {
 // extends to one, End with Shift held to its line's end, and a copy holds the string's bytes.
 TEST(FinestreWin32, AreaMouseETasti) {
   Banco banco;
-  formats::InfoHeader header;
-  win32::FinestraAnalisi f(nullptr, banco.messaggi, banco.file, banco.appunti, header);
+  win32::FinestraAnalisi f(nullptr, banco.messaggi, banco.file, banco.appunti);
   const HWND area = f.Controllo("Text_Out");
   f.Area().ImpostaTesto("uno\tdue\r\ntre\r\nquattro");
   const auto clic = [&](WPARAM pos, WPARAM tasti) {
@@ -512,8 +509,7 @@ TEST(FinestreWin32, AreaMouseETasti) {
 // A found word's line stands in the middle of the area, not on its last line.
 TEST(FinestreWin32, TrovatoAlCentro) {
   Banco banco;
-  formats::InfoHeader header;
-  win32::FinestraAnalisi f(nullptr, banco.messaggi, banco.file, banco.appunti, header);
+  win32::FinestraAnalisi f(nullptr, banco.messaggi, banco.file, banco.appunti);
   std::string testo;
   for (int i = 0; i < 1000; ++i) testo += "riga x" + std::to_string(i) + "\r\n";
   f.Area().ImpostaTesto(testo);
