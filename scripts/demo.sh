@@ -5,15 +5,15 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/dipendenze.sh
-installa cmake ninja-build g++ make nlohmann-json3-dev
+installa cmake ninja-build g++ make nlohmann-json3-dev libgtest-dev libgmock-dev
 
-cmake -S . -B build/demo -G Ninja -DCMAKE_BUILD_TYPE=Release -DCHECKORDL_TESTS=OFF >/dev/null
-cmake --build build/demo -j "$(nproc)" >/dev/null
+cmake --preset release >/dev/null
+cmake --build --preset release -j "$(nproc)" --target checkordl-cli >/dev/null
 
 dir=$(mktemp -d)
 trap 'rm -rf "$dir"' EXIT
 # The tool keeps its working files beside itself, as the program does: give it a folder of its own.
-cp build/demo/cli/checkordl-cli "$dir/"
+cp build/release/cli/checkordl-cli "$dir/"
 export WINEPREFIX=$dir/prefix
 echo "== demo machine in $WINEPREFIX"
 "$dir/checkordl-cli" demo "$WINEPREFIX"

@@ -7,9 +7,9 @@ cd "$(dirname "$0")/.."
 installa cmake ninja-build g++ make libgtest-dev libgmock-dev qt6-base-dev nlohmann-json3-dev xvfb xauth fonts-dejavu-core \
   fonts-liberation
 
-build=${BUILD:-build/schermate}
-cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release >/dev/null
-cmake --build "$build" -j 2 --target checkordl-cli checkordl_schermate >/dev/null
+build=build/release
+cmake --preset release >/dev/null
+cmake --build --preset release -j 2 --target checkordl-cli checkordl_schermate >/dev/null
 
 dir=$(mktemp -d)
 trap 'rm -rf "$dir"' EXIT

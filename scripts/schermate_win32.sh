@@ -10,9 +10,9 @@ cd "$(dirname "$0")/.."
 installa cmake ninja-build g++ make g++-mingw-w64-x86-64 libwine wine wine64 xvfb xauth fonts-wine fonts-liberation \
   netpbm
 
-build=${BUILD:-build/schermate}
-cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release >/dev/null
-cmake --build "$build" -j 2 --target checkordl-cli >/dev/null
+build=build/release
+cmake --preset release >/dev/null
+cmake --build --preset release -j 2 --target checkordl-cli >/dev/null
 cmake --preset mingw >/dev/null
 cmake --build --preset mingw --target checkordl checkordl_guida_win32 >/dev/null
 
