@@ -1,13 +1,9 @@
 // The program folder's places on Windows: the executable's own folder and %LOCALAPPDATA%\CheckORDL.
 #ifdef _WIN32
 
-#ifndef WIN32_LEAN_AND_MEAN
-#define WIN32_LEAN_AND_MEAN
-#endif
-#ifndef NOMINMAX
-#define NOMINMAX
-#endif
-#include <windows.h>
+// windows.h first: the shell's header needs it.
+#include "host/interno_win32.h"
+
 #include <shlobj.h>
 
 #include <cstdlib>

@@ -1,15 +1,8 @@
 // Drives through the platform's volume calls, shaped as the scripting runtime's Drive object gives them.
 #ifdef _WIN32
 
-#ifndef WIN32_LEAN_AND_MEAN
-#define WIN32_LEAN_AND_MEAN
-#endif
-#ifndef NOMINMAX
-#define NOMINMAX
-#endif
-#include <windows.h>
-
 #include "host/dischi.h"
+#include "host/interno_win32.h"
 #include "host/machine.h"
 #include "host/nomi.h"
 

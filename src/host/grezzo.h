@@ -1,5 +1,6 @@
-// The reads of each back end as the platform answers them to this program, before the view of a legacy
-// program (vista_virtuale.h) is laid over them. Only the machine layer calls these.
+// What the two back ends give the rest of the machine layer, and the little they share. The reads are as the
+// platform answers them to this program, before the view of a legacy program (vista_virtuale.h) is laid over
+// them. Only the machine layer includes this.
 #pragma once
 
 #include <cstdint>
@@ -7,6 +8,8 @@
 #include <vector>
 
 #include "host/collegamenti.h"
+#include "host/machine.h"
+#include "host/nomi.h"
 
 namespace host::grezzo {
 
@@ -18,6 +21,8 @@ void Elenco(const std::string& pattern, int mask, std::vector<std::string>* nomi
 CartellaDaLeggere ApriCartella(const std::string& winFolder);
 bool LeggiCartella(const CartellaDaLeggere& cartella, int mask, std::vector<VoceCartella>& voci);
 std::string BloccoVersione(const std::string& winPath);
+// Deletes a file that EliminaFile found to be neither a folder nor read-only.
+bool Elimina(const std::string& path, int* err);
 
 }  // namespace host::grezzo
 
@@ -25,5 +30,32 @@ namespace host {
 
 // Ends the one enumeration of the process.
 void ChiudiEnumerazione();
+
+inline void Imposta(int* err, int valore) {
+  if (err) *err = valore;
+}
+
+inline bool Barra(char c) {
+  return c == '\\' || c == '/';
+}
+
+// Trailing separators make the platform refuse a file name; a drive root keeps its own.
+inline std::string SenzaBarraFinale(std::string p) {
+  while (p.size() > 3 && Barra(p.back())) p.pop_back();
+  return p;
+}
+
+// A folder's path with its closing "\".
+inline std::string ConBarra(const std::string& cartella) {
+  return !cartella.empty() && cartella.back() == '\\' ? cartella : cartella + '\\';
+}
+
+// How every call of a back end that names one file or folder begins: no error yet, and a path that is empty
+// or holds a wildcard, which names none, refused as a bad file name (false).
+inline bool PercorsoAccettato(const std::string& path, int* err) {
+  const bool accettato = !path.empty() && !HaJolly(path);
+  Imposta(err, accettato ? kNessunErrore : kErrBadFileName);
+  return accettato;
+}
 
 }  // namespace host

@@ -2,14 +2,10 @@
 // would cut a name or a value short, these ask again with the room the value needs.
 #ifdef _WIN32
 
-#ifndef WIN32_LEAN_AND_MEAN
-#define WIN32_LEAN_AND_MEAN
-#endif
-#ifndef NOMINMAX
-#define NOMINMAX
-#endif
+// windows.h first: the shell's header needs it.
+#include "host/interno_win32.h"
+
 #include <shlobj.h>
-#include <windows.h>
 
 #include <algorithm>
 #include <cstring>

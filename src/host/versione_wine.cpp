@@ -1,15 +1,6 @@
-// The version block and the OS version: on Windows the platform's calls, elsewhere the PE file itself and
-// the system that Wine reports when a prefix sets no other.
-#ifdef _WIN32
-#ifndef WIN32_LEAN_AND_MEAN
-#define WIN32_LEAN_AND_MEAN
-#endif
-#ifndef NOMINMAX
-#define NOMINMAX
-#endif
-#include <windows.h>
-#include <winver.h>
-#endif
+// The version block and the OS version in a Wine prefix: the block read out of the PE file, and the system
+// that Wine reports when the prefix sets no other.
+#ifndef _WIN32
 
 #include <cstdint>
 #include <cstdio>
@@ -24,39 +15,6 @@
 #include "host/versione.h"
 
 namespace host {
-
-#ifdef _WIN32
-
-std::string grezzo::BloccoVersione(const std::string& winPath) {
-  // The platform's call opens the file its own way: what the program would not read as a file, it is not
-  // given.
-  int err = 0;
-  if (!File::ApriLetturaGrezza(winPath, &err).Aperto() || err) return {};
-  DWORD maniglia = 0;
-  const DWORD dimensione = ::GetFileVersionInfoSizeA(winPath.c_str(), &maniglia);
-  if (dimensione == 0) return {};
-  // The platform may leave the tail of the buffer as it found it; blanks, as the program always had there.
-  std::string blocco(dimensione, ' ');
-  if (!::GetFileVersionInfoA(winPath.c_str(), 0, dimensione, blocco.data())) return {};
-  return blocco;
-}
-
-bool LeggiVersioneOs(VersioneOs* versione) {
-  OSVERSIONINFOA info{};
-  static_assert(sizeof info == 148, "OSVERSIONINFOA is 148 bytes");
-  info.dwOSVersionInfoSize = sizeof info;
-  if (!::GetVersionExA(&info)) return false;
-  versione->dwMajorVersion = info.dwMajorVersion;
-  versione->dwMinorVersion = info.dwMinorVersion;
-  versione->dwBuildNumber = info.dwBuildNumber;
-  versione->dwPlatformId = info.dwPlatformId;
-  std::size_t n = 0;
-  while (n < sizeof info.szCSDVersion && info.szCSDVersion[n] != '\0') ++n;
-  versione->szCSDVersion.assign(info.szCSDVersion, n);
-  return true;
-}
-
-#else
 
 namespace {
 
@@ -161,6 +119,6 @@ bool LeggiVersioneOs(VersioneOs* versione) {
   return true;
 }
 
-#endif
-
 }  // namespace host
+
+#endif  // !_WIN32
