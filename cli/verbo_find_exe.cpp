@@ -1,4 +1,4 @@
-#include "support/registro.h"
+#include "support/installazioni.h"
 #include "verbi.h"
 
 namespace cli {

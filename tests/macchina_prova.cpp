@@ -12,9 +12,9 @@
 #include <utility>
 #include <vector>
 
+#include "host/accesso_registro.h"
 #include "host/byte_le.h"
 #include "host/machine.h"
-#include "host/registro.h"
 
 #ifdef _WIN32
 #ifndef WIN32_LEAN_AND_MEAN

@@ -4,7 +4,7 @@
 #include <map>
 #include <string>
 
-#include "host/dischi.h"
+#include "host/accesso_dischi.h"
 
 class MisureFinte {
  public:

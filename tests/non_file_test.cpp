@@ -16,17 +16,17 @@
 
 #include "analysis/analisi_backup.h"
 #include "collection/scansione.h"
-#include "formats/elenco.h"
 #include "collection/snapshot.h"
 #include "finestra_prova.h"
+#include "formats/elenco.h"
 #include "formats/info_header.h"
 #include "formats/script.h"
+#include "host/accesso_registro.h"
 #include "host/machine.h"
-#include "host/registro.h"
 #include "host/versione.h"
 #include "macchina_prova.h"
-#include "support/dischi.h"
 #include "support/files.h"
+#include "support/spazio_dischi.h"
 #include "support/versioni.h"
 
 namespace {

@@ -23,9 +23,9 @@
 #include <string>
 #include <vector>
 
-#include "host/dischi.h"
+#include "host/accesso_dischi.h"
+#include "host/accesso_registro.h"
 #include "host/machine.h"
-#include "host/registro.h"
 #include "host/versione.h"
 
 namespace {

@@ -11,7 +11,7 @@
 #include "host/collegamenti.h"
 #include "host/machine.h"
 #include "host/nomi.h"
-#include "support/registro.h"
+#include "support/installazioni.h"
 #include "support/valori.h"
 
 namespace analysis {

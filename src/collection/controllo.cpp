@@ -7,10 +7,10 @@
 #include "collection/snapshot.h"
 #include "formats/archivio.h"
 #include "formats/preferenze.h"
+#include "host/accesso_registro.h"
 #include "host/machine.h"
-#include "host/registro.h"
 #include "support/files.h"
-#include "support/registro.h"
+#include "support/installazioni.h"
 #include "support/valori.h"
 #include "support/versioni.h"
 

@@ -1,9 +1,9 @@
 #include "collection/scoperta.h"
 
 #include "host/nomi.h"
-#include "support/dischi.h"
 #include "support/files.h"
-#include "support/registro.h"
+#include "support/installazioni.h"
+#include "support/spazio_dischi.h"
 #include "support/valori.h"
 #include "support/versioni.h"
 

@@ -7,10 +7,10 @@
 #include <cstdlib>
 #include <string>
 
+#include "host/accesso_registro.h"
 #include "host/grezzo.h"
 #include "host/machine.h"
 #include "host/nomi.h"
-#include "host/registro.h"
 #include "host/registro_file.h"
 #include "host/versione.h"
 

@@ -5,12 +5,12 @@
 #include <unordered_map>
 #include <utility>
 
+#include "host/accesso_registro.h"
 #include "host/byte_le.h"
 #include "host/collegamenti.h"
 #include "host/grezzo.h"
 #include "host/machine.h"
 #include "host/nomi.h"
-#include "host/registro.h"
 #include "host/registro_file.h"
 #include "host/versione.h"
 

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "host/dischi.h"
+#include "host/accesso_dischi.h"
 #include "host/machine.h"
 #include "host/nomi.h"
 #include "support/files.h"

@@ -13,10 +13,10 @@
 #include "formats/elenco.h"
 #include "formats/info_header.h"
 #include "formats/preferenze.h"
+#include "host/accesso_registro.h"
 #include "host/machine.h"
-#include "host/registro.h"
 #include "macchina_prova.h"
-#include "support/registro.h"
+#include "support/installazioni.h"
 
 namespace {
 

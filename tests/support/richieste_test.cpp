@@ -20,18 +20,18 @@
 #include <vector>
 
 #include "finestra_prova.h"
+#include "host/accesso_dischi.h"
+#include "host/accesso_registro.h"
 #include "host/collegamenti.h"
-#include "host/dischi.h"
 #include "host/machine.h"
 #include "host/nomi.h"
-#include "host/registro.h"
 #include "host/registro_file.h"
 #include "host/versione.h"
 #include "macchina_prova.h"
 #include "misure_finte.h"
-#include "support/dischi.h"
 #include "support/files.h"
-#include "support/registro.h"
+#include "support/installazioni.h"
+#include "support/spazio_dischi.h"
 #include "support/valori.h"
 #include "support/versioni.h"
 

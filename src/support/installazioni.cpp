@@ -1,7 +1,7 @@
-#include "support/registro.h"
+#include "support/installazioni.h"
 
+#include "host/accesso_registro.h"
 #include "host/nomi.h"
-#include "host/registro.h"
 #include "support/files.h"
 #include "support/valori.h"
 

@@ -1,4 +1,4 @@
-#include "host/dischi.h"
+#include "host/accesso_dischi.h"
 
 #include "host/nomi.h"
 

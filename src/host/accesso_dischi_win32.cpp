@@ -1,7 +1,7 @@
 // Drives through the platform's volume calls, shaped as the scripting runtime's Drive object gives them.
 #ifdef _WIN32
 
-#include "host/dischi.h"
+#include "host/accesso_dischi.h"
 #include "host/interno_win32.h"
 #include "host/machine.h"
 #include "host/nomi.h"

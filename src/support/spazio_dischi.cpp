@@ -1,6 +1,6 @@
-#include "support/dischi.h"
+#include "support/spazio_dischi.h"
 
-#include "host/dischi.h"
+#include "host/accesso_dischi.h"
 #include "host/machine.h"
 #include "support/valori.h"
 

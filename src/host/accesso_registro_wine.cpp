@@ -15,11 +15,11 @@
 #include <unordered_map>
 #include <vector>
 
+#include "host/accesso_registro.h"
 #include "host/file_host.h"
 #include "host/grezzo.h"
 #include "host/machine.h"
 #include "host/nomi.h"
-#include "host/registro.h"
 #include "host/registro_file.h"
 
 namespace host {

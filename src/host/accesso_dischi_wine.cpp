@@ -9,11 +9,11 @@
 #include <cctype>
 #include <optional>
 
-#include "host/dischi.h"
+#include "host/accesso_dischi.h"
+#include "host/accesso_registro.h"
 #include "host/file_host.h"
 #include "host/machine.h"
 #include "host/nomi.h"
-#include "host/registro.h"
 #include "host/registro_file.h"
 
 namespace host {

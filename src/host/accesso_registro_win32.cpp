@@ -10,7 +10,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "host/registro.h"
+#include "host/accesso_registro.h"
 #include "host/registro_file.h"
 
 namespace host {
