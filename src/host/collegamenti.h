@@ -33,8 +33,8 @@ CartellaDaLeggere ApriCartella(const std::string& winFolder);
 CartellaDaLeggere Sottocartella(const CartellaDaLeggere& cartella, const std::string& nome);
 
 // The entries that `mask` admits (hidden 2, system 4, folders 16 on top of plain and read-only files),
-// "." and ".." left out, in the platform's order. An entry that cannot be read is left out too. Does not
-// touch the process's one enumeration. False, with nothing listed, when the folder cannot be read.
+// "." and ".." left out, in the platform's order. An entry that cannot be read is left out too. False, with
+// nothing listed, when the folder cannot be read.
 bool LeggiCartella(const CartellaDaLeggere& cartella, int mask, std::vector<VoceCartella>& voci);
 
 }  // namespace host

@@ -28,7 +28,7 @@ bool Elimina(const std::string& path, int* err);
 
 namespace host {
 
-// Ends the one enumeration of the process.
+// Ends the process's own listing, the one DirPrimo makes.
 void ChiudiEnumerazione();
 
 inline void Imposta(int* err, int valore) {

@@ -1,12 +1,13 @@
-// The machine the program sees, in Windows terms: drive-letter paths, attribute bits, one process-wide
-// directory enumeration. On Windows these are the Win32 calls; everywhere else they are served from a Wine
-// prefix. Paths and names are byte strings in Windows-1252.
+// The machine the program sees, in Windows terms: drive-letter paths, attribute bits, folder listings. On
+// Windows these are the Win32 calls; everywhere else they are served from a Wine prefix. Paths and names are
+// byte strings in Windows-1252.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace host {
 
@@ -34,17 +35,34 @@ enum Attributo : int {
 };
 
 // Selects the Wine prefix that stands for the machine (ignored on Windows). Without a call the prefix is
-// WINEPREFIX, else ~/.wine. Ends any enumeration under way.
+// WINEPREFIX, else ~/.wine. Ends the process's listing (DirPrimo).
 void UsaPrefisso(const std::string& hostFolder);
 std::string PrefissoCorrente();
 
 // The reads below (enumeration, attributes, length, File::ApriLettura) see the machine's files as the level
 // tools see them, through the user's VirtualStore where Windows would virtualize them (vista_virtuale.h).
 //
-// The one enumeration of the process. `DirPrimo` starts it: a pattern whose last component may hold `*` and
-// `?`, or a folder path ending in `\` for everything the folder holds ("." and ".." included when folders
-// are asked for, but not at a drive root). `mask` adds hidden (2), system (4) and folders (16) to the plain
-// and read-only files that are always returned. Each call gives one name, "" at the end or on error.
+// A listing of the entries a pattern matches, which its caller owns and walks: any number may be under way
+// at once, and other calls of the machine layer leave them alone. `pattern`'s last component may hold `*`
+// and `?`, or it is a folder path ending in `\` for everything the folder holds ("." and ".." included when
+// folders are asked for, but not at a drive root). `mask` adds hidden (2), system (4) and folders (16) to the
+// plain and read-only files that are always given. The names are read when the listing is made.
+class Enumerazione {
+ public:
+  Enumerazione() = default;
+  Enumerazione(const std::string& pattern, int mask);
+  // One name a call; "" at the end, with *err set when an error ended the listing (at its start, or after
+  // some names), and from then on "" with no error.
+  std::string Prossima(int* err);
+
+ private:
+  std::vector<std::string> nomi_;
+  std::size_t prossima_ = 0;
+  int errFine_ = 0;
+};
+
+// The process's own listing, for the algorithms written in its terms: `DirPrimo` makes it anew, ending the
+// one before, and gives its first name; `DirProssimo` the next.
 std::string DirPrimo(const std::string& pattern, int mask, int* err);
 std::string DirProssimo(int* err);
 

@@ -191,32 +191,10 @@ std::string LeggiBloccoVersione(const std::string& winPath) {
   return grezzo::BloccoVersione(PercorsoLettura(winPath));
 }
 
-namespace {
-
-// The one enumeration: the names still to give, and an error that ended the listing early.
-struct Cursore {
-  std::vector<std::string> nomi;
-  std::size_t prossimo = 0;
-  int errFine = 0;
-};
-
-Cursore& C() {
-  static Cursore c;
-  return c;
-}
-
-}  // namespace
-
-void ChiudiEnumerazione() {
-  C() = Cursore{};
-}
-
-std::string DirPrimo(const std::string& pattern, int mask, int* err) {
-  Cursore& c = C();
-  c = Cursore{};
-  if (err) *err = kNessunErrore;
-  if (Escluso(pattern)) return {};
-  grezzo::Elenco(pattern, mask, &c.nomi, err, &c.errFine);
+Enumerazione::Enumerazione(const std::string& pattern, int mask) {
+  if (Escluso(pattern)) return;
+  int err = kNessunErrore;
+  grezzo::Elenco(pattern, mask, &nomi_, &err, &errFine_);
   // The folder of the pattern decides; a pattern that names the virtualized folder itself lists its parent.
   const std::size_t k = pattern.find_last_of("\\/");
   const std::string copia = k == std::string::npos ? std::string() : CopiaVirtuale(pattern.substr(0, k));
@@ -224,25 +202,42 @@ std::string DirPrimo(const std::string& pattern, int mask, int* err) {
     std::vector<std::string> altri;
     int e = 0, eFine = 0;
     grezzo::Elenco(copia + pattern.substr(k), mask, &altri, &e, &eFine);
-    if (!altri.empty() && err) *err = kNessunErrore;
-    Unisci(c.nomi, std::move(altri), [](const std::string& n) -> const std::string& { return n; });
+    Unisci(nomi_, std::move(altri), [](const std::string& n) -> const std::string& { return n; });
   }
-  if (c.nomi.empty()) {
-    c = Cursore{};
-    return {};
+  // A listing that gives no name tells why it stopped at once.
+  if (nomi_.empty()) errFine_ = err;
+}
+
+std::string Enumerazione::Prossima(int* err) {
+  if (prossima_ < nomi_.size()) {
+    Imposta(err, kNessunErrore);
+    return nomi_[prossima_++];
   }
-  return DirProssimo(err);
+  Imposta(err, errFine_);
+  *this = Enumerazione();
+  return {};
+}
+
+namespace {
+
+Enumerazione& DelProcesso() {
+  static Enumerazione e;
+  return e;
+}
+
+}  // namespace
+
+void ChiudiEnumerazione() {
+  DelProcesso() = Enumerazione();
+}
+
+std::string DirPrimo(const std::string& pattern, int mask, int* err) {
+  DelProcesso() = Enumerazione(pattern, mask);
+  return DelProcesso().Prossima(err);
 }
 
 std::string DirProssimo(int* err) {
-  Cursore& c = C();
-  if (c.prossimo < c.nomi.size()) {
-    if (err) *err = kNessunErrore;
-    return c.nomi[c.prossimo++];
-  }
-  if (err) *err = c.errFine;
-  c = Cursore{};
-  return {};
+  return DelProcesso().Prossima(err);
 }
 
 CartellaDaLeggere ApriCartella(const std::string& winFolder) {

@@ -5,7 +5,7 @@
 // from then on reads that copy in place of the original; a listing of the folder shows both, the copy
 // winning. Windows never does that for this program (it declares "asInvoker"), nor for a 64-bit one, so
 // the machine layer does it for every read of the machine's files: attributes, lengths, opening to read,
-// version blocks, the one enumeration and the walk of a folder. Writes and deletes never go through it.
+// version blocks, the listings and the walk of a folder. Writes and deletes never go through it.
 // Windows virtualizes from Vista on, while the registry's Policies\System has EnableLUA and
 // EnableVirtualization on (both default to on); Wine's prefixes say EnableLUA=0.
 #pragma once

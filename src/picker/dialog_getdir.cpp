@@ -50,20 +50,17 @@ int Leggi(const Dialog_GetDir& d, const std::string& valore, ListaCartelle* list
   if (!(attr & host::kAttrDirectory)) return host::kErrPathNotFound;
 
   const std::string base = path.back() == '\\' ? path : path + "\\";
-  // The enumeration is one cursor for the process: take every name before asking about any of them.
-  std::vector<std::string> nomi;
-  for (std::string n = host::DirPrimo(base, host::kAttrDirectory, &err); !n.empty();
-       n = host::DirProssimo(&err))
-    nomi.push_back(n);
-  if (err) return err;
-  lista->Path = path;
-  lista->sottocartelle.clear();
-  for (const auto& n : nomi) {
+  std::vector<std::string> sottocartelle;
+  host::Enumerazione elenco(base, host::kAttrDirectory);
+  for (std::string n = elenco.Prossima(&err); !n.empty(); n = elenco.Prossima(&err)) {
     if (n == "." || n == "..") continue;
     int e = 0;
     const int a = host::LeggiAttributi(base + n, &e);
-    if (a >= 0 && (a & host::kAttrDirectory)) lista->sottocartelle.push_back(n);
+    if (a >= 0 && (a & host::kAttrDirectory)) sottocartelle.push_back(n);
   }
+  if (err) return err;
+  lista->Path = path;
+  lista->sottocartelle = std::move(sottocartelle);
   return 0;
 }
 

@@ -12,6 +12,23 @@ namespace {
 // Every file, read-only, hidden and system ones too; no folder.
 constexpr int kFileTutti = host::kAttrReadOnly | host::kAttrHidden | host::kAttrSystem;
 
+// A path that names one entry, as against a pattern or a folder path ending in "\", which lists what the
+// folder holds: no wildcard, and a last name that keeps something once the platform drops its closing dots
+// and blanks ("C:\Dati\." names none).
+bool UnaVoce(const std::string& percorso) {
+  if (host::HaJolly(percorso)) return false;
+  const std::size_t k = percorso.find_last_of("\\/:");
+  return percorso.find_first_not_of(". ", k == std::string::npos ? 0 : k + 1) != std::string::npos;
+}
+
+// The attributes of that entry, -1 where a listing of the path with `mask` would give no name: asked of the
+// entry itself, without listing its folder.
+int AttributiVoce(const std::string& percorso, int mask) {
+  int err = 0;
+  const int attr = host::LeggiAttributi(percorso, &err);
+  return !err && attr >= 0 && host::AmmessoDaMaschera(attr, mask) ? attr : -1;
+}
+
 }  // namespace
 
 std::string EstraiNomeFile(const std::string& percorso) {
@@ -40,12 +57,14 @@ std::string NormalizzaPercorso(const std::string& percorso) {
 
 bool FileExists(const std::string& percorso) {
   if (PulisciStringa(percorso).empty()) return false;
+  if (UnaVoce(percorso)) return AttributiVoce(percorso, kFileTutti) >= 0;
   int err = 0;
-  std::string nome = host::DirPrimo(percorso, kFileTutti, &err);
+  host::Enumerazione elenco(percorso, kFileTutti);
+  std::string nome = elenco.Prossima(&err);
   if (err || nome.empty()) return false;
-  // Run the enumeration to its end so that no search stays open.
+  // An error that ends the listing after a match makes the answer false too.
   while (!nome.empty()) {
-    nome = host::DirProssimo(&err);
+    nome = elenco.Prossima(&err);
     if (err) return false;
   }
   return true;
@@ -53,8 +72,12 @@ bool FileExists(const std::string& percorso) {
 
 bool DirExists(const std::string& percorso) {
   if (percorso.find_first_not_of(' ') == std::string::npos) return false;
+  if (UnaVoce(percorso)) {
+    const int attr = AttributiVoce(percorso, host::kAttrDirectory);
+    return attr >= 0 && (attr & host::kAttrDirectory);
+  }
   int err = 0;
-  if (host::DirPrimo(percorso, host::kAttrDirectory, &err).empty() || err) return false;
+  if (host::Enumerazione(percorso, host::kAttrDirectory).Prossima(&err).empty() || err) return false;
   const int attr = host::LeggiAttributi(percorso, &err);
   return !err && attr >= 0 && (attr & host::kAttrDirectory);
 }
@@ -123,8 +146,8 @@ std::vector<std::string> ElencaFile(const std::string& cartella, const std::stri
                                     std::int32_t& numero) {
   std::vector<std::string> elenco;
   int err = 0;
-  for (std::string nome = host::DirPrimo(cartella + "\\" + maschera, kFileTutti, &err); !nome.empty() && !err;
-       nome = host::DirProssimo(&err))
+  host::Enumerazione nomi(cartella + "\\" + maschera, kFileTutti);
+  for (std::string nome = nomi.Prossima(&err); !nome.empty() && !err; nome = nomi.Prossima(&err))
     elenco.push_back(cartella + "\\" + nome);
   numero = static_cast<std::int32_t>(elenco.size());
   return elenco;
@@ -133,8 +156,7 @@ std::vector<std::string> ElencaFile(const std::string& cartella, const std::stri
 bool SvuotaCartella(const std::string& cartella, const std::string& maschera) {
   if (!DirExists(cartella)) return false;
   std::int32_t numero = 0;
-  // Reached from the folder that holds it, the folder itself is checked for a link too. The whole list
-  // first: deleting starts enumerations of its own.
+  // Reached from the folder that holds it, the folder itself is checked for a link too.
   const std::string base = EstraiCartella(cartella);
   for (const auto& f : ElencaFile(cartella, maschera, numero))
     if (!CancellaFileSotto(base, f)) return false;

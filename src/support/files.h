@@ -19,7 +19,9 @@ std::string EstraiEstensione(const std::string& percorso);
 // Every doubled backslash made one, left to right: three become two, four become two.
 std::string NormalizzaPercorso(const std::string& percorso);
 
-// True for a file, or a pattern that matches one; false for a folder.
+// True for a file, or a pattern that matches one; false for a folder. Both answer as a listing of the path
+// would, and leave every listing under way alone: a path that names one entry by its attributes, a pattern
+// (or a folder path ending in "\") by a listing of their own.
 bool FileExists(const std::string& percorso);
 bool DirExists(const std::string& percorso);
 
