@@ -20,12 +20,6 @@ bool Ammesso(DWORD attr, int mask) {
 
 void grezzo::Elenco(const std::string& pattern, int mask, std::vector<std::string>* nomi, int* err,
                     int* errFine) {
-  Imposta(err, kNessunErrore);
-  Imposta(errFine, kNessunErrore);
-  if (pattern.empty()) {
-    Imposta(err, kErrBadFileName);
-    return;
-  }
   const std::size_t k = pattern.find_last_of("\\/");
   if (k != std::string::npos && HaJolly(pattern.substr(0, k))) {
     Imposta(err, kErrBadFileName);

@@ -51,14 +51,9 @@ bool PrimaInCartella(const std::string& a, const std::string& b) {
   return a < b;
 }
 
+// The folder is read whole before its first name is given, so nothing ends a listing after some names.
 void grezzo::Elenco(const std::string& pattern, int mask, std::vector<std::string>* elenco, int* err,
-                    int* errFine) {
-  Imposta(err, kNessunErrore);
-  Imposta(errFine, kNessunErrore);
-  if (pattern.empty()) {
-    Imposta(err, kErrBadFileName);
-    return;
-  }
+                    int* /*errFine*/) {
   std::string cartella, modello;
   SeparaUltimo(pattern, &cartella, &modello);
   const bool contenuto = modello.empty();

@@ -15,8 +15,9 @@ namespace host::grezzo {
 
 int Attributi(const std::string& path, int* err);
 std::int64_t Lunghezza(const std::string& path, int* err);
-// Every name an enumeration of `pattern` with `mask` gives, in the platform's order. An error that ends the
-// enumeration after some names goes to `errFine`; one that stops it at once to `err`.
+// Every name an enumeration of `pattern` (not empty) with `mask` gives, in the platform's order. An error
+// that ends the enumeration after some names goes to `errFine`; one that stops it at once to `err`; both
+// are left alone otherwise.
 void Elenco(const std::string& pattern, int mask, std::vector<std::string>* nomi, int* err, int* errFine);
 CartellaDaLeggere ApriCartella(const std::string& winFolder);
 bool LeggiCartella(const CartellaDaLeggere& cartella, int mask, std::vector<VoceCartella>& voci);

@@ -193,6 +193,10 @@ std::string LeggiBloccoVersione(const std::string& winPath) {
 
 Enumerazione::Enumerazione(const std::string& pattern, int mask) {
   if (Escluso(pattern)) return;
+  if (pattern.empty()) {
+    errFine_ = kErrBadFileName;
+    return;
+  }
   int err = kNessunErrore;
   grezzo::Elenco(pattern, mask, &nomi_, &err, &errFine_);
   // The folder of the pattern decides; a pattern that names the virtualized folder itself lists its parent.
