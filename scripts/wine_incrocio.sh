@@ -314,13 +314,23 @@ done
 # record lock of the host file, which the native build's lock (an open file description's) conflicts with;
 # each kind is held from outside, and both builds must refuse the run ----
 for tipo in 6 37; do  # F_SETLK, as Wine holds it; F_OFD_SETLK, as the native build holds it
+  # A run refused a moment ago may still be letting go of its own try (Wine's server does it for a Windows
+  # program): the holder waits for the lock a while, as the programs do.
   python3 -c 'import fcntl, struct, sys, time
 f = open(sys.argv[1], "a")
-fcntl.fcntl(f, int(sys.argv[2]), struct.pack("hhqqi", fcntl.F_WRLCK, 0, 0, 1, 0))
+for _ in range(200):
+    try:
+        fcntl.fcntl(f, int(sys.argv[2]), struct.pack("hhqqi", fcntl.F_WRLCK, 0, 0, 1, 0))
+        break
+    except BlockingIOError:
+        time.sleep(0.05)
+else:
+    sys.exit(1)
 print("held", flush=True)
 time.sleep(60)' "$c/Strumenti/checkordl.lock" "$tipo" >"$t/tenuto" &
   tenitore=$!
-  for _ in $(seq 100); do [ -s "$t/tenuto" ] && break; sleep 0.05; done
+  for _ in $(seq 250); do [ -s "$t/tenuto" ] && break; sleep 0.05; done
+  [ -s "$t/tenuto" ] || echo "wine cross-check: the lock could not be held from outside with fcntl $tipo" >&2
   for lato in nativo wine; do
     casi=$((casi + 1))
     "esegui_$lato" report 'C:\Istantanea.bin' header
