@@ -104,10 +104,20 @@ std::string Sostituisci(std::string_view testo, const std::vector<Tratto>& tratt
 }  // namespace
 
 bool Sostituti::GiaSostituto(std::string_view nome) const {
-  return std::any_of(chiave_.begin(), chiave_.end(), [&](const VoceChiave& v) {
-    return host::UgualiSenzaCaso(v.sostituto, nome) ||
-           host::UgualiSenzaCaso(SostitutoLungo(v.sostituto, nome.size()), nome);
-  });
+  // Read by its shape, not against every stand-in given: a list can bring a hundred thousand of them.
+  // `user12`, `user12\xE9` or `u12`, padded with '_', or the last digits of a number.
+  while (!nome.empty() && nome.back() == '_') nome.remove_suffix(1);
+  const std::string n = host::Maiuscolo(nome);
+  std::string_view cifre = n;
+  if (cifre.starts_with("USER"))
+    cifre.remove_prefix(4);
+  else if (cifre.starts_with('U'))
+    cifre.remove_prefix(1);
+  if (cifre.size() > 1 && cifre.back() == '\xC9' && n.starts_with("USER")) cifre.remove_suffix(1);
+  const auto numeri = numeri_.find(Genere::utente);
+  if (cifre.empty() || cifre.size() > 9 || numeri == numeri_.end()) return false;
+  if (!std::all_of(cifre.begin(), cifre.end(), [](char c) { return c >= '0' && c <= '9'; })) return false;
+  return cifre.size() < n.size() ? std::stoi(std::string(cifre)) <= numeri->second : true;
 }
 
 const std::string& Sostituti::Di(Genere genere, std::string_view originale) {
