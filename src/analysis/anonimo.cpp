@@ -116,8 +116,13 @@ bool Sostituti::GiaSostituto(std::string_view nome) const {
   if (cifre.size() > 1 && cifre.back() == '\xC9' && n.starts_with("USER")) cifre.remove_suffix(1);
   const auto numeri = numeri_.find(Genere::utente);
   if (cifre.empty() || cifre.size() > 9 || numeri == numeri_.end()) return false;
-  if (!std::all_of(cifre.begin(), cifre.end(), [](char c) { return c >= '0' && c <= '9'; })) return false;
-  return cifre.size() < n.size() ? std::stoi(std::string(cifre)) <= numeri->second : true;
+  int numero = 0;
+  for (const char c : cifre) {
+    if (c < '0' || c > '9') return false;
+    numero = numero * 10 + (c - '0');
+  }
+  // Digits alone are the end of a stand-in cut short, of any number.
+  return cifre.size() == n.size() || numero <= numeri->second;
 }
 
 const std::string& Sostituti::Di(Genere genere, std::string_view originale) {
