@@ -122,12 +122,9 @@ Guasto CopiaCorpo(const std::string& percorso, std::int64_t dimensione, host::Fi
   return Guasto::nessuno;
 }
 
-// The whole snapshot into a new file; `membro` is the index of a member that could not be read.
-Guasto ScriviParziale(const std::string& nome, const ContenutoSnapshot& t, support::BarraProgresso& barra,
-                      std::size_t* membro) {
-  int err = 0;
-  host::File out = host::File::CreaNuovo(nome, &err);
-  if (err || !out.Aperto()) return Guasto::scrittura;
+// The whole snapshot into the new file `out`; `membro` is the index of a member that could not be read.
+Guasto ScriviContenuto(host::File& out, const ContenutoSnapshot& t, support::BarraProgresso& barra,
+                       std::size_t* membro) {
   const std::string tabella = CodificaTabella(t);
   if (!out.Scrivi(tabella.data(), tabella.size())) return Guasto::scrittura;
   const auto pezzo = std::make_unique<char[]>(kPezzo);
@@ -138,7 +135,7 @@ Guasto ScriviParziale(const std::string& nome, const ContenutoSnapshot& t, suppo
       return g;
     }
   }
-  return out.Scarica() ? Guasto::nessuno : Guasto::scrittura;
+  return Guasto::nessuno;
 }
 
 // One member into its file below `base`, written whole. A file of that name is written over (keeping the
@@ -206,19 +203,16 @@ bool SalvaSnapshot(const std::string& NomeFile, const std::vector<std::string>& 
   // step: a full disk, a failing write or a process killed meanwhile leaves no snapshot that is not whole,
   // and a link at the snapshot's name is replaced, never written through. A member that cannot be read is
   // left out, as one that does not exist: the table and the bodies always agree.
-  const std::string parziale = NomeFile + kSuffissoParziale;
   for (;;) {
-    support::CancellaFile(parziale);
+    Guasto g = Guasto::nessuno;
     std::size_t membro = 0;
-    const Guasto g = ScriviParziale(parziale, t, barra, &membro);
-    if (g == Guasto::membro) {
-      Togli(t, membro);
-      continue;
-    }
-    int err = 0;
-    if (g == Guasto::nessuno && host::SostituisciFile(parziale, NomeFile, &err)) break;
-    support::CancellaFile(parziale);
-    return false;
+    if (support::ScriviFileIntero(NomeFile, [&](host::File& out) {
+          g = ScriviContenuto(out, t, barra, &membro);
+          return g == Guasto::nessuno;
+        }))
+      break;
+    if (g != Guasto::membro) return false;
+    Togli(t, membro);
   }
 
   labelInfo.ImpostaTesto("");
@@ -280,17 +274,6 @@ bool LettoreSnapshot::Prossimo(std::string& corpo) {
   if (dimensione < 0 || dimensione > lunghezza_ - in_.Posizione()) return false;
   corpo.assign(static_cast<std::size_t>(dimensione), '\0');
   return in_.Leggi(corpo.data(), corpo.size()) == corpo.size() && !in_.ErroreLettura();
-}
-
-bool LeggiSnapshot(const std::string& NomeFile, SnapshotInMemoria& s) {
-  s = SnapshotInMemoria{};
-  LettoreSnapshot l;
-  if (!l.Apri(NomeFile)) return false;
-  s.tabella = l.Tabella();
-  s.corpi.resize(s.tabella.Nomi.size());
-  for (std::string& corpo : s.corpi)
-    if (!l.Prossimo(corpo)) return false;
-  return true;
 }
 
 std::string CodificaSnapshot(const SnapshotInMemoria& s) {

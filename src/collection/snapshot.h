@@ -55,9 +55,8 @@ struct SnapshotInMemoria {
   ContenutoSnapshot tabella;
   std::vector<std::string> corpi;
 };
-// False, as for EstraiSnapshot, when the file cannot be read or its table or a body goes past its end.
-// Bytes behind the last body are not kept.
-bool LeggiSnapshot(const std::string& NomeFile, SnapshotInMemoria& s);
+// False, as for EstraiSnapshot, when its table or a body goes past the end of the bytes; bytes behind the
+// last body are not kept.
 bool DecodificaSnapshot(std::string_view byte, SnapshotInMemoria& s);
 std::string CodificaSnapshot(const SnapshotInMemoria& s);
 // Written whole or not at all, as SalvaSnapshot writes; the table's sizes must be the bodies'.

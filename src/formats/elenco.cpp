@@ -82,6 +82,26 @@ PezzoElenco StringaTollerante(Cursore& c) {
   return {da, c.Prendi(static_cast<std::size_t>(n)).size()};
 }
 
+// The lenient reader's walk over a list's bytes: the count, the folder, then each name handed to `nome` as
+// it is met (room is made for the names only by the caller, and only when the file could hold them all);
+// `dimensioni` is where the sizes begin.
+template <typename Nome>
+GuastoElenco PercorriTollerante(std::string_view byte, support::BarraProgresso* barra, std::int32_t& numero,
+                                PezzoElenco& base, std::size_t& dimensioni, Nome nome) {
+  Cursore c(byte);
+  c.Intero(numero);
+  base = StringaTollerante(c);
+  if (numero < 0) return GuastoElenco::kConteggioNegativo;
+  // A few bytes never ask for gigabytes: the count is held against what the file could hold.
+  if (static_cast<std::size_t>(numero) > byte.size()) return GuastoElenco::kConteggioTroppoGrande;
+  for (std::int32_t i = 0; i < numero; ++i) {
+    nome(StringaTollerante(c));
+    c.Avanza(barra);
+  }
+  dimensioni = c.Posizione();
+  return GuastoElenco::kNessuno;
+}
+
 // The list's fields behind `byte`; `scarica(false)` after each entry may take what stands so far, and
 // `scarica(true)` comes once at the end.
 template <typename Scarica>
@@ -161,24 +181,10 @@ bool DecodificaElencoStretto(std::string_view byte, ElencoFile& elenco, support:
 
 PezziElenco PezziElencoTollerante(std::string_view byte, support::BarraProgresso* barra) {
   PezziElenco p;
-  Cursore c(byte);
-  c.Intero(p.numero);
-  p.base = StringaTollerante(c);
-  if (p.numero < 0) {
-    p.guasto = GuastoElenco::kConteggioNegativo;
-    return p;
-  }
-  // Room is made only for what the file could hold, so a few bytes never ask for gigabytes.
-  if (static_cast<std::size_t>(p.numero) > byte.size()) {
-    p.guasto = GuastoElenco::kConteggioTroppoGrande;
-    return p;
-  }
-  p.nomi.resize(static_cast<std::size_t>(p.numero));
-  for (PezzoElenco& nome : p.nomi) {
-    nome = StringaTollerante(c);
-    c.Avanza(barra);
-  }
-  p.dimensioni = c.Posizione();
+  p.guasto = PercorriTollerante(byte, barra, p.numero, p.base, p.dimensioni, [&](PezzoElenco nome) {
+    if (p.nomi.empty()) p.nomi.reserve(static_cast<std::size_t>(p.numero));
+    p.nomi.push_back(nome);
+  });
   return p;
 }
 
@@ -187,15 +193,20 @@ GuastoElenco CaricaElencoTollerante(const std::string& NomeFile, ElencoFile& ele
   elenco = ElencoFile{};
   std::string byte;
   if (const GuastoElenco g = LeggiFile(NomeFile, byte); g != GuastoElenco::kNessuno) return g;
-  const PezziElenco p = PezziElencoTollerante(byte, barra);
   const auto testo = [&](PezzoElenco t) { return byte.substr(t.posizione, t.lunghezza); };
-  elenco.CartellaBase = testo(p.base);
-  if (p.guasto != GuastoElenco::kNessuno) return p.guasto;
-  elenco.NumeroFile = p.numero;
-  elenco.NomiFile.reserve(p.nomi.size());
-  for (const PezzoElenco& nome : p.nomi) elenco.NomiFile.push_back(testo(nome));
-  Cursore c(byte, p.dimensioni);
-  elenco.DimensioniFile.assign(p.nomi.size(), 0);
+  PezzoElenco base;
+  std::size_t dimensioni = 0;
+  const GuastoElenco g = PercorriTollerante(byte, barra, elenco.NumeroFile, base, dimensioni, [&](PezzoElenco nome) {
+    if (elenco.NomiFile.empty()) elenco.NomiFile.reserve(static_cast<std::size_t>(elenco.NumeroFile));
+    elenco.NomiFile.push_back(testo(nome));
+  });
+  elenco.CartellaBase = testo(base);
+  if (g != GuastoElenco::kNessuno) {
+    elenco.NumeroFile = 0;
+    return g;
+  }
+  Cursore c(byte, dimensioni);
+  elenco.DimensioniFile.assign(elenco.NomiFile.size(), 0);
   for (std::int32_t& d : elenco.DimensioniFile) {
     c.Intero(d);
     c.Avanza(barra);

@@ -102,15 +102,22 @@ bool ScriviFileTesto(const std::string& percorso, const std::string& testo) {
 }
 
 bool ScriviFileIntero(const std::string& percorso, const std::vector<std::string_view>& pezzi) {
+  return ScriviFileIntero(percorso, [&](host::File& f) {
+    for (const std::string_view p : pezzi)
+      if (!f.Scrivi(p.data(), p.size())) return false;
+    return true;
+  });
+}
+
+bool ScriviFileIntero(const std::string& percorso, const std::function<bool(host::File&)>& scrivi) {
   const std::string parziale = percorso + kSuffissoParziale;
   CancellaFile(parziale);
   int err = 0;
   bool ok = false;
   {
+    // Closed before it is put in place: Windows moves no open file.
     host::File f = host::File::CreaNuovo(parziale, &err);
-    ok = !err && f.Aperto();
-    for (const std::string_view p : pezzi) ok = ok && f.Scrivi(p.data(), p.size());
-    ok = ok && f.Scarica();
+    ok = !err && f.Aperto() && scrivi(f) && f.Scarica();
   }
   if (ok && host::SostituisciFile(parziale, percorso, &err)) return true;
   CancellaFile(parziale);

@@ -3,9 +3,12 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "host/machine.h"
 
 namespace support {
 
@@ -35,6 +38,8 @@ bool ScriviFileTesto(const std::string& percorso, const std::string& testo);
 // name is replaced, never written through. False, with nothing left, when that fails.
 inline constexpr const char* kSuffissoParziale = ".part";
 bool ScriviFileIntero(const std::string& percorso, const std::vector<std::string_view>& pezzi);
+// The same for a writer that makes the bytes itself into the new file; false from it writes nothing.
+bool ScriviFileIntero(const std::string& percorso, const std::function<bool(host::File&)>& scrivi);
 
 // The two paths name one file as the machine resolves them: made full from the current folder, without
 // regard to case, through the links of a Wine prefix.
