@@ -10,6 +10,7 @@
 #include <io.h>
 #endif
 
+#include "avvio.h"
 #include "uso.h"
 
 #ifndef CHECKORDL_VERSIONE
@@ -23,7 +24,17 @@ int main(int argc, char** argv) {
   _setmode(_fileno(stdout), _O_BINARY);
   _setmode(_fileno(stderr), _O_BINARY);
 #endif
-  if (argc < 2) return cli::Uso();
+  if (argc < 2) {
+    const int esito = cli::Uso();
+    if (cli::ConsoleDaSola()) {
+      std::fputs(
+          "\nThis is the command-line tool: run it in a Command Prompt with a verb, or start checkordl.exe "
+          "for the window.\nPress Enter to close this window.\n",
+          stderr);
+      cli::AttendiInvio();
+    }
+    return esito;
+  }
   const std::string verbo = argv[1];
   const cli::Argomenti args(argv + 2, argv + argc);
   if (verbo == "--help" || verbo == "-h") {

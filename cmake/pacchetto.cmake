@@ -18,6 +18,15 @@ if(TARGET checkordl)
   install(TARGETS checkordl RUNTIME DESTINATION ${cartella_programmi})
 endif()
 
+if(WIN32)
+  # Beside the programs, for a Windows user who got them in a zip or the installer: the support address,
+  # which a supporter changes without a compiler, and what to do with the download. Windows' line ends.
+  set(testi_windows ${CMAKE_CURRENT_BINARY_DIR}/pacchetto_windows)
+  file(CONFIGURE OUTPUT ${testi_windows}/contatto.txt CONTENT "${CHECKORDL_SUPPORT_EMAIL}\n" NEWLINE_STYLE CRLF)
+  configure_file(${pacchetto}/windows/README.txt.in ${testi_windows}/README.txt @ONLY NEWLINE_STYLE CRLF)
+  install(FILES ${testi_windows}/contatto.txt ${testi_windows}/README.txt DESTINATION ${cartella_programmi})
+endif()
+
 if(NOT WIN32)
   # Manual pages and the changelog, compressed as Debian keeps them; the tool's page is made from its usage
   # table.

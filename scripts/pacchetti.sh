@@ -3,7 +3,8 @@
 # installed with apt-get, run by an ordinary user (the headless tool's demo in that user's home, the window
 # program offscreen for a few seconds), removed, and nothing of it left in /usr. The Windows installer: run
 # silently under Wine by the same user in a fresh prefix, the installed tool and the version resources
-# asked, uninstalled silently, and nothing of it left. The zip holds the same programs.
+# asked, uninstalled silently, and nothing of it left. The zip holds the same programs; both carry
+# contatto.txt with the build's address and README.txt.
 # usage: scripts/pacchetti.sh [NATIVE_BUILD [WINDOWS_BUILD]]   (default build/release and build/mingw)
 # As root (through sudo otherwise): it installs a package and makes a user of its own, and takes both away
 # at the end.
@@ -75,6 +76,9 @@ elenco=$(python3 -m zipfile -l "$uscita/$zip")
 for exe in checkordl-cli.exe $finestra; do
   grep -q "/$exe " <<< "$elenco" || fail "$zip holds no $exe"
 done
+# Beside the programs: the build's support address in contatto.txt, and README.txt.
+indirizzo=$(sed -n 's/^CHECKORDL_SUPPORT_EMAIL:STRING=//p' "$windows/CMakeCache.txt")
+python3 scripts/testi_windows.py "$uscita/$zip" "$indirizzo" || fail "the texts beside the programs in $zip"
 cp "$uscita/$setup" "$casa/"
 chown "$u" "$casa/$setup"
 come_utente wineboot -i >/dev/null 2>&1 || true
@@ -97,6 +101,7 @@ letto=${finestra:-checkordl-cli.exe}
 if [ -n "$finestra" ]; then
   [ -f "$cartella/$finestra" ] && [ -f "$collegamento" ] || fail "no $finestra or no Start-menu shortcut"
 fi
+python3 scripts/testi_windows.py "$cartella" "$indirizzo" || fail "the texts the installer put beside the programs"
 come_utente wine "$cartella/Uninstall.exe" /S
 come_utente wineserver -w
 [ ! -e "$cartella" ] || fail "left after uninstalling: $(ls "$cartella")"

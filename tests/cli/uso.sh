@@ -18,6 +18,8 @@ esito 0 1 0 -h
 cmp -s "$t/out" "$t/uso" || fail "-h is not --help"
 esito 0 1 0 help
 esito 2 0 1
+# From a terminal or a script, no prompt to press Enter follows the usage.
+cmp -s "$t/err" "$t/uso" || fail "no arguments: not the usage alone"
 esito 2 0 1 nothing
 grep -q '^usage: checkordl-cli VERB' "$t/err" || fail "no usage after an unknown verb"
 esito 2 0 1 help nothing
