@@ -17,7 +17,7 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int mostra) {
   win32::FinestraPrincipale finestra({messaggi, dialogoFile, appunti,
                                       [](win32::FinestraGetDir& d) { win32::MostraModale(d); },
                                       [](win32::FinestraAnalisi& d) { win32::MostraModale(d); }, true});
-  finestra.AlCentro();
+  finestra.AlPostoLibero();
   ShowWindow(finestra.Hwnd(), mostra);
   MSG m;
   while (GetMessageA(&m, nullptr, 0, 0) > 0) {

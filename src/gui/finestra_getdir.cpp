@@ -3,7 +3,6 @@
 #include <QComboBox>
 #include <QGuiApplication>
 #include <QHeaderView>
-#include <QKeyEvent>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScreen>
@@ -14,6 +13,7 @@
 #include "gui/forme_qt.h"
 #include "picker/forma_getdir.h"
 #include "gui/testo_qt.h"
+#include "support/disposizione.h"
 
 namespace gui {
 namespace {
@@ -31,12 +31,15 @@ void Verde(QWidget* w) {
 
 }  // namespace
 
-void AlCentro(QWidget* finestra) {
+void AlCentro(QWidget* finestra, int n) {
   const QScreen* schermo = finestra->screen() ? finestra->screen() : QGuiApplication::primaryScreen();
   if (!schermo) return;
-  QRect r = finestra->frameGeometry();
-  r.moveCenter(schermo->availableGeometry().center());
-  finestra->move(r.topLeft());
+  const QRect a = schermo->availableGeometry();
+  const QRect r = finestra->frameGeometry();
+  const support::Punto p =
+      support::PostoInCascata({a.x(), a.y(), a.width(), a.height()}, r.width(), r.height(), n,
+                              finestra->style()->pixelMetric(QStyle::PM_TitleBarHeight));
+  finestra->move(p.x, p.y);
 }
 
 FinestraGetDir::FinestraGetDir(QWidget* genitore, picker::Dialog_GetDir& modello)
@@ -115,12 +118,6 @@ void FinestraGetDir::Dir1_Attivata(QTreeWidgetItem* voce) {
 void FinestraGetDir::Drive1_Scelta(int indice) {
   picker::ScegliDrive(modello_, VersoByte(Drive1->itemText(indice)));
   Aggiorna();
-}
-
-void FinestraGetDir::keyPressEvent(QKeyEvent* evento) {
-  // No button is the cancel button: Escape closes nothing.
-  if (evento->key() == Qt::Key_Escape) return;
-  QDialog::keyPressEvent(evento);
 }
 
 void FinestraGetDir::showEvent(QShowEvent* evento) {

@@ -1,5 +1,5 @@
 // The folder picker's window: its controls show the picker model, and each click goes to the model's own
-// handler, after which the controls show the model again.
+// handler, after which the controls show the model again. Escape closes it as its frame does.
 #pragma once
 
 #include <QDialog>
@@ -31,7 +31,6 @@ class FinestraGetDir : public QDialog {
   QLineEdit* Text_PathDir;
 
  protected:
-  void keyPressEvent(QKeyEvent* evento) override;
   void showEvent(QShowEvent* evento) override;
 
  private:
@@ -42,7 +41,8 @@ class FinestraGetDir : public QDialog {
   picker::Dialog_GetDir& modello_;
 };
 
-// Places a window of fixed size in the middle of the screen it is on.
-void AlCentro(QWidget* finestra);
+// Places a window of fixed size in the middle of the screen it is on; the `n`th of a cascade of the
+// program's windows a title bar's height further down and right for each before it.
+void AlCentro(QWidget* finestra, int n = 0);
 
 }  // namespace gui

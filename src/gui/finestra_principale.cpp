@@ -1,7 +1,10 @@
 #include "gui/finestra_principale.h"
 
 #include <QCloseEvent>
+#include <QDir>
+#include <QFileInfo>
 #include <QLabel>
+#include <QLockFile>
 #include <QProgressBar>
 #include <QPushButton>
 
@@ -37,6 +40,28 @@ QLabel* Etichetta(QWidget* genitore, const char* nome) {
 
 QPushButton* Pulsante(QWidget* genitore, const char* nome) {
   return Crea<QPushButton>(genitore, kFormaPrincipale, nome);
+}
+
+// The lowest number that no other main window of the user's holds, taken by a lock file of that number,
+// which a program that has ended no longer holds; 0 when none can be had.
+int PrendiPosto(std::unique_ptr<QLockFile>& posto) {
+  QString cartella = qEnvironmentVariable("XDG_RUNTIME_DIR");
+  QString utente;
+  if (cartella.isEmpty()) {
+    cartella = QDir::tempPath();
+    utente = QString::number(QFileInfo(QDir::homePath()).ownerId()) + QLatin1Char('-');
+  }
+  for (int n = 0; n < 64; ++n) {
+    auto f = std::make_unique<QLockFile>(cartella +
+                                         QStringLiteral("/checkordl-finestra-%1%2.lock").arg(utente).arg(n));
+    // Held as long as the window lives, however long that is.
+    f->setStaleLockTime(0);
+    if (f->tryLock(0)) {
+      posto = std::move(f);
+      return n;
+    }
+  }
+  return 0;
 }
 
 }  // namespace
@@ -113,9 +138,13 @@ void FinestraPrincipale::closeEvent(QCloseEvent* evento) {
   evento->accept();
 }
 
+FinestraPrincipale::~FinestraPrincipale() = default;
+
 void FinestraPrincipale::showEvent(QShowEvent* evento) {
   QWidget::showEvent(evento);
-  AlCentro(this);
+  // Another start of the program while this one runs does not open on top of it.
+  if (numeroPosto_ < 0) numeroPosto_ = PrendiPosto(posto_);
+  AlCentro(this, numeroPosto_);
 }
 
 }  // namespace gui

@@ -4,6 +4,7 @@
 
 #include <QWidget>
 #include <functional>
+#include <memory>
 
 #include "collection/principale.h"
 #include "formats/preferenze.h"
@@ -11,6 +12,7 @@
 #include "picker/dialog_getdir.h"
 
 class QDialog;
+class QLockFile;
 class QLabel;
 class QProgressBar;
 class QPushButton;
@@ -37,6 +39,7 @@ class FinestraPrincipale : public QWidget {
  public:
   // Runs the start-up discovery, before the window is first shown.
   explicit FinestraPrincipale(Servizi servizi);
+  ~FinestraPrincipale() override;
 
   collection::Principale& Modello() { return modello_; }
   // The window was closed, by the user or by the end of a check run.
@@ -69,6 +72,9 @@ class FinestraPrincipale : public QWidget {
   collection::Principale modello_;
   formats::PrefRecord pref_;
   bool chiusa_ = false;
+  // This window's place among the program's main windows open at once, held while it lives.
+  std::unique_ptr<QLockFile> posto_;
+  int numeroPosto_ = -1;
 };
 
 }  // namespace gui

@@ -6,6 +6,7 @@
 #include <QString>
 
 #include "gui/testo_qt.h"
+#include "support/disposizione.h"
 #include "support/forma.h"
 
 namespace gui {
@@ -17,7 +18,8 @@ W* Crea(QWidget* genitore, const support::Forma& f, const char* nome, int dy = 0
   const support::Controllo& c = support::ControlloDi(f, nome);
   auto* w = new W(genitore);
   w->setObjectName(QString::fromLatin1(c.nome));
-  w->setGeometry(Tw(c.r.l), dy + Tw(c.r.t), Tw(c.r.w), Tw(c.r.h));
+  const support::Rettangolo r = support::RettangoloMostrato(f, c);
+  w->setGeometry(Tw(r.l), dy + Tw(r.t), Tw(r.w), Tw(r.h));
   if constexpr (requires { w->setText(QString()); }) w->setText(QString::fromLatin1(c.testo));
   if constexpr (requires { w->setAutoDefault(false); }) w->setAutoDefault(false);
   return w;

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "gui_win32/prospetto.h"
+#include "support/disposizione.h"
 
 namespace win32 {
 namespace {
@@ -131,10 +132,11 @@ void Finestra::Crea(const support::Forma& forma, HWND proprietario, DWORD stile,
   int id = kPrimoId;
   for (const support::Controllo& c : forma.controlli) {
     const Classe k = ClasseDi(c.tipo);
+    const support::Rettangolo q = support::RettangoloMostrato(forma, c);
     // A drop-down list's height is that of its open list.
-    const int h = c.tipo == support::TipoControllo::ListaDrive ? Px(c.r.h) * 8 : Px(c.r.h);
-    HWND w = CreateWindowExA(k.esteso, k.nome, c.testo, WS_CHILD | WS_VISIBLE | k.stile, Px(c.r.l), Px(c.r.t),
-                             Px(c.r.w), h, hwnd_, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id++)),
+    const int h = c.tipo == support::TipoControllo::ListaDrive ? Px(q.h) * 8 : Px(q.h);
+    HWND w = CreateWindowExA(k.esteso, k.nome, c.testo, WS_CHILD | WS_VISIBLE | k.stile, Px(q.l), Px(q.t),
+                             Px(q.w), h, hwnd_, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id++)),
                              GetModuleHandleA(nullptr), nullptr);
     if (c.tipo == support::TipoControllo::Area) {
       fontArea_ = FontProspetti();
@@ -205,6 +207,41 @@ void Finestra::AlCentro() {
   const int w = r.right - r.left, h = r.bottom - r.top;
   SetWindowPos(hwnd_, nullptr, area.left + (area.right - area.left - w) / 2, area.top + (area.bottom - area.top - h) / 2,
                0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+namespace {
+
+struct Ricerca {
+  HWND propria;
+  std::string caption;
+  std::vector<support::Punto> trovate;
+};
+
+BOOL CALLBACK RaccogliAltre(HWND h, LPARAM l) {
+  auto* r = reinterpret_cast<Ricerca*>(l);
+  char classe[32] = {};
+  if (h == r->propria || !IsWindowVisible(h) || GetWindow(h, GW_OWNER) ||
+      !GetClassNameA(h, classe, sizeof(classe)) || std::strcmp(classe, kClasse) != 0 ||
+      TestoDi(h) != r->caption)
+    return TRUE;
+  RECT w{};
+  GetWindowRect(h, &w);
+  r->trovate.push_back({w.left, w.top});
+  return TRUE;
+}
+
+}  // namespace
+
+void Finestra::AlPostoLibero() {
+  RECT area{}, r{};
+  SystemParametersInfoA(SPI_GETWORKAREA, 0, &area, 0);
+  GetWindowRect(hwnd_, &r);
+  Ricerca ricerca{hwnd_, TestoDi(hwnd_), {}};
+  EnumWindows(RaccogliAltre, reinterpret_cast<LPARAM>(&ricerca));
+  const support::Punto p = support::PostoLibero(
+      {area.left, area.top, area.right - area.left, area.bottom - area.top}, r.right - r.left,
+      r.bottom - r.top, ricerca.trovate, GetSystemMetrics(SM_CYCAPTION) + GetSystemMetrics(SM_CYFIXEDFRAME));
+  SetWindowPos(hwnd_, nullptr, p.x, p.y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 LRESULT CALLBACK Finestra::Procedura(HWND h, UINT m, WPARAM w, LPARAM l) {

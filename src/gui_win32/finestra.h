@@ -38,6 +38,10 @@ class Finestra {
   void Chiudi();
   // Places the window in the middle of the screen's work area.
   void AlCentro();
+  // Places the window as AlCentro does, unless another shown top-level window of the same caption (the
+  // program started once more) stands there: then a title bar's height down and right of it, as Windows
+  // cascades.
+  void AlPostoLibero();
 
  protected:
   // Makes the window with the form's client size (below `menu`, if any) and its controls, hidden.

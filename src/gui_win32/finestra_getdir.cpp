@@ -70,6 +70,12 @@ bool FinestraGetDir::Comando(int id, int codice) {
     modello_.Text_PathDir = TestoDi(Controllo("Text_PathDir"));
     return true;
   }
+  if (id == IDCANCEL) {
+    // Escape closes the dialog as its frame does: no button is the cancel button, and the caller takes the
+    // close as a cancel.
+    Chiudi();
+    return true;
+  }
   if (id == IDOK) {
     // Enter in the folder list opens the folder, as a double click does.
     if (GetFocus() == Controllo("Dir1")) PostMessageA(Hwnd(), kAttiva, 0, 0);

@@ -15,6 +15,7 @@
 #include <QTimer>
 #include <QTreeWidget>
 #include <QtTest>
+#include <memory>
 
 #include "analysis/confronto.h"
 #include "analysis/copia_anonima.h"
@@ -311,6 +312,51 @@ class ProvaFinestre : public QObject {
     f.OKButton->click();
     QCOMPARE(m.PathDir, std::string("C:\\Nuova \xe8"));
     QVERIFY(m.ExitValue && f.result() == QDialog::Accepted);
+  }
+
+  // Escape closes the picker as its frame does: nothing chosen, the start path kept. OK and Cancel stand in
+  // one row.
+  void pickerEscapeEPulsanti() {
+    Demo();
+    MessaggiProva msg;
+    picker::Dialog_GetDir m{msg};
+    picker::Carica(m);
+    picker::ImpostaValori(m, "C:\\Giochi");
+    gui::FinestraGetDir f(nullptr, m);
+    QCOMPARE(f.OKButton->geometry().top(), f.CancelButton->geometry().top());
+    QCOMPARE(f.OKButton->geometry().bottom(), f.CancelButton->geometry().bottom());
+    f.show();
+    emit f.Dir1->itemActivated(f.Dir1->currentItem()->child(0), 0);
+    QTest::keyClick(f.Dir1, Qt::Key_Escape);
+    QVERIFY(!f.isVisible() && f.result() == QDialog::Rejected);
+    QVERIFY(!m.ExitValue);
+    QCOMPARE(m.PathDir, std::string("C:\\Giochi"));
+  }
+
+  // A second program started while one runs opens a title bar's height down and right of the first, which
+  // stays in the middle; once the first has gone, the middle is free again.
+  void secondaNonSopraLaPrima() {
+    Demo();
+    QTemporaryDir posti;
+    const QByteArray runtime = qgetenv("XDG_RUNTIME_DIR");
+    qputenv("XDG_RUNTIME_DIR", posti.path().toLocal8Bit());
+    Banco banco;
+    auto prima = std::make_unique<gui::FinestraPrincipale>(banco.Servizi());
+    prima->show();
+    QRect centrata = prima->frameGeometry();
+    centrata.moveCenter(prima->screen()->availableGeometry().center());
+    QVERIFY((prima->pos() - centrata.topLeft()).manhattanLength() <= 2);
+    gui::FinestraPrincipale seconda(banco.Servizi());
+    seconda.show();
+    const QPoint passo = seconda.pos() - prima->pos();
+    QVERIFY(passo.x() > 0);
+    QCOMPARE(passo.y(), passo.x());
+    const QPoint centro = prima->pos();
+    prima.reset();
+    gui::FinestraPrincipale terza(banco.Servizi());
+    terza.show();
+    QCOMPARE(terza.pos(), centro);
+    qputenv("XDG_RUNTIME_DIR", runtime);
   }
 
   void controlloCompleto() {

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <memory>
 #include <sstream>
 
 #include "analysis/forma_analisi.h"
@@ -287,38 +288,40 @@ TEST(FinestreWin32, Modale) {
   EXPECT_TRUE(IsWindowEnabled(w.Hwnd()));
 }
 
-// The keyboard in the modal windows: Enter opens a folder of the list or presses the focused button, Escape
-// closes nothing, Tab leaves the report area.
+// The keyboard in the modal windows: Enter opens a folder of the list or presses the focused button; Escape
+// closes the picker as its frame does, with nothing chosen, and nothing else; Tab leaves the report area.
 TEST(FinestreWin32, Tastiera) {
   MessaggiProva msg;
-  picker::Dialog_GetDir m{msg};
-  picker::Carica(m);
-  picker::ImpostaValori(m, "C:\\Giochi");
-  win32::FinestraGetDir g(nullptr, m);
-  HWND albero = g.Controllo("Dir1");
   std::string dopoInvio;
-  bool apertaDopoEsc = false;
-  {
-    Passi p({[&] {
-               auto* v = reinterpret_cast<HTREEITEM>(SendMessageA(albero, TVM_GETNEXTITEM, TVGN_CARET, 0));
-               v = reinterpret_cast<HTREEITEM>(SendMessageA(albero, TVM_GETNEXTITEM, TVGN_CHILD, reinterpret_cast<LPARAM>(v)));
-               SendMessageA(albero, TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(v));
-               Tasto(albero, VK_RETURN);
-             },
-             [&] {
-               dopoInvio = Testo(g.Controllo("Text_Path"));
-               Tasto(albero, VK_ESCAPE);
-             },
-             [&] {
-               apertaDopoEsc = !g.Chiusa();
-               Tasto(g.Controllo("OKButton"), VK_RETURN);
-             }});
-    win32::MostraModale(g);
+  bool apertaDopoTasto = false;
+  for (const WPARAM ultimo : {VK_RETURN, VK_ESCAPE}) {
+    picker::Dialog_GetDir m{msg};
+    picker::Carica(m);
+    picker::ImpostaValori(m, "C:\\Giochi");
+    win32::FinestraGetDir g(nullptr, m);
+    HWND albero = g.Controllo("Dir1");
+    {
+      Passi p({[&] {
+                 auto* v = reinterpret_cast<HTREEITEM>(SendMessageA(albero, TVM_GETNEXTITEM, TVGN_CARET, 0));
+                 v = reinterpret_cast<HTREEITEM>(SendMessageA(albero, TVM_GETNEXTITEM, TVGN_CHILD, reinterpret_cast<LPARAM>(v)));
+                 SendMessageA(albero, TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(v));
+                 Tasto(albero, VK_RETURN);
+               },
+               [&] {
+                 dopoInvio = Testo(g.Controllo("Text_Path"));
+                 Tasto(g.Controllo(ultimo == VK_RETURN ? "OKButton" : "Dir1"), ultimo);
+               },
+               [&] {
+                 apertaDopoTasto = true;
+                 g.Chiudi();
+               }});
+      win32::MostraModale(g);
+    }
+    EXPECT_EQ(dopoInvio, "C:\\Giochi\\Trle");
+    EXPECT_FALSE(apertaDopoTasto);
+    EXPECT_EQ(m.ExitValue, ultimo == VK_RETURN);
+    EXPECT_EQ(m.PathDir, ultimo == VK_RETURN ? "C:\\Giochi\\Trle" : "C:\\Giochi");
   }
-  EXPECT_EQ(dopoInvio, "C:\\Giochi\\Trle");
-  EXPECT_TRUE(apertaDopoEsc);
-  EXPECT_TRUE(g.Chiusa() && m.ExitValue);
-  EXPECT_EQ(m.PathDir, "C:\\Giochi\\Trle");
 
   Banco banco;
   win32::FinestraAnalisi a(nullptr, banco.messaggi, banco.file, banco.appunti);
@@ -383,6 +386,47 @@ TEST(FinestreWin32, Picker) {
   Clic(f.Controllo("OKButton"));
   EXPECT_EQ(m.PathDir, "C:\\Nuova \xe8");
   EXPECT_TRUE(m.ExitValue && f.Chiusa());
+}
+
+// The picker's OK and Cancel stand in one row, top and bottom, whatever the DPI.
+TEST(FinestreWin32, PulsantiInRiga) {
+  MessaggiProva msg;
+  picker::Dialog_GetDir m{msg};
+  picker::Carica(m);
+  win32::FinestraGetDir g(nullptr, m);
+  RECT ok{}, annulla{};
+  GetWindowRect(g.Controllo("OKButton"), &ok);
+  GetWindowRect(g.Controllo("CancelButton"), &annulla);
+  EXPECT_EQ(ok.top, annulla.top);
+  EXPECT_EQ(ok.bottom, annulla.bottom);
+}
+
+// A second program started while one runs opens a title bar's height down and right of the first, which
+// stays in the middle; once the first has gone, the middle is free again.
+TEST(FinestreWin32, SecondaNonSopraLaPrima) {
+  Banco banco;
+  const auto angolo = [](const win32::Finestra& f) {
+    RECT r{};
+    GetWindowRect(f.Hwnd(), &r);
+    return POINT{r.left, r.top};
+  };
+  auto prima = std::make_unique<win32::FinestraPrincipale>(banco.Servizi());
+  prima->AlCentro();
+  const POINT centro = angolo(*prima);
+  prima->AlPostoLibero();
+  EXPECT_EQ(angolo(*prima).x, centro.x);
+  EXPECT_EQ(angolo(*prima).y, centro.y);
+  ShowWindow(prima->Hwnd(), SW_SHOWNOACTIVATE);
+  win32::FinestraPrincipale seconda(banco.Servizi());
+  seconda.AlPostoLibero();
+  const int passo = angolo(seconda).x - centro.x;
+  EXPECT_GT(passo, 0);
+  EXPECT_EQ(angolo(seconda).y - centro.y, passo);
+  prima.reset();
+  win32::FinestraPrincipale terza(banco.Servizi());
+  terza.AlPostoLibero();
+  EXPECT_EQ(angolo(terza).x, centro.x);
+  EXPECT_EQ(angolo(terza).y, centro.y);
 }
 
 TEST(FinestreWin32, ControlloCompleto) {
