@@ -61,4 +61,7 @@ echo "checkordl.exe walked under Wine: $(($(date +%s) - inizio)) s"
 bash scripts/wine_incrocio.sh "$nativo" "$windows"
 # The broken machines of the tool's own test, with the Windows build under Wine.
 bash tests/cli/guasti.sh "$nativo/cli/checkordl-cli" "$windows/cli/checkordl-cli.exe"
+# Links where it writes or deletes, and a full program folder, the same way.
+bash tests/cli/links.sh "$nativo/cli/checkordl-cli" "$windows/cli/checkordl-cli.exe"
+bash tests/cli/check.sh "$nativo/cli/checkordl-cli" "$windows/cli/checkordl-cli.exe"
 echo "Wine part: $(($(date +%s) - inizio)) s"

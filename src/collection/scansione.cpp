@@ -101,9 +101,9 @@ bool CreaElencoFile(const std::string& NomeFile, const std::string& Cartella, co
   vista.Barra.Refresh();
   MostraInfo(vista.Info, "Saving file list in progress...");
 
-  int err = 0;
-  host::File out = host::File::ApriScritturaSotto(base, NomeFile, &err);
-  const bool scritto = !err && ScriviElencoFile(out, elenco);
+  // Whole or not at all: a full disk leaves no list that its readers would take for an empty folder.
+  const bool scritto =
+      support::ScriviFileSotto(base, NomeFile, [&](host::File& out) { return ScriviElencoFile(out, elenco); });
   MostraInfo(vista.Info, "");
   return scritto;
 }

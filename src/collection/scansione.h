@@ -46,7 +46,8 @@ std::string NomeRelativo(const std::string& percorso, const std::string& base);
 
 // Scans `Cartella` into the list file `NomeFile`, which is deleted first whatever follows, so a failed call
 // leaves no old list behind. Shows its progress in `vista`. False when `Cartella` is empty or no folder, or
-// when `NomeFile` cannot be opened; nothing is shown either way.
+// when `NomeFile` cannot be written whole (support::ScriviFileSotto), which then leaves no file; nothing is
+// shown either way.
 bool CreaElencoFile(const std::string& NomeFile, const std::string& Cartella, const VistaScansione& vista);
 
 }  // namespace collection

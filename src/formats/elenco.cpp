@@ -139,13 +139,14 @@ bool ScriviElencoFile(host::File& out, const ElencoFile& elenco) {
   // The fields go through a buffer written in pieces: two writes a name would cost more than the walk.
   std::string pezzo;
   pezzo.reserve(kPezzoScrittura + 4096);
+  bool scritto = true;
   AccodaElenco(elenco, pezzo, [&](bool sempre) {
     if (sempre || pezzo.size() >= kPezzoScrittura) {
-      out.Scrivi(pezzo.data(), pezzo.size());
+      scritto = scritto && out.Scrivi(pezzo.data(), pezzo.size());
       pezzo.clear();
     }
   });
-  return true;
+  return scritto;
 }
 
 bool CaricaElencoStretto(const std::string& NomeFile, ElencoFile& elenco, support::BarraProgresso* barra) {

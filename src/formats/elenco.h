@@ -32,7 +32,7 @@ struct ElencoFile {
 // Longest string behind a length that the readers of lists and snapshots take.
 inline constexpr std::int32_t kLunghezzaMassimaNome = 800000;
 
-// Creates or replaces `NomeFile` with the list. False only when it cannot be opened.
+// Creates or replaces `NomeFile` with the list. False when it cannot be opened or a write fails.
 bool ScriviElencoFile(const std::string& NomeFile, const ElencoFile& elenco);
 // The same into a file the caller opened.
 bool ScriviElencoFile(host::File& out, const ElencoFile& elenco);

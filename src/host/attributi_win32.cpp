@@ -30,8 +30,15 @@ int grezzo::Attributi(const std::string& path, int* err) {
   return risultato;
 }
 
-bool ImpostaAttributi(const std::string& path, int attr, int* err) {
-  if (grezzo::Attributi(path, err) < 0) return false;
+bool grezzo::Collegamento(const std::string& path) {
+  const std::string p = SenzaBarraFinale(path);
+  const DWORD a = ::GetFileAttributesA(p.c_str());
+  if (a == INVALID_FILE_ATTRIBUTES) return false;
+  return (a & FILE_ATTRIBUTE_REPARSE_POINT) || (!(a & FILE_ATTRIBUTE_DIRECTORY) && FileAltrove(p));
+}
+
+bool grezzo::ImpostaAttributi(const std::string& path, int attr, int* err) {
+  Imposta(err, kNessunErrore);
   DWORD valore = static_cast<DWORD>(attr & (kAttrReadOnly | kAttrHidden | kAttrSystem | kAttrArchive));
   if (valore == 0) valore = FILE_ATTRIBUTE_NORMAL;
   const std::string p = SenzaBarraFinale(path);

@@ -2,6 +2,7 @@
 // dots.
 #ifndef _WIN32
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/xattr.h>
 
@@ -49,12 +50,22 @@ int grezzo::Attributi(const std::string& path, int* err) {
   return AttributiWine(r->host, st, nome);
 }
 
-bool ImpostaAttributi(const std::string& path, int attr, int* err) {
+bool grezzo::Collegamento(const std::string& path) {
+  int err = 0;
+  const std::string p = SenzaBarraFinale(path);
+  if (Dispositivo(p)) return false;
+  const auto r = Risolvi(p, &err);
+  struct stat st {};
+  return r && ::lstat(r->host.c_str(), &st) == 0 && S_ISLNK(st.st_mode);
+}
+
+// On the entry itself, never through a link of its name: the mode and the extended attribute are asked and set
+// without following one, so that a link the caller did not stop fails here rather than change what it names.
+bool grezzo::ImpostaAttributi(const std::string& path, int attr, int* err) {
   Imposta(err, kNessunErrore);
-  if (grezzo::Attributi(path, err) < 0) return false;
   const std::string h = PercorsoHost(path, err);
   struct stat st {};
-  if (!Esiste(h, &st)) {
+  if (::lstat(h.c_str(), &st) != 0) {
     Imposta(err, kErrFileNotFound);
     return false;
   }
@@ -63,19 +74,19 @@ bool ImpostaAttributi(const std::string& path, int attr, int* err) {
     m &= static_cast<mode_t>(~(S_IWUSR | S_IWGRP | S_IWOTH));
   else
     m |= S_IWUSR;
-  if (::chmod(h.c_str(), m) != 0) {
+  if (::fchmodat(AT_FDCWD, h.c_str(), m, AT_SYMLINK_NOFOLLOW) != 0) {
     Imposta(err, ErroreDaErrno(errno));
     return false;
   }
   const int nascosti = attr & (kAttrHidden | kAttrSystem);
   if (nascosti) {
     const std::string v = "0x" + std::to_string(nascosti);
-    if (::setxattr(h.c_str(), "user.DOSATTRIB", v.data(), v.size(), 0) != 0) {
+    if (::lsetxattr(h.c_str(), "user.DOSATTRIB", v.data(), v.size(), 0) != 0) {
       Imposta(err, ErroreDaErrno(errno));
       return false;
     }
   } else {
-    ::removexattr(h.c_str(), "user.DOSATTRIB");
+    ::lremovexattr(h.c_str(), "user.DOSATTRIB");
   }
   return true;
 }

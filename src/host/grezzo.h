@@ -24,6 +24,11 @@ bool LeggiCartella(const CartellaDaLeggere& cartella, int mask, std::vector<Voce
 std::string BloccoVersione(const std::string& winPath);
 // Deletes a file that EliminaFile found to be neither a folder nor read-only.
 bool Elimina(const std::string& path, int* err);
+// Sets the attributes of a file or folder that ImpostaAttributi found to be no link.
+bool ImpostaAttributi(const std::string& path, int attr, int* err);
+// The last name of the path is a link, or may be one for all the platform tells: a symbolic link, a junction,
+// or a host link that Wine shows as the file it names. What stands behind it is not the entry's own.
+bool Collegamento(const std::string& path);
 
 }  // namespace host::grezzo
 

@@ -68,6 +68,7 @@ std::string DirProssimo(int* err);
 
 // Attributes of a path; -1 with *err set when the path cannot be read.
 int LeggiAttributi(const std::string& path, int* err);
+// Never through a link: for a link of the name nothing is changed (true), and what it names stays as it was.
 bool ImpostaAttributi(const std::string& path, int attr, int* err);
 
 // Length of a file; -1 with *err set on failure.

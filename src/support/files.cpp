@@ -29,6 +29,44 @@ int AttributiVoce(const std::string& percorso, int mask) {
   return !err && attr >= 0 && host::AmmessoDaMaschera(attr, mask) ? attr : -1;
 }
 
+// The whole-or-nothing write: the new file beside the name (`apri`), its bytes, then put in place in one
+// step; what was begun goes again (`cancella`) on any failure.
+template <typename Apri, typename Cancella>
+bool ScriviAParte(const std::string& percorso, const std::function<bool(host::File&)>& scrivi, Apri apri,
+                  Cancella cancella) {
+  const std::string parziale = percorso + kSuffissoParziale;
+  cancella(parziale);
+  int err = 0;
+  bool ok = false;
+  {
+    // Closed before it is put in place: Windows moves no open file.
+    host::File f = apri(parziale, &err);
+    ok = !err && f.Aperto() && scrivi(f) && f.Scarica();
+  }
+  if (ok && host::SostituisciFile(parziale, percorso, &err)) return true;
+  cancella(parziale);
+  return false;
+}
+
+// What may stand at the name when a file is put in its place below `base`: nothing yet, a link of that name
+// (replaced itself, as ScriviFileIntero replaces one), or a plain file that is not read-only, hidden or
+// system, as a write in place would take. A link on the way, a folder or such a file stays as it is.
+bool SostituibileSotto(const std::string& base, const std::string& percorso) {
+  int err = 0;
+  switch (host::VoceSotto(base, percorso, &err)) {
+    case host::Voce::manca:
+      return true;
+    case host::Voce::collegamento:
+      return err == 0;
+    case host::Voce::file:
+      return (AttributiVoce(percorso, kFileTutti) & (host::kAttrReadOnly | host::kAttrHidden |
+                                                     host::kAttrSystem)) == 0;
+    case host::Voce::cartella:
+      break;
+  }
+  return false;
+}
+
 }  // namespace
 
 std::string EstraiNomeFile(const std::string& percorso) {
@@ -110,18 +148,9 @@ bool ScriviFileIntero(const std::string& percorso, const std::vector<std::string
 }
 
 bool ScriviFileIntero(const std::string& percorso, const std::function<bool(host::File&)>& scrivi) {
-  const std::string parziale = percorso + kSuffissoParziale;
-  CancellaFile(parziale);
-  int err = 0;
-  bool ok = false;
-  {
-    // Closed before it is put in place: Windows moves no open file.
-    host::File f = host::File::CreaNuovo(parziale, &err);
-    ok = !err && f.Aperto() && scrivi(f) && f.Scarica();
-  }
-  if (ok && host::SostituisciFile(parziale, percorso, &err)) return true;
-  CancellaFile(parziale);
-  return false;
+  return ScriviAParte(
+      percorso, scrivi, [](const std::string& p, int* err) { return host::File::CreaNuovo(p, err); },
+      [](const std::string& p) { CancellaFile(p); });
 }
 
 bool StessoFile(const std::string& a, const std::string& b) {
@@ -171,9 +200,16 @@ bool SvuotaCartella(const std::string& cartella, const std::string& maschera) {
 }
 
 bool ScriviFileSotto(const std::string& base, const std::string& percorso, const std::string& testo) {
-  int err = 0;
-  host::File f = host::File::ApriScritturaSotto(base, percorso, &err);
-  return !err && f.Aperto() && f.Scrivi(testo.data(), testo.size());
+  return ScriviFileSotto(base, percorso, [&](host::File& f) { return f.Scrivi(testo.data(), testo.size()); });
+}
+
+bool ScriviFileSotto(const std::string& base, const std::string& percorso,
+                     const std::function<bool(host::File&)>& scrivi) {
+  if (!SostituibileSotto(base, percorso)) return false;
+  return ScriviAParte(
+      percorso, scrivi,
+      [&](const std::string& p, int* err) { return host::File::ApriScritturaSotto(base, p, err); },
+      [&](const std::string& p) { CancellaFileSotto(base, p); });
 }
 
 bool CancellaFileSotto(const std::string& base, const std::string& percorso) {

@@ -47,7 +47,8 @@ bool StessoFile(const std::string& a, const std::string& b);
 
 // True when the folder is there afterwards; makes one level only.
 bool CreaCartella(const std::string& percorso);
-// True when the file is gone afterwards; a read-only file loses that attribute first.
+// True when the file is gone afterwards; a read-only file loses that attribute first. A link of the name goes
+// itself where the platform deletes links, and what it names keeps its bytes and attributes.
 bool CancellaFile(const std::string& percorso);
 
 // Full paths of the files in `cartella` that match `maschera`, in the platform's order.
@@ -58,9 +59,13 @@ std::vector<std::string> ElencaFile(const std::string& cartella, const std::stri
 // itself, not what it names.
 bool SvuotaCartella(const std::string& cartella, const std::string& maschera);
 
-// The program's working files below a folder of its own, never through a link (host::EliminaFileSotto):
-// `percorso` is `base`, "\" and the names below it.
+// The program's working files below a folder of its own, never through a link (host::EliminaFileSotto), and
+// whole or not at all as ScriviFileIntero writes them: `percorso` is `base`, "\" and the names below it. A
+// link of the name is replaced itself; a folder, or a read-only, hidden or system file, stays as it is and the
+// result is false.
 bool ScriviFileSotto(const std::string& base, const std::string& percorso, const std::string& testo);
+bool ScriviFileSotto(const std::string& base, const std::string& percorso,
+                     const std::function<bool(host::File&)>& scrivi);
 // True when the file is gone afterwards.
 bool CancellaFileSotto(const std::string& base, const std::string& percorso);
 

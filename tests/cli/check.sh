@@ -1,10 +1,43 @@
 #!/usr/bin/env bash
 # The check run from the headless tool on demo machines: found folders, folders given as if chosen with
-# "Change", a refused folder, and an empty folder that ends in its prompt.
-. "$(dirname "$0")/comune.sh" "$1"
-pulisci() { chattr -i "$c" 2>/dev/null || true; chmod -R u+w "$t" 2>/dev/null || true; }
+# "Change", a refused folder, a full program folder, and an empty folder that ends in its prompt. With a
+# Windows build, the full program folder alone, run under Wine.
+# usage: tests/cli/check.sh NATIVE_TOOL [WINDOWS_TOOL]
+. "$(dirname "$0")/comune.sh" "$@"
+pulisci() {
+  umount "$t/pieno" 2>/dev/null || true
+  chattr -i "$c" 2>/dev/null || true
+  chmod -R u+w "$t" 2>/dev/null || true
+}
+
+# A program folder that holds the tool and nothing more (a tmpfs, filled): the lists and the info file
+# cannot be written, the message says so, and no working file of the check stays there, empty or cut off.
+programma_pieno() {
+  local nome=cli${exe:+ (Windows build)} file=$t/bin/checkordl-cli${exe:+.exe}
+  mkdir -p "$t/pieno"
+  if [ "$(id -u)" != 0 ] || ! mount -t tmpfs -o size=$((($(stat -c %s "$file") / 4096 + 8) * 4096)) tmpfs "$t/pieno" 2>/dev/null; then
+    echo "$nome check: the full program folder passed over (needs root and tmpfs)"
+    return 0
+  fi
+  cp "$file" "$t/pieno/"
+  head -c 1M /dev/zero >"$t/pieno/riempimento" 2>/dev/null || true
+  local rc=0
+  cartella_strumento=$t/pieno strumento check >/dev/null 2>"$t/err" || rc=$?
+  [ $rc = 1 ] || fail "$nome, full program folder: exit $rc: $(cat "$t/err")"
+  grep -qF "critical: ERROR: I cann't write in current folder: " "$t/err" || fail "$nome, full program folder: $(cat "$t/err")"
+  local restano
+  restano=$(ls "$t/pieno" | grep -iE '\.el$|\.part$|^infofile\.bin$' || true)
+  [ -z "$restano" ] || fail "$nome, full program folder: working files left: $restano"
+  umount "$t/pieno"
+}
 
 "$cli" demo "$WINEPREFIX" > "$t/prospetti" 2> "$t/err" || fail "demo: $(cat "$t/err")"
+if [ -n "$exe" ]; then
+  con_wine
+  programma_pieno
+  echo "cli check (Windows build): ok"
+  exit 0
+fi
 [ "$(grep -c '^== ' "$t/prospetti")" = 11 ] || fail "demo reports: $(cat "$t/prospetti")"
 grep -q '^  + \\data\\tut1.tr4 (1500 bytes)' "$t/prospetti" || fail "demo comparison"
 grep -q '^\\data\\title.tr4  26 Kb (27000 bytes) *ORIGINALE CD' "$t/prospetti" || fail "demo backup analysis"
@@ -62,6 +95,8 @@ else
   rm -f "$WINEPREFIX/drive_c/prova"
   echo "cli check: C:\ refusing new files not tried (the file system cannot make a folder refuse them)"
 fi
+
+programma_pieno
 
 # Nothing found: the prompt for the editor folder, no dialog, exit 1, no snapshot.
 rm -f "$WINEPREFIX/system.reg" "$WINEPREFIX/drive_c/INFO_ORDL.BIN"

@@ -1,11 +1,15 @@
 # The opening that the shell tests of the headless tool share, sourced with the tool as $1: strict mode; a
 # scratch folder $t, removed at the end after the test's own `pulisci` when it defines one; `fail`; the tool
 # copied into $t/bin as $cli, so that the working files it keeps beside itself are the test's alone;
-# WINEPREFIX=$t/p, which the demo makes, or `prefisso_c`; $dati, the test data.
+# WINEPREFIX=$t/p, which the demo makes, or `prefisso_c`; $dati, the test data. A test that also runs a
+# Windows build, given as $2 (sourced with "$@"), runs it with `strumento` once `con_wine` has readied the
+# prefix the native tool made.
 set -euo pipefail
 t=$(realpath "$(mktemp -d)")
+exe=${2:-}
 fine_prova() {
   if declare -F pulisci >/dev/null; then pulisci; fi
+  [ -z "$exe" ] || wineserver -k 2>/dev/null || true
   rm -rf "$t"
 }
 trap fine_prova EXIT
@@ -22,4 +26,25 @@ prefisso_c() {
   ln -s ../drive_c "$WINEPREFIX/dosdevices/c:"
   local d
   for d in "$@"; do mkdir -p "$c/$d"; done
+}
+
+# The tool under test from $t/bin (or $cartella_strumento): the native one, or the Windows build under Wine
+# without Wine's own lines.
+strumento() {
+  local d=${cartella_strumento:-$t/bin}
+  [ -n "$exe" ] || { "$d/checkordl-cli" "$@"; return; }
+  local rc=0
+  wine_esegui "$d/checkordl-cli.exe" "$@" 2>"$t/err.wine" || rc=$?
+  grep -v '^wine: ' "$t/err.wine" >&2 || true
+  return $rc
+}
+# The prefix completed by Wine, with Z: the host's root, and the Windows build beside the native tool.
+con_wine() {
+  [ -n "$exe" ] || return 0
+  . "$(dirname "${BASH_SOURCE[0]}")/../../scripts/wine.sh"
+  wine_ambiente
+  export LC_ALL=C.UTF-8
+  timeout 300 wineboot -u >/dev/null 2>&1 || true
+  ln -sfn / "$WINEPREFIX/dosdevices/z:"
+  cp "$exe" "$t/bin/checkordl-cli.exe"
 }

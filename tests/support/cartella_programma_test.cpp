@@ -35,8 +35,8 @@ TEST(CartellaProgramma, NienteAttraversoUnCollegamento) {
       {"Dati", "", [&] { return support::ScriviFileSotto(p, p + "\\dati\\A.TXT", "x"); }, false},
       {"Dati", "", [&] { return support::CancellaFileSotto(p, p + "\\Dati\\a.txt"); }, false},
       {"Dati/sub", "", [&] { return support::ScriviFileSotto(p, p + "\\Dati\\sub\\new.txt", "x"); }, false},
-      {"TRLE.el", "a.txt", [&] { return support::ScriviFileSotto(p, p + "\\trle.el", "x"); }, false},
-      // The link itself goes; what it names stays.
+      // The link itself is replaced, or goes; what it names stays.
+      {"TRLE.el", "a.txt", [&] { return support::ScriviFileSotto(p, p + "\\trle.el", "x"); }, true},
       {"TRLE.el", "a.txt", [&] { return support::CancellaFileSotto(p, p + "\\TRLE.EL"); }, true},
   };
   for (const auto& c : casi) {
