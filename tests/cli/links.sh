@@ -53,9 +53,16 @@ p/drive_c/INFO_ORDL.BIN|ro.txt|check|plain: Scanning is complete
 bin/backup_trle.le|a.txt|sample C:\Giochi|plain: Creato file elenco: 
 CASI
 
-# A link to a file inside Dati goes itself when Dati is emptied, and the member takes its place.
+# A link to a file inside Dati goes itself when Dati is emptied, and the member takes its place. Under Wine a
+# Windows program cannot delete a host link without deleting what it names: Dati is refused instead.
 mkdir -p "$t/bin/Dati"
 ln -s "$fuori/a.txt" "$t/bin/Dati/INFOFILE.BIN"
-strumento report 'C:\INFO_ORDL.BIN' header >/dev/null 2>"$t/err" || fail "report over a link: $(cat "$t/err")"
-[ -z "$(find "$t/bin/Dati" -type l)" ] && [ -f "$t/bin/Dati/Infofile.bin" ] || fail "the link in Dati stayed"
+if [ -z "$exe" ]; then
+  strumento report 'C:\INFO_ORDL.BIN' header >/dev/null 2>"$t/err" || fail "report over a link: $(cat "$t/err")"
+  [ -z "$(find "$t/bin/Dati" -type l)" ] && [ -f "$t/bin/Dati/Infofile.bin" ] || fail "the link in Dati stayed"
+else
+  ! strumento report 'C:\INFO_ORDL.BIN' header >/dev/null 2>"$t/err" &&
+    grep -qF "Dati: the files in it cannot all be deleted" "$t/err" || fail "report over a link: $(cat "$t/err")"
+  [ "$(cat "$fuori/a.txt")" = a ] || fail "report over a link: what it names changed"
+fi
 echo "$nome links: ok"
