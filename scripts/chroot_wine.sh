@@ -8,7 +8,7 @@
 # usage: scripts/chroot_wine.sh prepara              makes both at once, or says in one line why it cannot
 #        scripts/chroot_wine.sh pronto ARCH          true when the chroot ARCH (amd64 or i386) is complete
 #        scripts/chroot_wine.sh esegui ARCH CMD...   runs CMD there, in the repository (bound at its own path)
-# Nothing stays mounted: every run has a mount namespace of its own, which ends with it.
+# Nothing stays mounted or running: every run has mount and PID namespaces of its own, which end with it.
 set -euo pipefail
 radice=$(cd "$(dirname "$0")/.." && pwd -P)
 cache=${CHECKORDL_CHROOT:-/var/cache/checkordl}
