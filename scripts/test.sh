@@ -3,17 +3,23 @@
 # of outside files under the fuzzer for a short while, a plain Release build as a packager makes it with the
 # tests natively, the Windows build's tests and the cross-check of the two machine back ends under Wine, the
 # packages installed, run and removed, the tests under AddressSanitizer and UndefinedBehaviorSanitizer, and
-# the program for 32-bit Windows built, checked and packed.
+# the program for 32-bit Windows built, checked, packed and run under Wine in two Debian chroots (a WoW64 one
+# and a 32-bit one), which are made meanwhile or reused.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/dipendenze.sh
 installa cmake ninja-build g++ make googletest libgtest-dev libgmock-dev locales g++-mingw-w64-x86-64 g++-mingw-w64-i686 qt6-base-dev \
   nlohmann-json3-dev nsis lintian appstream dpkg-dev file procps \
-  clang libclang-rt-14-dev libwine win32-loader wine wine64 python3
+  clang libclang-rt-14-dev libwine win32-loader wine wine64 python3 debootstrap
 locale_italiano
 jobs=$(nproc)
 inizio=$(date +%s)
 tappa() { echo "== $1 ($(($(date +%s) - inizio)) s)"; }
+
+# The chroots for the 32-bit program, made while the builds run (or found made by an earlier run).
+mkdir -p build
+bash scripts/chroot_wine.sh prepara >build/chroot_wine.log 2>&1 &
+chroot_wine=$!
 
 # Test code stays a modest share of the code, and every row of the mutation table still finds its lines.
 python3 scripts/rapporto_test.py --max 0.35
@@ -49,7 +55,9 @@ cmake --preset asan
 cmake --build --preset asan -j "$jobs"
 ctest --preset asan -j "$jobs"
 
-# The program for 32-bit Windows, checked and packed; run under Wine only where Wine's 32-bit part installs.
+# The program for 32-bit Windows, checked and packed; run under Wine where the chroots were made.
 tappa "Windows 32-bit"
-bash scripts/windows32.sh build/mingw
+wait "$chroot_wine" || true
+cat build/chroot_wine.log
+bash scripts/windows32.sh build/mingw build/release
 tappa "done"

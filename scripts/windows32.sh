@@ -1,36 +1,28 @@
 #!/usr/bin/env bash
 # The program for 32-bit Windows (7 and later, which also runs on 64-bit Windows): built with Debian's
 # mingw-w64 for x86, checked without running it (PE machine i386, the manifest, the same DLLs as the 64-bit
-# build, no function that Windows 7 lacks), packed as CheckORDL-<version>-win32.zip, and its test suite run
-# under Wine where Wine's 32-bit part (wine32:i386) can be installed. Where it cannot, one line says so and
-# the 64-bit build of the same code, which the rest of the suite runs, stands for it.
-# usage: scripts/windows32.sh [WINDOWS_64_BUILD]   (default build/mingw)
+# build, no function that Windows 7 lacks), packed as CheckORDL-<version>-win32.zip, then run under Wine in
+# the chroots of scripts/chroot_wine.sh: in a 64-bit prefix of a WoW64 Wine (amd64 chroot) the test suite,
+# the Win32 windows, the walk of checkordl.exe and the cross-check against the native tool; in the 32-bit
+# Windows of the i386 chroot the test suite and the Win32 windows at 144 dpi. Where a chroot is not made,
+# one line says so and the 64-bit build of the same code, which the rest of the suite runs, stands for it.
+# usage: scripts/windows32.sh [WINDOWS_64_BUILD [NATIVE_BUILD]]   (default build/mingw and build/release)
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/dipendenze.sh
-. scripts/wine.sh
 installa g++-mingw-w64-i686 python3
 b64=${1:-build/mingw}
+nativo=${2:-build/release}
 b=build/mingw32
 fail() { echo "windows 32-bit: $*" >&2; exit 1; }
 
-# Wine's 32-bit part, where the package archive serves it; the machine is left as it was where it does not.
-wine32=0
-if dpkg-query -W -f='${Status}' wine32:i386 2>/dev/null | grep -q 'install ok installed'; then
-  wine32=1
-else
-  sudo=""
-  [ "$(id -u)" -eq 0 ] || sudo="sudo"
-  straniera=$(dpkg --print-foreign-architectures | grep -c '^i386$' || true)
-  if $sudo dpkg --add-architecture i386 && $sudo env DEBIAN_FRONTEND=noninteractive apt-get update -qq >/dev/null 2>&1 &&
-    $sudo env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends wine32:i386 >/dev/null 2>&1; then
-    wine32=1
-  elif [ "$straniera" = 0 ]; then
-    $sudo dpkg --remove-architecture i386 2>/dev/null || true
-    $sudo env DEBIAN_FRONTEND=noninteractive apt-get update -qq >/dev/null 2>&1 || true
-  fi
-fi
-[ "$wine32" = 1 ] || echo "windows 32-bit: wine32:i386 cannot be installed here, so the 32-bit build is checked but not run (its code runs in the 64-bit build)"
+chroot="" mancanti=""
+for a in amd64 i386; do
+  if bash scripts/chroot_wine.sh pronto $a; then chroot="$chroot $a"; else mancanti="$mancanti $a"; fi
+done
+[ -z "$mancanti" ] ||
+  echo "windows 32-bit: no chroot with Wine for$mancanti (scripts/chroot_wine.sh prepara says why), so the 32-bit build is not run there"
+wine32=$([ -n "$chroot" ] && echo 1 || echo 0)
 
 # The test suite only where it can run.
 cmake --preset mingw32 -DCHECKORDL_TESTS=$([ "$wine32" = 1 ] && echo ON || echo OFF) >/dev/null
@@ -69,13 +61,21 @@ for e in checkordl.exe checkordl-cli.exe; do
 done
 echo "windows 32-bit: $zip, $(stat -c %s "$b/pacchetti/$zip") bytes; i386, manifest, DLLs and imports checked"
 
-if [ "$wine32" = 1 ]; then
-  wine_ambiente
-  export LC_ALL=C.UTF-8
-  t=$(mktemp -d)
-  trap 'WINEPREFIX=$t/prefix wineserver -k 2>/dev/null || true; rm -rf "$t"' EXIT
-  wine_prefisso "$t/prefix"
-  wine_regionale
-  ctest --test-dir "$b" --output-on-failure --timeout 600 2>&1 | grep -v '^[0-9]*: wine: ' ||
-    fail "the test suite failed under Wine"
+# Without the 32-bit Windows of the i386 chroot, the 64-bit build's window tests take its place at 144 dpi.
+if [ "$wine32" = 0 ] || [[ $chroot != *i386* ]]; then
+  WINE_PASSI=finestre WINE_DPI=144 bash scripts/wine_suite.sh "$nativo" "$b64" || fail "the 64-bit windows at 144 dpi"
 fi
+[ "$wine32" = 1 ] || exit 0
+# The demo machine for the windows, made here by the native tool, which the i386 chroot cannot run.
+strumento=$(mktemp -d "$PWD/$b/strumento.XXXXXX")
+trap 'rm -rf "$strumento"' EXIT
+cp "$nativo/cli/checkordl-cli" "$strumento/"
+"$strumento/checkordl-cli" demo "$strumento/demo" >/dev/null 2>&1 || true
+inizio=$(date +%s)
+for a in $chroot; do
+  passi="suite finestre guida incrocio" dpi=""
+  [ $a = amd64 ] || passi="suite finestre" dpi=144
+  bash scripts/chroot_wine.sh esegui $a env WINE_PASSI="$passi" WINE_DPI="$dpi" WINE_STRUMENTO="$strumento" \
+    bash scripts/wine_suite.sh "$nativo" "$b" || fail "under Wine in the $a chroot"
+  echo "windows 32-bit: $a chroot done ($(($(date +%s) - inizio)) s)"
+done

@@ -2,11 +2,14 @@
 # waiting for ever.
 
 # No window, no debug chatter, no offer to install Mono or Gecko (a dialog that would wait for a click).
+# Prefixes are of the 64-bit kind where Wine has its 64-bit part, else (a 32-bit-only Wine) of the 32-bit one.
 wine_ambiente() {
   unset DISPLAY WAYLAND_DISPLAY
-  export WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml=" WINEARCH=win64
+  export WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
   WINE=$(command -v wine || command -v wine64 || echo /usr/lib/wine/wine64)
-  export WINE
+  WINEARCH=win32
+  if command -v wine64 >/dev/null || [ -x /usr/lib/wine/wine64 ]; then WINEARCH=win64; fi
+  export WINE WINEARCH
 }
 
 # A fresh prefix in $1, set up and with its server gone, so that its registry files are complete.
@@ -30,4 +33,9 @@ wine_regionale() {
 # Runs a Windows program of the build; its exit status is the program's.
 wine_esegui() {
   timeout "${WINE_TEMPO:-300}" "$WINE" "$@"
+}
+
+# The display's resolution, in dots per inch, that the prefix's programs are told (96 unless set).
+wine_dpi() {
+  wine_esegui reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$1" /f >/dev/null
 }

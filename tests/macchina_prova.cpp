@@ -140,6 +140,11 @@ void MacchinaProva::AppDataLocale() const {
   host::UsaPrefisso({});
 }
 
+bool MacchinaProva::Windows64() const {
+  BOOL wow64 = FALSE;
+  return sizeof(void*) == 8 || (::IsWow64Process(::GetCurrentProcess(), &wow64) && wow64);
+}
+
 #else
 
 struct MacchinaProva::Ripristino {};
@@ -176,6 +181,10 @@ void MacchinaProva::AppDataLocale() const {
              "Folders]\n\"Local AppData\"=\"C:\\\\users\\\\utente\\\\AppData\\\\Local\"\n");
   fs::create_directories(C("users/utente/AppData/Local"));
   host::UsaPrefisso(prefisso_);
+}
+
+bool MacchinaProva::Windows64() const {
+  return LeggiHost(prefisso_ + "/system.reg").find("\n#arch=win32") == std::string::npos;
 }
 
 #endif

@@ -31,6 +31,10 @@ class MacchinaProva {
   // on Windows the user's own, whose VirtualStore goes with the test.
   void AppDataLocale() const;
 
+  // Whether the machine is a 64-bit Windows: on Windows the system the test runs on, elsewhere the kind of
+  // prefix that system.reg names (a prefix without the line is the 64-bit kind Wine makes).
+  bool Windows64() const;
+
   static void ScriviHost(const std::string& host, const std::string& byte);
   static std::string LeggiHost(const std::string& host);
   static bool EsisteHost(const std::string& host);

@@ -53,13 +53,21 @@ void Menu(win32::FinestraAnalisi& f, const char* voce) {
   SendMessageA(f.Hwnd(), WM_COMMAND, static_cast<WPARAM>(win32::IdVoceBarra(voce)), 0);
 }
 
-// A window's controls, one line each: class, name, caption and place in client pixels; the menu bar with
-// its marks; then the order of the tab key.
+// Client pixels as at 96 dpi: the windows scale with the display's resolution, one table holds for all.
+int A96(long pixel) {
+  HDC dc = GetDC(nullptr);
+  const int dpi = GetDeviceCaps(dc, LOGPIXELSY);
+  ReleaseDC(nullptr, dc);
+  return MulDiv(static_cast<int>(pixel), 96, dpi);
+}
+
+// A window's controls, one line each: class, name, caption and place in client pixels at 96 dpi; the menu
+// bar with its marks; then the order of the tab key.
 std::string Controlli(const win32::Finestra& f, const support::Forma& forma) {
   std::ostringstream out;
   RECT c{};
   GetClientRect(f.Hwnd(), &c);
-  out << '"' << Testo(f.Hwnd()) << "\" " << c.right << 'x' << c.bottom << '\n';
+  out << '"' << Testo(f.Hwnd()) << "\" " << A96(c.right) << 'x' << A96(c.bottom) << '\n';
   for (const support::Controllo& k : forma.controlli) {
     HWND w = f.Controllo(k.nome);
     char classe[64] = {};
@@ -67,13 +75,13 @@ std::string Controlli(const win32::Finestra& f, const support::Forma& forma) {
     RECT r{};
     GetWindowRect(w, &r);
     MapWindowPoints(nullptr, f.Hwnd(), reinterpret_cast<POINT*>(&r), 2);
-    out << classe << ' ' << k.nome << " \"" << Testo(w) << "\" " << r.left << ',' << r.top << ' '
-        << r.right - r.left << 'x';
+    out << classe << ' ' << k.nome << " \"" << Testo(w) << "\" " << A96(r.left) << ',' << A96(r.top) << ' '
+        << A96(r.right - r.left) << 'x';
     // A drop-down list's height is the system's, from the fonts the machine has.
     if (std::string(classe) == WC_COMBOBOXA)
       out << '-';
     else
-      out << r.bottom - r.top;
+      out << A96(r.bottom - r.top);
     out << '\n';
   }
   if (HMENU barra = GetMenu(f.Hwnd())) {
