@@ -27,7 +27,7 @@ bool grezzo::Elimina(const std::string& path, int* err) {
 bool CreaUnaCartella(const std::string& path, int* err) {
   const std::string p = SenzaBarraFinale(path);
   if (!PercorsoAccettato(p, err)) return false;
-  if (!::CreateDirectoryA(p.c_str(), nullptr)) {
+  if (!::CreateDirectoryW(Largo(p).c_str(), nullptr)) {
     Imposta(err, ErroreDa(::GetLastError(), p));
     return false;
   }
