@@ -113,7 +113,7 @@ std::string CartellaSpeciale(int csidl, long* esito) {
   const HRESULT hr = ::SHGetFolderPathW(reinterpret_cast<HWND>(1), csidl, token, 0, stanza);
   *esito = hr;
   if (hr != S_OK) return {};
-  return DaLargo(std::wstring(stanza, ::wcsnlen(stanza, MAX_PATH)));
+  return DaLargo(stanza);
 }
 
 }  // namespace host
