@@ -107,11 +107,10 @@ fi
 
 # A member that cannot be read is left out, as one that does not exist, and named with the reason: the table
 # and the bodies agree. The pipe is the host's own; a Windows program holds a file open without sharing it.
-# leggi_tabella SNAPSHOT EXPECTED: the snapshot unpacks whole, with that table.
-leggi_tabella() {
+# tabella_di SNAPSHOT: the snapshot unpacks whole; its table in $t/tabella.
+tabella_di() {
   rm -rf "$t/fuori" && mkdir -p "$t/fuori"
   "$cli" unpack "$1" "$(zeta "$t/fuori")" >"$t/tabella" || fail "unpack of $1"
-  [ "$(cat "$t/tabella")" = "$(printf "$2")" ] || fail "table of $1: $(cat "$t/tabella")"
 }
 printf 'dopo' >"$c/dopo.txt"
 qlv=$c/Ordelio/archivio.qlv
@@ -120,7 +119,8 @@ tieni=$(dirname "${exe:-.}")/../tools/checkordl_tieni.exe
 if [ -z "$exe" ]; then
   mkfifo "$c/tubo"
   esegui "member that cannot be read" 0 'C:\tubo (it cannot be read)' pack 'C:\s.bin' 'C:\tubo' 'C:\dopo.txt'
-  leggi_tabella 'C:\s.bin' 'C:\\dopo.txt\t4'
+  tabella_di 'C:\s.bin'
+  [ "$(cat "$t/tabella")" = "$(printf 'C:\\dopo.txt\t4')" ] || fail "table: $(cat "$t/tabella")"
   rm "$qlv" && mkfifo "$qlv"
   esegui "archive that cannot be read" 0 'C:\Ordelio\archivio.qlv (it cannot be read)' check
   if [ "$root" = 0 ]; then
@@ -146,8 +146,7 @@ else
   salta "archive held open" "no checkordl_tieni.exe beside the tool's build"
 fi
 if [ -z "$exe" ] || [ -f "$tieni" ]; then
-  rm -rf "$t/fuori" && mkdir -p "$t/fuori"
-  "$cli" unpack 'C:\INFO_ORDL.BIN' "$(zeta "$t/fuori")" >"$t/tabella" 2>/dev/null || fail "unpack of the check's snapshot"
+  tabella_di 'C:\INFO_ORDL.BIN'
   ! grep -q archivio.qlv "$t/tabella" || fail "the archive that could not be read is in the snapshot"
   grep -q 'TRLE\.el' "$t/tabella" || fail "the check's snapshot lacks the members after the archive"
 fi
