@@ -11,8 +11,12 @@ int VerboPack(const Argomenti& args, MessaggiConsole& msg) {
   for (std::size_t i = 1; i < args.size(); ++i) membri.push_back(ArgomentoPercorso(args[i]));
   support::DidascaliaMuta info;
   support::BarraMuta barra;
-  if (!collection::SalvaSnapshot(snapshot, membri, static_cast<std::int32_t>(membri.size()), info, barra))
+  std::vector<collection::MembroEscluso> esclusi;
+  if (!collection::SalvaSnapshot(snapshot, membri, static_cast<std::int32_t>(membri.size()), info, barra,
+                                 &esclusi))
     msg.Critico("Error saving " + snapshot);
+  else if (!esclusi.empty())
+    msg.Semplice(collection::MessaggioEsclusi(esclusi));
   return msg.CriticoMostrato() ? 1 : 0;
 }
 

@@ -36,18 +36,31 @@ void ChiudiAllaFine(Principale& p) {
   p.Chiudi();
 }
 
+// Where the snapshot went: the name written ("" when neither place could be), the second place tried when
+// C:\ refused it ("" when none was), and the members that exist but could not be read.
+struct Salvataggio {
+  std::string scritto;
+  std::string secondo;
+  std::vector<MembroEscluso> esclusi;
+};
+
 // C:\ as ever, else the user's desktop: since Vista the root of the system drive takes folders but no new
 // files from a program that is not elevated (and the manifest's "asInvoker" asks for no redirection),
-// while the desktop is the user's own. The name written, "" when neither place could be.
-std::string SalvaDoveSiPuo(const MembriSnapshot& m, Principale& p) {
+// while the desktop is the user's own.
+Salvataggio SalvaDoveSiPuo(const MembriSnapshot& m, Principale& p) {
+  Salvataggio s;
   const auto salva = [&](const std::string& nome) {
-    return SalvaSnapshot(nome, m.Membri, m.NumeroMembri, p.Label_Info, p.ProgressBar1);
+    const bool scritto =
+        SalvaSnapshot(nome, m.Membri, m.NumeroMembri, p.Label_Info, p.ProgressBar1, &s.esclusi);
+    if (scritto) s.scritto = nome;
+    return scritto;
   };
-  if (salva(kNomeSnapshot)) return kNomeSnapshot;
+  if (salva(kNomeSnapshot)) return s;
   const std::string desktop = support::GetCartellaSpeciale(host::kCsidlDesktopDirectory);
-  if (desktop.empty()) return {};
-  const std::string nome = desktop + "\\" + support::EstraiNomeFile(kNomeSnapshot);
-  return salva(nome) ? nome : std::string();
+  if (desktop.empty()) return s;
+  s.secondo = desktop + "\\" + support::EstraiNomeFile(kNomeSnapshot);
+  salva(s.secondo);
+  return s;
 }
 
 }  // namespace
@@ -147,10 +160,14 @@ void Pul_Start_Click(Principale& p) {
     return;
   }
 
-  p.SnapshotScritto = SalvaDoveSiPuo(membri, p);
+  const Salvataggio salvataggio = SalvaDoveSiPuo(membri, p);
+  p.SnapshotScritto = salvataggio.scritto;
   if (p.SnapshotScritto.empty()) {
-    p.Messaggi.Critico(std::string("Error saving ") + kNomeSnapshot);
+    // The documented line first; the desktop, when it was tried too, on a line of its own.
+    p.Messaggi.Critico(std::string("Error saving ") + kNomeSnapshot +
+                       (salvataggio.secondo.empty() ? "" : "\r\nError saving " + salvataggio.secondo));
   } else {
+    if (!salvataggio.esclusi.empty()) p.Messaggi.Semplice(MessaggioEsclusi(salvataggio.esclusi));
     int err = 0;
     const auto lunghezza = static_cast<double>(host::LunghezzaFile(p.SnapshotScritto, &err));
     p.Messaggi.Semplice(std::string("Scanning is complete\r\n") + "Now you should send following file:\r\n" +

@@ -102,16 +102,22 @@ enum class Guasto { nessuno, scrittura, membro };
 
 // Copies exactly `dimensione` bytes of the member into the snapshot, so that the table and the bodies agree:
 // a member that grew meanwhile is cut, one that shrank is made up with NULs. A member that cannot be opened,
-// or whose reading fails, is a failure of the member.
-Guasto CopiaCorpo(const std::string& percorso, std::int64_t dimensione, host::File& out, char* pezzo) {
-  int err = 0;
-  host::File in = host::File::ApriLettura(percorso, &err);
-  if (err || !in.Aperto()) return Guasto::membro;
+// or whose reading fails, is a failure of the member, with the platform's error in `errore`.
+Guasto CopiaCorpo(const std::string& percorso, std::int64_t dimensione, host::File& out, char* pezzo,
+                  int* errore) {
+  host::File in = host::File::ApriLettura(percorso, errore);
+  if (*errore || !in.Aperto()) {
+    if (!*errore) *errore = host::kErrPathFileAccess;
+    return Guasto::membro;
+  }
   bool finito = false;
   for (std::int64_t restante = dimensione; restante > 0;) {
     const auto voglio = static_cast<std::size_t>(std::min<std::int64_t>(restante, kPezzo));
     const std::size_t avuti = finito ? 0 : in.Leggi(pezzo, voglio);
-    if (in.ErroreLettura()) return Guasto::membro;
+    if (in.ErroreLettura()) {
+      *errore = host::kErrPathFileAccess;
+      return Guasto::membro;
+    }
     if (avuti < voglio) {
       finito = true;
       std::fill(pezzo + avuti, pezzo + voglio, '\0');
@@ -122,15 +128,17 @@ Guasto CopiaCorpo(const std::string& percorso, std::int64_t dimensione, host::Fi
   return Guasto::nessuno;
 }
 
-// The whole snapshot into the new file `out`; `membro` is the index of a member that could not be read.
+// The whole snapshot into the new file `out`; `membro` is the index of a member that could not be read,
+// `errore` why.
 Guasto ScriviContenuto(host::File& out, const ContenutoSnapshot& t, support::BarraProgresso& barra,
-                       std::size_t* membro) {
+                       std::size_t* membro, int* errore) {
   const std::string tabella = CodificaTabella(t);
   if (!out.Scrivi(tabella.data(), tabella.size())) return Guasto::scrittura;
   const auto pezzo = std::make_unique<char[]>(kPezzo);
   for (std::int32_t i = 0; i < t.Numero; ++i) {
     support::AggiornaProgresso(barra, t.Numero, i + 1);
-    if (const Guasto g = CopiaCorpo(t.Nomi[i], t.Dimensioni[i], out, pezzo.get()); g != Guasto::nessuno) {
+    if (const Guasto g = CopiaCorpo(t.Nomi[i], t.Dimensioni[i], out, pezzo.get(), errore);
+        g != Guasto::nessuno) {
       *membro = static_cast<std::size_t>(i);
       return g;
     }
@@ -184,8 +192,9 @@ std::string NomeDestinazione(const std::string& nomeMembro) {
 }
 
 bool SalvaSnapshot(const std::string& NomeFile, const std::vector<std::string>& Membri,
-                   std::int32_t NumeroMembri, support::Didascalia& labelInfo,
-                   support::BarraProgresso& barra) {
+                   std::int32_t NumeroMembri, support::Didascalia& labelInfo, support::BarraProgresso& barra,
+                   std::vector<MembroEscluso>* esclusi) {
+  std::vector<MembroEscluso> fuori;
   labelInfo.ImpostaTesto("Saving ordl_info file");
   labelInfo.Ridisegna();
   support::CancellaFile(NomeFile);
@@ -202,24 +211,44 @@ bool SalvaSnapshot(const std::string& NomeFile, const std::vector<std::string>& 
   // Written whole under a name of its own beside the snapshot, then put in the snapshot's place in one
   // step: a full disk, a failing write or a process killed meanwhile leaves no snapshot that is not whole,
   // and a link at the snapshot's name is replaced, never written through. A member that cannot be read is
-  // left out, as one that does not exist: the table and the bodies always agree.
+  // left out and recorded with its reason: the table and the bodies always agree.
   for (;;) {
     Guasto g = Guasto::nessuno;
     std::size_t membro = 0;
+    int errore = 0;
     if (support::ScriviFileIntero(NomeFile, [&](host::File& out) {
-          g = ScriviContenuto(out, t, barra, &membro);
+          g = ScriviContenuto(out, t, barra, &membro, &errore);
           return g == Guasto::nessuno;
         }))
       break;
-    if (g != Guasto::membro) return false;
+    if (g != Guasto::membro) {
+      if (esclusi) esclusi->clear();
+      return false;
+    }
+    // One that went meanwhile is missing, as one that was never there; the others are named.
+    if (errore != host::kErrFileNotFound && errore != host::kErrPathNotFound)
+      fuori.push_back({t.Nomi[membro], errore});
     Togli(t, membro);
   }
+  if (esclusi) *esclusi = std::move(fuori);
 
   labelInfo.ImpostaTesto("");
   labelInfo.Ridisegna();
   barra.SetValue(0);
   barra.Refresh();
   return true;
+}
+
+std::string MessaggioEsclusi(const std::vector<MembroEscluso>& esclusi) {
+  if (esclusi.empty()) return {};
+  std::string testo = "These files could not be read and are not in the snapshot:\r\n";
+  for (const MembroEscluso& e : esclusi) {
+    const char* motivo = "it cannot be read";
+    if (e.errore == host::kErrFileAlreadyOpen) motivo = "another program holds it open";
+    if (e.errore == host::kErrPermissionDenied) motivo = "access is denied";
+    testo += e.percorso + " (" + motivo + ")\r\n";
+  }
+  return testo + "Close Ordelio and the level editor, then run the check again.";
 }
 
 bool EstraiSnapshot(const std::string& NomeFile, const std::string& Cartella, ContenutoSnapshot& contenuto,

@@ -19,11 +19,26 @@ struct ContenutoSnapshot {
   std::vector<std::int32_t> Dimensioni;
 };
 
+// A member that exists but could not be read, and so was left out of the snapshot: its path and the
+// platform's error number (kErrFileAlreadyOpen when another program holds it open without sharing,
+// kErrPermissionDenied when access is denied, another number for anything else).
+struct MembroEscluso {
+  std::string percorso;
+  int errore = 0;
+};
+
 // Packs the members that exist and can be read, in order. False when the snapshot cannot be written whole,
-// and then no file of its name is left. It is written as NomeFile + kSuffissoParziale first.
+// and then no file of its name is left. It is written as NomeFile + kSuffissoParziale first. `esclusi`, when
+// given, receives the members that exist but could not be read, in order (empty when the snapshot was not
+// written).
 using support::kSuffissoParziale;
 bool SalvaSnapshot(const std::string& NomeFile, const std::vector<std::string>& Membri,
-                   std::int32_t NumeroMembri, support::Didascalia& labelInfo, support::BarraProgresso& barra);
+                   std::int32_t NumeroMembri, support::Didascalia& labelInfo, support::BarraProgresso& barra,
+                   std::vector<MembroEscluso>* esclusi = nullptr);
+
+// The plain message that names each member left out and why, and what the user can do about it; "" when
+// none was.
+std::string MessaggioEsclusi(const std::vector<MembroEscluso>& esclusi);
 
 // Unpacks every member into the existing folder `Cartella` by the last component of its name. True when the
 // end of the snapshot was reached; members unpacked before a failure stay. With `base`, a folder of the

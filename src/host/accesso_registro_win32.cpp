@@ -1,4 +1,4 @@
-// The registry and the shell folders through the platform's ANSI calls. Where the program's fixed rooms
+// The registry through the platform's ANSI calls, and the shell folders. Where the program's fixed rooms
 // would cut a name or a value short, these ask again with the room the value needs.
 #ifdef _WIN32
 
@@ -101,17 +101,19 @@ long LeggiValoreSistema(const std::string& chiave, const std::string& nome, std:
 }
 
 std::string CartellaSpeciale(int csidl, long* esito) {
-  char stanza[MAX_PATH + 1] = {};
+  wchar_t stanza[MAX_PATH + 1] = {};
   // The program-files folder as a 32-bit program gets it, whichever kind this build is.
   if (csidl == kCsidlProgramFiles) csidl = kCsidlProgramFilesX86;
   // Owner handle 1 and the default user's token, as the program has always asked; the user's own folders
   // are this user's, which the default user's token would not give.
   const bool dellUtente = csidl == kCsidlDesktopDirectory || csidl == kCsidlLocalAppData;
   const HANDLE token = dellUtente ? nullptr : reinterpret_cast<HANDLE>(-1);
-  const HRESULT hr = ::SHGetFolderPathA(reinterpret_cast<HWND>(1), csidl, token, 0, stanza);
+  // Asked in UTF-16: the ANSI call would give a look-alike letter for one its code page lacks ("Lodz" for
+  // "Łódź"), naming another folder; DaLargo gives '?', which the wide calls resolve again.
+  const HRESULT hr = ::SHGetFolderPathW(reinterpret_cast<HWND>(1), csidl, token, 0, stanza);
   *esito = hr;
   if (hr != S_OK) return {};
-  return std::string(stanza, ::strnlen(stanza, MAX_PATH));
+  return DaLargo(stanza);
 }
 
 }  // namespace host

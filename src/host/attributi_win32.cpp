@@ -11,14 +11,14 @@
 namespace host {
 
 bool Rifiutato(const std::string& path, DWORD bloccanti) {
-  const DWORD a = ::GetFileAttributesA(path.c_str());
+  const DWORD a = ::GetFileAttributesW(Largo(path).c_str());
   return a != INVALID_FILE_ATTRIBUTES && (a & bloccanti);
 }
 
 int grezzo::Attributi(const std::string& path, int* err) {
   const std::string p = SenzaBarraFinale(path);
   if (!PercorsoAccettato(p, err)) return -1;
-  const DWORD a = ::GetFileAttributesA(p.c_str());
+  const DWORD a = ::GetFileAttributesW(Largo(p).c_str());
   if (a == INVALID_FILE_ATTRIBUTES) {
     Imposta(err, ErroreDa(::GetLastError(), p));
     return -1;
@@ -42,7 +42,7 @@ bool grezzo::ImpostaAttributi(const std::string& path, int attr, int* err) {
   DWORD valore = static_cast<DWORD>(attr & (kAttrReadOnly | kAttrHidden | kAttrSystem | kAttrArchive));
   if (valore == 0) valore = FILE_ATTRIBUTE_NORMAL;
   const std::string p = SenzaBarraFinale(path);
-  if (!::SetFileAttributesA(p.c_str(), valore)) {
+  if (!::SetFileAttributesW(Largo(p).c_str(), valore)) {
     Imposta(err, ErroreDa(::GetLastError(), p));
     return false;
   }
@@ -52,7 +52,7 @@ bool grezzo::ImpostaAttributi(const std::string& path, int attr, int* err) {
 std::int64_t grezzo::Lunghezza(const std::string& path, int* err) {
   if (!PercorsoAccettato(path, err)) return -1;
   WIN32_FILE_ATTRIBUTE_DATA dati{};
-  if (!::GetFileAttributesExA(path.c_str(), GetFileExInfoStandard, &dati)) {
+  if (!::GetFileAttributesExW(Largo(path).c_str(), GetFileExInfoStandard, &dati)) {
     Imposta(err, ErroreDa(::GetLastError(), path));
     return -1;
   }

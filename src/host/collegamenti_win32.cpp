@@ -23,11 +23,11 @@ CartellaDaLeggere grezzo::ApriCartella(const std::string& winFolder) {
 bool grezzo::LeggiCartella(const CartellaDaLeggere& cartella, int mask, std::vector<VoceCartella>& voci) {
   voci.clear();
   const std::string base = ConBarra(cartella.percorso);
-  WIN32_FIND_DATAA dati{};
-  HANDLE h = ::FindFirstFileA((base + "*").c_str(), &dati);
+  WIN32_FIND_DATAW dati{};
+  HANDLE h = ::FindFirstFileW((Largo(base) + L"*").c_str(), &dati);
   if (h == INVALID_HANDLE_VALUE) return false;
   do {
-    const std::string nome = dati.cFileName;
+    const std::string nome = DaLargo(dati.cFileName);
     const int attr = static_cast<int>(dati.dwFileAttributes);
     if (nome == "." || nome == ".." || !AmmessoDaMaschera(attr, mask)) continue;
     VoceCartella v;
@@ -44,7 +44,7 @@ bool grezzo::LeggiCartella(const CartellaDaLeggere& cartella, int mask, std::vec
       }
     }
     voci.push_back(std::move(v));
-  } while (::FindNextFileA(h, &dati));
+  } while (::FindNextFileW(h, &dati));
   ::FindClose(h);
   return true;
 }

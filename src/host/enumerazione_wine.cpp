@@ -57,7 +57,8 @@ void grezzo::Elenco(const std::string& pattern, int mask, std::vector<std::strin
   std::string cartella, modello;
   SeparaUltimo(pattern, &cartella, &modello);
   const bool contenuto = modello.empty();
-  if (HaJolly(cartella)) {
+  // A '?' in the folder's names is a letter the code page could not show, which Risolvi resolves.
+  if (cartella.find('*') != std::string::npos) {
     Imposta(err, kErrBadFileName);
     return;
   }

@@ -24,8 +24,8 @@ constexpr std::size_t kPezzo = std::size_t{1} << 30;
 File File::ApriLetturaGrezza(const std::string& winPath, int* err) {
   File f;
   if (!PercorsoAccettato(winPath, err)) return f;
-  const HANDLE h = ::CreateFileA(winPath.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                                 OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+  const HANDLE h = ::CreateFileW(Largo(winPath).c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                 nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
   if (h == INVALID_HANDLE_VALUE) {
     const DWORD codice = ::GetLastError();
     const bool cartella = Rifiutato(winPath, FILE_ATTRIBUTE_DIRECTORY);
@@ -66,8 +66,8 @@ File File::ApriScrittura(const std::string& winPath, int* err) {
     Imposta(err, kErrPathFileAccess);
     return f;
   }
-  const HANDLE h = ::CreateFileA(winPath.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_ALWAYS,
-                                 FILE_ATTRIBUTE_NORMAL, nullptr);
+  const HANDLE h = ::CreateFileW(Largo(winPath).c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
+                                 CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
   if (h == INVALID_HANDLE_VALUE) {
     Imposta(err, ErroreDa(::GetLastError(), winPath));
     return f;
@@ -84,7 +84,7 @@ File File::CreaNuovo(const std::string& winPath, int* err) {
     return f;
   }
   // CREATE_NEW fails on any entry of that name, a link included, so nothing is written through one.
-  const HANDLE h = ::CreateFileA(winPath.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_NEW,
+  const HANDLE h = ::CreateFileW(Largo(winPath).c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_NEW,
                                  FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
   if (h == INVALID_HANDLE_VALUE) {
     const DWORD codice = ::GetLastError();
@@ -108,7 +108,7 @@ File File::ApriScritturaSotto(const std::string& base, const std::string& percor
     Imposta(err, kErrPathFileAccess);
     return f;
   }
-  const HANDLE h = ::CreateFileA(p.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_ALWAYS,
+  const HANDLE h = ::CreateFileW(Largo(p).c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_ALWAYS,
                                  FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
   if (h == INVALID_HANDLE_VALUE) {
     Imposta(err, ErroreDa(::GetLastError(), p));

@@ -57,9 +57,11 @@ inline std::string ConBarra(const std::string& cartella) {
 }
 
 // How every call of a back end that names one file or folder begins: no error yet, and a path that is empty
-// or holds a wildcard, which names none, refused as a bad file name (false).
+// or holds a "*", which names none, refused as a bad file name (false). A '?' is no wildcard here but a
+// letter the code page could not show (a desktop below "C:\Users\?ukasz"): the back end resolves
+// it to the entry whose real name it stands for, or refuses it as a bad name when there is none.
 inline bool PercorsoAccettato(const std::string& path, int* err) {
-  const bool accettato = !path.empty() && !HaJolly(path);
+  const bool accettato = !path.empty() && path.find('*') == std::string::npos;
   Imposta(err, accettato ? kNessunErrore : kErrBadFileName);
   return accettato;
 }

@@ -1,7 +1,8 @@
 // What the files of the Win32 back end share among themselves; no other part of the program sees it. The
-// back end is the ANSI Win32 calls, with their error codes turned into the program's error numbers. Where
-// the platform answers "access denied" for a file it merely will not open that way, the answer is made the
-// same as the Wine back end's, so callers see one behaviour.
+// back end is the Win32 calls, with their error codes turned into the program's error numbers; the ones that
+// name a file are the wide calls, the path passed through Largo, so that a folder whose name the ANSI code
+// page cannot show is reached too. Where the platform answers "access denied" for a file it merely will not
+// open that way, the answer is made the same as the Wine back end's, so callers see one behaviour.
 #pragma once
 #ifdef _WIN32
 
@@ -25,6 +26,15 @@ namespace host {
 bool DriveAssente(const std::string& path);
 // The program's error number for the platform's error code of a call on `path`.
 int ErroreDa(DWORD codice, const std::string& path);
+
+// A name the platform gives in UTF-16 in the program's form, the ANSI code page, with '?' for what that
+// cannot hold (never a look-alike letter, which could name another file).
+std::string DaLargo(const std::wstring& largo);
+// A path of the program's form for the platform's wide calls. '?' never stands in a Windows name, so a
+// folder name that holds it is one the ANSI code page could not show (a desktop below a profile named
+// outside it): it is taken to be the entry of that folder whose name DaLargo gives as it is. A name left
+// without such an entry keeps its '?', which the platform refuses as a bad name.
+std::wstring Largo(const std::string& path);
 
 // For calls that answer with the length they wrote, or with the size they need when the buffer is short.
 template <class Chiamata>

@@ -12,12 +12,12 @@ namespace host {
 bool grezzo::Elimina(const std::string& path, int* err) {
   const std::string p = SenzaBarraFinale(path);
   // Wine deletes what a host link names, not the link: such a link is left for a write to replace.
-  const DWORD reali = ::GetFileAttributesA(p.c_str());
+  const DWORD reali = ::GetFileAttributesW(Largo(p).c_str());
   if (reali != INVALID_FILE_ATTRIBUTES && !(reali & FILE_ATTRIBUTE_REPARSE_POINT) && FileAltrove(p)) {
     Imposta(err, kErrPathFileAccess);
     return false;
   }
-  if (!::DeleteFileA(p.c_str())) {
+  if (!::DeleteFileW(Largo(p).c_str())) {
     Imposta(err, ErroreDa(::GetLastError(), p));
     return false;
   }
@@ -27,7 +27,7 @@ bool grezzo::Elimina(const std::string& path, int* err) {
 bool CreaUnaCartella(const std::string& path, int* err) {
   const std::string p = SenzaBarraFinale(path);
   if (!PercorsoAccettato(p, err)) return false;
-  if (!::CreateDirectoryA(p.c_str(), nullptr)) {
+  if (!::CreateDirectoryW(Largo(p).c_str(), nullptr)) {
     Imposta(err, ErroreDa(::GetLastError(), p));
     return false;
   }
@@ -40,7 +40,8 @@ bool SostituisciFile(const std::string& da, const std::string& a, int* err) {
     Imposta(err, kErrPathFileAccess);
     return false;
   }
-  if (!::MoveFileExA(da.c_str(), a.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
+  if (!::MoveFileExW(Largo(da).c_str(), Largo(a).c_str(),
+                     MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
     Imposta(err, ErroreDa(::GetLastError(), a));
     return false;
   }

@@ -17,7 +17,59 @@ std::string SenzaBarraDiCartella(std::string p) {
   return p;
 }
 
+std::wstring LargoDiretto(const std::string& s) {
+  if (s.empty()) return {};
+  const int n = ::MultiByteToWideChar(CP_ACP, 0, s.data(), static_cast<int>(s.size()), nullptr, 0);
+  std::wstring w(static_cast<std::size_t>(n), L'\0');
+  ::MultiByteToWideChar(CP_ACP, 0, s.data(), static_cast<int>(s.size()), w.data(), n);
+  return w;
+}
+
+// The entry of `cartella` (wide, with its closing separator) whose name is `nome` in the program's form;
+// the pattern's '?' stands for one character each, and short names matching it are passed over.
+std::wstring NomeVero(const std::wstring& cartella, const std::string& nome) {
+  WIN32_FIND_DATAW voce{};
+  const HANDLE h = ::FindFirstFileW((cartella + LargoDiretto(nome)).c_str(), &voce);
+  if (h == INVALID_HANDLE_VALUE) return LargoDiretto(nome);
+  std::wstring trovato;
+  do {
+    if (UgualiSenzaCaso(DaLargo(voce.cFileName), nome)) trovato = voce.cFileName;
+  } while (trovato.empty() && ::FindNextFileW(h, &voce));
+  ::FindClose(h);
+  return trovato.empty() ? LargoDiretto(nome) : trovato;
+}
+
 }  // namespace
+
+std::string DaLargo(const std::wstring& largo) {
+  if (largo.empty()) return {};
+  // A code page of UTF-8 holds every name, and takes neither the flag nor a default character.
+  const bool utf8 = ::GetACP() == CP_UTF8;
+  const DWORD flag = utf8 ? 0 : WC_NO_BEST_FIT_CHARS;
+  const char* predefinito = utf8 ? nullptr : "?";
+  const int n = ::WideCharToMultiByte(CP_ACP, flag, largo.data(), static_cast<int>(largo.size()), nullptr, 0,
+                                      predefinito, nullptr);
+  std::string s(static_cast<std::size_t>(n), '\0');
+  ::WideCharToMultiByte(CP_ACP, flag, largo.data(), static_cast<int>(largo.size()), s.data(), n, predefinito,
+                        nullptr);
+  return s;
+}
+
+std::wstring Largo(const std::string& path) {
+  if (path.find('?') == std::string::npos) return LargoDiretto(path);
+  std::wstring largo;
+  for (std::size_t i = 0; i <= path.size();) {
+    std::size_t j = path.find_first_of("\\/", i);
+    if (j == std::string::npos) j = path.size();
+    const std::string nome = path.substr(i, j - i);
+    // The root's own names ("C:", a share's server) are never looked up.
+    largo += nome.find('?') != std::string::npos && i > 0 && !largo.empty() ? NomeVero(largo, nome)
+                                                                            : LargoDiretto(nome);
+    if (j < path.size()) largo += L'\\';
+    i = j + 1;
+  }
+  return largo;
+}
 
 bool DriveAssente(const std::string& path) {
   if (path.size() < 2 || path[1] != ':') return false;
@@ -46,9 +98,12 @@ int ErroreDa(DWORD codice, const std::string& path) {
     case ERROR_BAD_PATHNAME:
     case ERROR_FILENAME_EXCED_RANGE:
       return kErrBadFileName;
-    case ERROR_ACCESS_DENIED:
+    // Another program holds the file without sharing it, or holds a lock on the part read: the user can
+    // end that, which a denial of access does not allow, so the two are told apart.
     case ERROR_SHARING_VIOLATION:
     case ERROR_LOCK_VIOLATION:
+      return kErrFileAlreadyOpen;
+    case ERROR_ACCESS_DENIED:
     case ERROR_WRITE_PROTECT:
       return kErrPermissionDenied;
     case ERROR_DISK_FULL:

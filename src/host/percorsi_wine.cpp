@@ -10,6 +10,7 @@
 #include <cerrno>
 #include <climits>
 #include <cstdlib>
+#include <cstring>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -160,13 +161,16 @@ std::optional<Risolto> Risolvi(const std::string& winPath, int* err) {
     const std::string& comp = parti[k];
     if (k + 1 == parti.size()) r.genitoreEsiste = esiste;
     std::string nome = VersoUtf8(comp);
+    // A '?' is a letter the code page could not show, as DaUtf8 gives it: only a host name read back in the
+    // program's form matches it, never a host name with '?' itself, which Windows could not show.
+    const bool ignoto = comp.find('?') != std::string::npos;
     if (esiste) {
       const std::string esatto = r.host + "/" + nome;
-      if (::lstat(esatto.c_str(), &st) != 0) {
+      if (ignoto || ::lstat(esatto.c_str(), &st) != 0) {
         bool trovato = false;
         if (DIR* d = ::opendir(r.host.empty() ? "/" : r.host.c_str())) {
           while (dirent* e = ::readdir(d)) {
-            if (UgualiSenzaCaso(DaUtf8(e->d_name), comp)) {
+            if (UgualiSenzaCaso(DaUtf8(e->d_name), comp) && !(ignoto && std::strchr(e->d_name, '?'))) {
               nome = e->d_name;
               trovato = true;
               break;
@@ -176,6 +180,11 @@ std::optional<Risolto> Risolvi(const std::string& winPath, int* err) {
         }
         esiste = trovato;
       }
+    }
+    // One the folder does not hold is no name at all, as the platform has it.
+    if (ignoto && !esiste) {
+      Imposta(err, kErrBadFileName);
+      return std::nullopt;
     }
     r.host += "/" + nome;
     // A file where a folder is named: what follows is a path that does not exist.

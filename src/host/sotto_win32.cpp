@@ -14,12 +14,20 @@ namespace {
 
 // Where the file opened by a path really is, as "\\?\C:\..."; "" when it cannot be opened.
 std::string PercorsoFinale(const std::string& p) {
-  const HANDLE h = ::CreateFileA(p.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+  const HANDLE h = ::CreateFileW(Largo(p).c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                                  nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
   if (h == INVALID_HANDLE_VALUE) return {};
-  std::string f = ConBuffer([&](char* b, DWORD n) { return ::GetFinalPathNameByHandleA(h, b, n, 0); });
+  std::wstring f(MAX_PATH, L'\0');
+  for (;;) {
+    const DWORD n = ::GetFinalPathNameByHandleW(h, f.data(), static_cast<DWORD>(f.size()), 0);
+    if (n < f.size()) {
+      f.resize(n);
+      break;
+    }
+    f.resize(n);
+  }
   ::CloseHandle(h);
-  return f;
+  return DaLargo(f);
 }
 
 }  // namespace

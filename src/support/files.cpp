@@ -16,7 +16,8 @@ constexpr int kFileTutti = host::kAttrReadOnly | host::kAttrHidden | host::kAttr
 // folder holds: no wildcard, and a last name that keeps something once the platform drops its closing dots
 // and blanks ("C:\Dati\." names none).
 bool UnaVoce(const std::string& percorso) {
-  if (host::HaJolly(percorso)) return false;
+  // A '?' is a letter the code page could not show, which the machine resolves.
+  if (percorso.find('*') != std::string::npos) return false;
   const std::size_t k = percorso.find_last_of("\\/:");
   return percorso.find_first_not_of(". ", k == std::string::npos ? 0 : k + 1) != std::string::npos;
 }

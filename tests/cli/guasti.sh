@@ -31,7 +31,7 @@ strumento() {
   [ -n "$exe" ] || { "$cartella_strumento/checkordl-cli" "$@"; return; }
   local rc=0
   wine_esegui "$cartella_strumento/checkordl-cli.exe" "$@" 2>"$t/err.wine" || rc=$?
-  grep -v '^wine: ' "$t/err.wine" >&2 || true
+  grep -av '^wine: ' "$t/err.wine" >&2 || true
   return $rc
 }
 # A host path as both tools take it.
@@ -77,16 +77,80 @@ else
   rm -f "$c/INFO_ORDL.BIN"
 fi
 
-# A member that cannot be read (a pipe, which the host alone has) is left out, as one that does not exist;
-# the table and the bodies agree.
+# A desktop whose name the ANSI code page cannot show takes the snapshot that C:\ refuses (a folder of the
+# snapshot's name stands in for the refusal of a Windows since Vista), and the message names it with '?' for
+# what the code page lacks; when the desktop refuses too, both places are named.
+if [ -z "$exe" ]; then
+  scrivania="$c/Scrivania Łódź"
+  printf 'WINE REGISTRY Version 2\n[Software\\\\Microsoft\\\\Windows\\\\CurrentVersion\\\\Explorer\\\\Shell Folders]\n"Desktop"="C:\\\\Scrivania \\x0141\\x00f3d\\x017a"\n' >"$WINEPREFIX/user.reg"
+  mostrata=$'C:\\Scrivania ?\xf3d?\\INFO_ORDL.BIN'
+else
+  utente=$(wine_esegui cmd /c 'echo %USERNAME%' 2>/dev/null | tr -d '\r')
+  scrivania="$c/users/$utente/Scrivania Łódź"
+  wine_esegui reg add 'HKCU\Software\Microsoft\Windows\CurrentVersion\Explorer\User Shell Folders' /v Desktop \
+    /t REG_EXPAND_SZ /d '%USERPROFILE%\Scrivania Łódź' /f >/dev/null 2>&1 || fail "the desktop's registry value"
+  mostrata="C:\\users\\$utente\\Scrivania ?"$'\xf3'"d?\\INFO_ORDL.BIN"
+fi
+mkdir -p "$scrivania" "$c/INFO_ORDL.BIN"
+esegui "desktop outside the code page" 0 "plain: Scanning is complete" check
+grep -aqF "$mostrata (" "$t/err" || fail "desktop outside the code page: not named as $mostrata in: $(cat "$t/err")"
+[ -f "$scrivania/INFO_ORDL.BIN" ] || fail "desktop outside the code page: no snapshot there"
+niente "$scrivania/INFO_ORDL.BIN.part" "desktop outside the code page"
+rm "$scrivania/INFO_ORDL.BIN" && mkdir "$scrivania/INFO_ORDL.BIN"
+esegui "neither C:\ nor that desktop" 1 'critical: Error saving C:\INFO_ORDL.BIN' check
+[ "$(tr -d '\r' <"$t/err" | grep -a -A1 -F 'critical: Error saving C:\INFO_ORDL.BIN' | tail -1)" = "Error saving $mostrata" ] ||
+  fail "neither C:\ nor that desktop: the desktop not named in: $(cat "$t/err")"
+rm -rf "$scrivania" "$c/INFO_ORDL.BIN"
+if [ -z "$exe" ]; then rm "$WINEPREFIX/user.reg"; else
+  wine_esegui reg delete 'HKCU\Software\Microsoft\Windows\CurrentVersion\Explorer\User Shell Folders' /v Desktop /f >/dev/null 2>&1 || true
+fi
+
+# A member that cannot be read is left out, as one that does not exist, and named with the reason: the table
+# and the bodies agree. The pipe is the host's own; a Windows program holds a file open without sharing it.
+# tabella_di SNAPSHOT: the snapshot unpacks whole; its table in $t/tabella.
+tabella_di() {
+  rm -rf "$t/fuori" && mkdir -p "$t/fuori"
+  "$cli" unpack "$1" "$(zeta "$t/fuori")" >"$t/tabella" || fail "unpack of $1"
+}
 printf 'dopo' >"$c/dopo.txt"
+qlv=$c/Ordelio/archivio.qlv
+cp "$qlv" "$t/archivio.qlv"
+tieni=$(dirname "${exe:-.}")/../tools/checkordl_tieni.exe
 if [ -z "$exe" ]; then
   mkfifo "$c/tubo"
-  esegui "member that cannot be read" 0 "" pack 'C:\s.bin' 'C:\tubo' 'C:\dopo.txt'
-  mkdir -p "$t/fuori"
-  "$cli" unpack 'C:\s.bin' "$(zeta "$t/fuori")" >"$t/tabella" || fail "unpack of a snapshot without the pipe"
+  esegui "member that cannot be read" 0 'C:\tubo (it cannot be read)' pack 'C:\s.bin' 'C:\tubo' 'C:\dopo.txt'
+  tabella_di 'C:\s.bin'
   [ "$(cat "$t/tabella")" = "$(printf 'C:\\dopo.txt\t4')" ] || fail "table: $(cat "$t/tabella")"
+  rm "$qlv" && mkfifo "$qlv"
+  esegui "archive that cannot be read" 0 'C:\Ordelio\archivio.qlv (it cannot be read)' check
+  if [ "$root" = 0 ]; then
+    chmod 000 "$c/dopo.txt"
+    esegui "member access denied" 0 'C:\dopo.txt (access is denied)' pack 'C:\s.bin' 'C:\dopo.txt'
+    chmod 644 "$c/dopo.txt"
+  else
+    salta "member access denied" "root reads every file"
+  fi
+elif [ -f "$tieni" ]; then
+  cp "$tieni" "$t/bin/"
+  wine_esegui "$t/bin/checkordl_tieni.exe" 'C:\Ordelio\archivio.qlv' 'C:\tenuto' 'C:\basta' 2>/dev/null &
+  tiene=$!
+  for _ in $(seq 300); do [ -e "$c/tenuto" ] && break; sleep 0.1; done
+  [ -e "$c/tenuto" ] || fail "the archive was not held open"
+  esegui "archive held open" 0 'C:\Ordelio\archivio.qlv (another program holds it open)' check
+  grep -qF 'Close Ordelio and the level editor, then run the check again.' "$t/err" || fail "held open: no advice"
+  [ "$(grep -n 'could not be read' "$t/err" | cut -d: -f1)" -lt "$(grep -n 'Scanning is complete' "$t/err" | cut -d: -f1)" ] ||
+    fail "held open: the closing message came first"
+  touch "$c/basta"
+  wait "$tiene" || fail "the holder of the archive failed"
+else
+  salta "archive held open" "no checkordl_tieni.exe beside the tool's build"
 fi
+if [ -z "$exe" ] || [ -f "$tieni" ]; then
+  tabella_di 'C:\INFO_ORDL.BIN'
+  ! grep -q archivio.qlv "$t/tabella" || fail "the archive that could not be read is in the snapshot"
+  grep -q 'TRLE\.el' "$t/tabella" || fail "the check's snapshot lacks the members after the archive"
+fi
+rm -f "$qlv" && cp "$t/archivio.qlv" "$qlv"
 
 # The disk full while packing: no snapshot, nothing half written, the message of a snapshot that cannot be
 # written.

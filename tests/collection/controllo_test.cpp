@@ -5,6 +5,12 @@
 #include <algorithm>
 #include <filesystem>
 #include <map>
+#include <optional>
+#ifdef _WIN32
+#include <windows.h>
+
+#include <cwchar>
+#endif
 
 #include "collection/snapshot.h"
 #include "esadecimale.h"
@@ -16,6 +22,7 @@
 #include "host/accesso_registro.h"
 #include "host/machine.h"
 #include "macchina_prova.h"
+#include "support/files.h"
 #include "support/installazioni.h"
 
 namespace {
@@ -140,20 +147,68 @@ TEST(Controllo, Corse) {
 
 namespace {
 
+// The user's local application data folder below a profile whose name the ANSI code page cannot show
+// ("Łukasz"), put back as it was when the test ends.
+struct AppDataFuoriDalCodice {
+#ifdef _WIN32
+  static constexpr const wchar_t* kChiave =
+      L"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\User Shell Folders";
+  explicit AppDataFuoriDalCodice(const MacchinaProva&) {
+    DWORD n = sizeof prima;
+    salvato = ::RegGetValueW(HKEY_CURRENT_USER, kChiave, L"Local AppData", RRF_RT_ANY | RRF_NOEXPAND, &tipo,
+                             prima, &n) == ERROR_SUCCESS;
+    fs::create_directories(fs::path(kCartella));
+    ::RegSetKeyValueW(HKEY_CURRENT_USER, kChiave, L"Local AppData", REG_SZ, kCartella,
+                      static_cast<DWORD>((std::wcslen(kCartella) + 1) * sizeof(wchar_t)));
+    host::UsaPrefisso({});
+  }
+  ~AppDataFuoriDalCodice() {
+    if (salvato)
+      ::RegSetKeyValueW(HKEY_CURRENT_USER, kChiave, L"Local AppData", tipo, prima,
+                        static_cast<DWORD>((std::wcslen(prima) + 1) * sizeof(wchar_t)));
+    std::error_code ec;
+    fs::remove_all(fs::path(L"C:\\users\\\u0141ukasz"), ec);
+    host::UsaPrefisso({});
+  }
+  static constexpr const wchar_t* kCartella = L"C:\\users\\\u0141ukasz\\AppData\\Local";
+  wchar_t prima[1024] = {};
+  DWORD tipo = REG_SZ;
+  bool salvato = false;
+#else
+  explicit AppDataFuoriDalCodice(const MacchinaProva& m) {
+    MacchinaProva::ScriviHost(
+        m.Prefisso() + "/user.reg",
+        "WINE REGISTRY Version 2\n[Software\\\\Microsoft\\\\Windows\\\\CurrentVersion\\\\"
+        "Explorer\\\\Shell Folders]\n\"Local "
+        "AppData\"=\"C:\\\\users\\\\\\x0141ukasz\\\\AppData\\\\Local\"\n");
+    fs::create_directories(m.C("users/Łukasz/AppData/Local"));
+    host::UsaPrefisso(m.Prefisso());
+  }
+#endif
+};
+
 // The editor installed below "Program Files (x86)" by its 32-bit installer, its script compiled and a level
 // converted since, which UAC virtualization put into the user's VirtualStore: the snapshot packs and lists
-// what the editor itself reads. Rows: EnableLUA, EnableVirtualization, the script packed, the level listed.
+// what the editor itself reads. Rows: EnableLUA, EnableVirtualization, the script packed, the level listed,
+// the VirtualStore below a profile whose name the ANSI code page cannot show.
 TEST(Controllo, FileDegliStrumentiSottoUac) {
   const struct {
     const char* lua;
     const char* virtualizzazione;
     const char* script;
     bool livello;
-  } righe[] = {{"1", "1", "compilato", true}, {"1", "0", "originale", false}, {"0", "1", "originale", false}};
+    bool fuoriDalCodice;
+  } righe[] = {{"1", "1", "compilato", true, false},
+               {"1", "0", "originale", false, false},
+               {"0", "1", "originale", false, false},
+               {"1", "1", "compilato", true, true}};
   for (const auto& r : righe) {
-    SCOPED_TRACE(std::string(r.lua) + r.virtualizzazione);
+    SCOPED_TRACE(std::string(r.lua) + r.virtualizzazione +
+                 (r.fuoriDalCodice ? " outside the code page" : ""));
     Installazioni i;
     i.m.AppDataLocale();
+    std::optional<AppDataFuoriDalCodice> appData;
+    if (r.fuoriDalCodice) appData.emplace(i.m);
     i.m.Registro(std::string("WINE REGISTRY Version 2\n[Software\\\\Microsoft\\\\Windows\\\\CurrentVersion\\\\Policies\\\\"
                              "System]\n\"EnableLUA\"=dword:0000000") +
                  r.lua + "\n\"EnableVirtualization\"=dword:0000000" + r.virtualizzazione + "\n");
@@ -161,9 +216,15 @@ TEST(Controllo, FileDegliStrumentiSottoUac) {
     for (const char* f : {"tomb4.exe", "ordeio.txt", "data\\title.tr4"}) MacchinaProva::ScriviHost(i.m.C(trle + "\\" + f), "x");
     MacchinaProva::ScriviHost(i.m.C(trle + "\\script.dat"), "originale");
     long esito = 0;
-    const std::string copia = host::CartellaSpeciale(host::kCsidlLocalAppData, &esito) + "\\VirtualStore\\" + trle;
-    MacchinaProva::ScriviHost(host::PercorsoHost(copia + "\\script.dat", nullptr), "compilato");
-    MacchinaProva::ScriviHost(host::PercorsoHost(copia + "\\data\\karnak.tr4", nullptr), "livello");
+    const std::string locale = host::CartellaSpeciale(host::kCsidlLocalAppData, &esito);
+    EXPECT_EQ(locale.find('?') != std::string::npos, r.fuoriDalCodice) << locale;
+    // Planted through the machine layer, which reaches a folder below such a profile.
+    const std::string copia = locale + "\\VirtualStore\\" + trle;
+    for (const std::string& c :
+         {locale + "\\VirtualStore", locale + "\\VirtualStore\\Program Files (x86)", copia, copia + "\\data"})
+      support::CreaCartella(c);
+    ASSERT_TRUE(support::ScriviFileIntero(copia + "\\data\\karnak.tr4", {"livello"}));
+    ASSERT_TRUE(support::ScriviFileIntero(copia + "\\script.dat", {"compilato"}));
     i.f.nomeTrle.testo = "C:\\" + trle;
     collection::Pul_Start_Click(i.f.principale);
     fs::create_directories(i.m.C("Dati"));

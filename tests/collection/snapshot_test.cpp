@@ -2,6 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#ifdef _WIN32
+#include <windows.h>
+#else
+#include <sys/stat.h>
+#endif
+
 #include <filesystem>
 #include <optional>
 #include <set>
@@ -134,6 +140,79 @@ TEST(Snapshot, OstiliNonFannoDanniFuoriDallaCartella) {
       EXPECT_EQ(Albero(m.Prefisso() + "/dosdevices").size(), 2u);
     }
   }
+}
+
+// A member that exists but cannot be read is left out, and named with the reason the platform gave: held
+// open without sharing on Windows, a pipe (no file to read) on the host. The members around it are packed.
+TEST(Snapshot, MembriIlleggibiliNominati) {
+  MacchinaProva m;
+  MacchinaProva::ScriviHost(m.C("prima.txt"), "prima");
+  MacchinaProva::ScriviHost(m.C("dopo.txt"), "dopo");
+#ifdef _WIN32
+  MacchinaProva::ScriviHost(m.C("tenuto.txt"), "tenuto");
+  const HANDLE h =
+      ::CreateFileA(m.C("tenuto.txt").c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+  ASSERT_NE(h, INVALID_HANDLE_VALUE);
+  const int atteso = host::kErrFileAlreadyOpen;
+#else
+  ASSERT_EQ(::mkfifo(m.C("tenuto.txt").c_str(), 0644), 0);
+  const int atteso = host::kErrPathFileAccess;
+#endif
+  support::DidascaliaMuta d;
+  support::BarraMuta b;
+  std::vector<collection::MembroEscluso> esclusi;
+  const V membri = {"C:\\prima.txt", "C:\\tenuto.txt", "C:\\manca.txt", "C:\\dopo.txt"};
+  EXPECT_TRUE(collection::SalvaSnapshot("C:\\s.bin", membri, 4, d, b, &esclusi));
+#ifdef _WIN32
+  ::CloseHandle(h);
+#endif
+  ASSERT_EQ(esclusi.size(), 1u);
+  EXPECT_EQ(esclusi[0].percorso, "C:\\tenuto.txt");
+  EXPECT_EQ(esclusi[0].errore, atteso);
+  collection::LettoreSnapshot l;
+  ASSERT_TRUE(l.Apri("C:\\s.bin"));
+  EXPECT_EQ(l.Tabella().Nomi, (V{"C:\\prima.txt", "C:\\dopo.txt"}));
+
+  EXPECT_EQ(collection::MessaggioEsclusi({}), "");
+  EXPECT_EQ(
+      collection::MessaggioEsclusi({{"C:\\a", host::kErrFileAlreadyOpen},
+                                    {"C:\\b", host::kErrPermissionDenied},
+                                    {"C:\\c", host::kErrPathFileAccess}}),
+      "These files could not be read and are not in the snapshot:\r\n"
+      "C:\\a (another program holds it open)\r\nC:\\b (access is denied)\r\nC:\\c (it cannot be read)\r\n"
+      "Close Ordelio and the level editor, then run the check again.");
+}
+
+// A folder whose name the code page cannot show is named with '?' for each such letter, and the snapshot is
+// written there, replaced and read back by that name; a '?' that no entry of its folder matches names
+// nothing.
+TEST(Snapshot, CartellaFuoriDalCodice) {
+  MacchinaProva m;
+#ifdef _WIN32
+  ASSERT_TRUE(::CreateDirectoryW(L"C:\\Scrivania \u0141\u00f3d\u017a", nullptr));
+  const fs::path cartella(L"C:\\Scrivania \u0141\u00f3d\u017a");
+#else
+  const fs::path cartella(m.C("Scrivania Łódź"));
+  fs::create_directories(cartella);
+#endif
+  MacchinaProva::ScriviHost(m.C("a.txt"), "abc");
+  const std::string nome = "C:\\Scrivania ?\363d?\\s.bin";
+  for (int volta = 0; volta < 2; ++volta) ASSERT_TRUE(Salva(nome, {"C:\\a.txt"})) << volta;
+  EXPECT_EQ(std::distance(fs::directory_iterator(cartella), fs::directory_iterator()), 1);
+  EXPECT_EQ(fs::file_size(cartella / "s.bin"), 23u);
+  int err = 0;
+  EXPECT_EQ(host::LunghezzaFile(nome, &err), 23);
+  EXPECT_TRUE(support::FileExists(nome));
+  {
+    collection::LettoreSnapshot l;
+    ASSERT_TRUE(l.Apri(nome));
+    EXPECT_EQ(l.Tabella().Nomi, V{"C:\\a.txt"});
+  }
+  const std::string nessuna = "C:\\Scrivania ?\363dx?\\s.bin";
+  EXPECT_FALSE(Salva(nessuna, {"C:\\a.txt"}));
+  EXPECT_EQ(host::LeggiAttributi(nessuna, &err), -1);
+  EXPECT_EQ(err, host::kErrBadFileName);
+  fs::remove_all(cartella);
 }
 
 }  // namespace
