@@ -59,6 +59,9 @@ elenco=$(python3 -m zipfile -l "$b/pacchetti/$zip")
 for e in checkordl.exe checkordl-cli.exe; do
   grep -q "/$e " <<<"$elenco" || fail "$zip holds no $e"
 done
+# The address and the user's notes beside the programs, as in the 64-bit zip.
+indirizzo=$(sed -n 's/^CHECKORDL_SUPPORT_EMAIL:STRING=//p' "$b/CMakeCache.txt")
+python3 scripts/testi_windows.py "$b/pacchetti/$zip" "$indirizzo" || fail "contatto.txt or README.txt in $zip"
 echo "windows 32-bit: $zip, $(stat -c %s "$b/pacchetti/$zip") bytes; i386, manifest, DLLs and imports checked"
 
 # Without the 32-bit Windows of the i386 chroot, the 64-bit build's window tests take its place at 144 dpi.
