@@ -32,7 +32,7 @@ int grezzo::Attributi(const std::string& path, int* err) {
 
 bool grezzo::Collegamento(const std::string& path) {
   const std::string p = SenzaBarraFinale(path);
-  const DWORD a = ::GetFileAttributesA(p.c_str());
+  const DWORD a = ::GetFileAttributesW(Largo(p).c_str());
   if (a == INVALID_FILE_ATTRIBUTES) return false;
   return (a & FILE_ATTRIBUTE_REPARSE_POINT) || (!(a & FILE_ATTRIBUTE_DIRECTORY) && FileAltrove(p));
 }
