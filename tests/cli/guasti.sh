@@ -10,7 +10,7 @@ exe=${2:-}
 sbloccati=()
 pulisci() {
   for m in "${sbloccati[@]}"; do umount "$m" 2>/dev/null || true; done
-  chattr -i "$c" "$t/ferma" 2>/dev/null || true
+  chattr -i "$c" "$t/ferma" "$t/bin/Dati" "$t"/bin/Confronto* 2>/dev/null || true
   [ -z "$exe" ] || wineserver -k 2>/dev/null || true
 }
 mkdir "$t/prezioso" "$t/ferma"
@@ -185,6 +185,9 @@ programma=Z:$(printf '%s' "$t/bin" | tr / '\\')
 mkdir -p "$t/altro"
 "$cli" unpack 'C:\INFO_ORDL_2.BIN' "$t/altro" >/dev/null
 printf 'Estraneo' >"$t/altro/ordeio.txt"
+# What a working folder is and holds, without its parent's line: the tool's own folders come and go in the
+# program folder, which changes the parent's time.
+stato_di() { ls -la --time-style=full-iso "$1" 2>&1 | grep -v ' \.\.$'; }
 for cartella in Dati Confronto ConfrontoVecchio; do
   verbo="report C:\INFO_ORDL_2.BIN header ordeio"
   [ $cartella = Dati ] || verbo="compare C:\INFO_ORDL_2.BIN C:\INFO_ORDL_2.BIN"
@@ -200,14 +203,14 @@ for cartella in Dati Confronto ConfrontoVecchio; do
         chattr +i "$w" 2>/dev/null || { salta "$cartella that keeps old files" "needs chattr"; rmdir "$w" 2>/dev/null; continue; }
         motivo="the files in it cannot all be deleted" ;;
     esac
-    stato=$(ls -la "$w" 2>&1)
+    stato=$(stato_di "$w")
     if [ $cartella = Dati ]; then
       # shellcheck disable=SC2086
       esegui "$cartella as a $modo" 1 "critical: Cannot use the working folder $programma\\$cartella: $motivo" $verbo
     else
       # shellcheck disable=SC2086
       esegui "$cartella as a $modo" 0 "" $verbo
-      [ "$(ls -la "$w" 2>&1)" = "$stato" ] || fail "$cartella as a $modo: compare changed it"
+      [ "$(stato_di "$w")" = "$stato" ] || fail "$cartella as a $modo: compare changed it"
     fi
     ! grep -q Estraneo "$t/out" || fail "$cartella as a $modo: a report read what the folder held"
     [ "$modo" != immutabile ] || chattr -i "$w"
