@@ -35,7 +35,8 @@ strumento() {
   [ -n "$exe" ] || { "$d/checkordl-cli" "$@"; return; }
   local rc=0
   wine_esegui "$d/checkordl-cli.exe" "$@" 2>"$t/err.wine" || rc=$?
-  grep -v '^wine: ' "$t/err.wine" >&2 || true
+  # Its messages may hold bytes of the ANSI code page that are no UTF-8.
+  grep -av '^wine: ' "$t/err.wine" >&2 || true
   return $rc
 }
 # The prefix completed by Wine, with Z: the host's root, and the Windows build beside the native tool.

@@ -5,35 +5,17 @@
 # where they cannot be made. With a Windows build, the same rows run it under Wine on the same machine
 # (but for the kill and the pipe, which are the host's own).
 # usage: tests/cli/guasti.sh NATIVE_TOOL [WINDOWS_TOOL]
-. "$(dirname "$0")/comune.sh" "$1"
-exe=${2:-}
+. "$(dirname "$0")/comune.sh" "$@"
 sbloccati=()
 pulisci() {
   for m in "${sbloccati[@]}"; do umount "$m" 2>/dev/null || true; done
   chattr -i "$c" "$t/ferma" "$t/bin/Dati" "$t"/bin/Confronto* 2>/dev/null || true
-  [ -z "$exe" ] || wineserver -k 2>/dev/null || true
 }
 mkdir "$t/prezioso" "$t/ferma"
 "$cli" demo "$WINEPREFIX" >/dev/null 2>&1 || fail "demo"
+con_wine
 nome=cli
-if [ -n "$exe" ]; then
-  . "$(dirname "$0")/../../scripts/wine.sh"
-  wine_ambiente
-  export LC_ALL=C.UTF-8
-  timeout 300 wineboot -u >/dev/null 2>&1 || true
-  ln -sfn / "$WINEPREFIX/dosdevices/z:"
-  cp "$exe" "$t/bin/checkordl-cli.exe"
-  nome="Windows build"
-fi
-# The tool under test, its messages without Wine's own lines.
-cartella_strumento=$t/bin
-strumento() {
-  [ -n "$exe" ] || { "$cartella_strumento/checkordl-cli" "$@"; return; }
-  local rc=0
-  wine_esegui "$cartella_strumento/checkordl-cli.exe" "$@" 2>"$t/err.wine" || rc=$?
-  grep -av '^wine: ' "$t/err.wine" >&2 || true
-  return $rc
-}
+[ -z "$exe" ] || nome="Windows build"
 # A host path as both tools take it.
 zeta() { printf 'Z:%s' "$1" | tr / '\\'; }
 printf 'keep me' >"$t/prezioso/keep.txt"
@@ -237,7 +219,7 @@ if [ "$root" = 1 ] && mount -t tmpfs -o size=$misura tmpfs "$t/pieno" 2>/dev/nul
   "$cli" pack 'C:\grosso_snap.bin' 'C:\grosso.bin' >/dev/null 2>&1 || fail "pack of a large member"
   cartella_strumento=$t/pieno
   esegui "full program folder" 1 "plain: Errrore estraendo file" report 'C:\grosso_snap.bin' header
-  cartella_strumento=$t/bin
+  unset cartella_strumento
 else
   salta "full program folder" "needs root and tmpfs"
 fi
