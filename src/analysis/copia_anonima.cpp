@@ -65,6 +65,7 @@ class Anonimizzatore {
       case Lettore::elenco:
         return Elenco(std::move(byte), n);
       case Lettore::testo:
+      case Lettore::ambiente:
         return AnonimizzaTesto(byte, s_, n);
       case Lettore::script:
         // Offsets fix where its names lie, as they may in a file no report reads.

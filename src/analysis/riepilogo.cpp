@@ -146,16 +146,19 @@ class Verifica {
     haTrle_ = Elenco(Membro::elencoTrle, trle_, trleIntero_);
     haDirarc_ = Elenco(Membro::elencoArchivio, dirarc_, dirarcIntero_);
     haScript_ = support::FileExists(File(Membro::script));
-    const std::array<bool, collection::kMembri.size()> presente = {haHeader_,
-                                                                   haPref_,
-                                                                   !archivio_.empty(),
-                                                                   haOrdl_,
-                                                                   haTrle_,
-                                                                   haDirarc_,
-                                                                   support::FileExists(File(Membro::ordeio)),
-                                                                   haScript_};
+    std::array<bool, collection::kMembri.size()> presente{};
+    const auto segna = [&](Membro m, bool c) { presente[static_cast<std::size_t>(m)] = c; };
+    segna(Membro::intestazione, haHeader_);
+    segna(Membro::preferenze, haPref_);
+    segna(Membro::archivio, !archivio_.empty());
+    segna(Membro::elencoOrdl, haOrdl_);
+    segna(Membro::elencoTrle, haTrle_);
+    segna(Membro::elencoArchivio, haDirarc_);
+    segna(Membro::ordeio, support::FileExists(File(Membro::ordeio)));
+    segna(Membro::script, haScript_);
     std::int64_t presenti = 0;
     for (const collection::VoceMembro& m : collection::kMembri) {
+      if (!m.documentato) continue;
       if (presente[static_cast<std::size_t>(m.membro)]) {
         ++presenti;
         continue;
@@ -167,8 +170,10 @@ class Verifica {
           {{"member", m.nomeDati}, {"needed_by", m.serve}},
           "Ask the user for a new snapshot; if it still lacks the file, the file is missing on the machine.");
     }
-    if (presenti == std::ssize(collection::kMembri))
-      Aggiungi("member.all-present", Gravita::pass, "The snapshot holds all 8 files the reports read",
+    if (presenti == static_cast<std::int64_t>(collection::kMembriDocumentati))
+      Aggiungi("member.all-present", Gravita::pass,
+               "The snapshot holds all " + std::to_string(collection::kMembriDocumentati) +
+                   " files the reports read",
                {{"members", presenti}});
   }
 

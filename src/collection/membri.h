@@ -19,11 +19,12 @@ enum class Membro {
   elencoTrle,
   elencoArchivio,
   ordeio,
-  script
+  script,
+  ambiente
 };
 
 // How a member's bytes are read.
-enum class Lettore { infoHeader, preferenze, archivio, elenco, testo, script };
+enum class Lettore { infoHeader, preferenze, archivio, elenco, testo, script, ambiente };
 
 struct VoceMembro {
   Membro membro;
@@ -36,23 +37,32 @@ struct VoceMembro {
   // What needs it: the finding of a missing member says so.
   const char* serve;
   Lettore lettore;
+  // Its place in the snapshot, as the check run packs it.
+  int posizione;
+  // One of the eight files of the original format, which every snapshot made by a check run may hold; the
+  // members behind them are this program's additions, which older snapshots lack.
+  bool documentato;
 };
 
-// In the order of the report menu.
-inline constexpr std::array<VoceMembro, 8> kMembri = {{
+// In the order of the report menu; the check run packs them in the order of `posizione`.
+inline constexpr std::array<VoceMembro, 9> kMembri = {{
     {Membro::intestazione, "Infofile.bin", "infofile.bin", "the header report, the flags and the disk space",
-     Lettore::infoHeader},
+     Lettore::infoHeader, 0, true},
     {Membro::preferenze, "ordelio.prf", "ordelio.prf", "the preferences report and the editor folder check",
-     Lettore::preferenze},
+     Lettore::preferenze, 1, true},
     {Membro::archivio, "archivio.qlv", "archivio.qlv", "the archive report and the archive folder check",
-     Lettore::archivio},
-    {Membro::elencoOrdl, "ORDL.el", "ordl.el", "the Ordelio listing and the backup analysis",
-     Lettore::elenco},
-    {Membro::elencoTrle, "TRLE.el", "trle.el", "the editor listing and the level checks", Lettore::elenco},
+     Lettore::archivio, 2, true},
+    {Membro::elencoOrdl, "ORDL.el", "ordl.el", "the Ordelio listing and the backup analysis", Lettore::elenco, 5,
+     true},
+    {Membro::elencoTrle, "TRLE.el", "trle.el", "the editor listing and the level checks", Lettore::elenco, 4,
+     true},
     {Membro::elencoArchivio, "DirArc.el", "dirarc.el", "the archive listing and the archive folder check",
-     Lettore::elenco},
-    {Membro::ordeio, "ordeio.txt", "ordeio.txt", "the ordeio.txt report", Lettore::testo},
-    {Membro::script, "script.dat", "script.dat", "the script report and the level check", Lettore::script},
+     Lettore::elenco, 3, true},
+    {Membro::ordeio, "ordeio.txt", "ordeio.txt", "the ordeio.txt report", Lettore::testo, 6, true},
+    {Membro::script, "script.dat", "script.dat", "the script report and the level check", Lettore::script, 7,
+     true},
+    {Membro::ambiente, "ambiente.json", "ambiente.json", "the environment report and the start-up checks",
+     Lettore::ambiente, 8, false},
 }};
 
 constexpr const VoceMembro& VoceDi(Membro m) {
@@ -65,6 +75,15 @@ constexpr bool MembriInOrdine() {
   return true;
 }
 static_assert(MembriInOrdine());
+
+// How many of the members are the original format's.
+constexpr std::size_t NumeroDocumentati() {
+  std::size_t n = 0;
+  for (const VoceMembro& v : kMembri) n += v.documentato ? 1 : 0;
+  return n;
+}
+inline constexpr std::size_t kMembriDocumentati = NumeroDocumentati();
+static_assert(kMembriDocumentati == 8);
 
 // `cartella` + "\" + the member's name in the working folder.
 inline std::string FileDati(const std::string& cartella, Membro m) {
