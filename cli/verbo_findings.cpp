@@ -16,7 +16,7 @@ namespace {
 analysis::RiepilogoSnapshot Verifica(const std::string& snapshot) {
   const CartellaPropria cartella("findings");
   if (cartella.Percorso().empty())
-    return {{}, "no working folder could be made in " + host::CartellaProgramma(), {}};
+    return {{}, "no working folder could be made in " + host::CartellaProgramma(), {}, {}};
   return analysis::ApriEVerifica(snapshot, cartella.Percorso(), host::CartellaProgramma(),
                                  support::SeparatoreDecimale());
 }

@@ -4,6 +4,7 @@
 #include <iterator>
 #include <unordered_set>
 
+#include "analysis/ambiente_dati.h"
 #include "analysis/analisi_backup.h"
 #include "analysis/elenchi.h"
 #include "analysis/riepilogo_installazione.h"
@@ -437,9 +438,11 @@ RiepilogoSnapshot ApriEVerifica(const std::string& snapshot, const std::string& 
     r.Errore = kSnapshotMancante;
   else if (!collection::EstraiSnapshot(snapshot, cartella, r.Contenuto))
     r.Errore = kSnapshotIlleggibile;
-  if (r.Errore.empty())
+  if (r.Errore.empty()) {
     r.Esiti = CalcolaRiepilogo(cartella, r.Contenuto, cartellaProgramma, separatoreDecimale);
-  else
+    if (const AmbienteLetto a = LeggiAmbienteDati(cartella); a.stato == StatoAmbiente::letto)
+      r.Data = DataControllo(a.ambiente);
+  } else
     // A filter on the failures must not pass a snapshot it could not read as clean.
     r.Esiti = {{"snapshot.unreadable", Gravita::fail, "The snapshot cannot be read", {{"reason", r.Errore}},
                 "Ask the user to send the snapshot again, attached as the file the check wrote."}};

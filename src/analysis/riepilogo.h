@@ -70,6 +70,9 @@ struct RiepilogoSnapshot {
   // finding snapshot.unreadable.
   std::string Errore;
   std::vector<Esito> Esiti;
+  // When the check run made it, as its environment member records it (DataControllo); "" when the snapshot
+  // has no readable such member.
+  std::string Data;
 };
 
 // Why a snapshot cannot be read.
