@@ -1,5 +1,9 @@
 #include "collection/controllo.h"
 
+#include <array>
+#include <optional>
+
+#include "collection/ambiente_controllo.h"
 #include "collection/blocco.h"
 #include "collection/membri.h"
 #include "collection/scansione.h"
@@ -47,11 +51,11 @@ struct Salvataggio {
 // C:\ as ever, else the user's desktop: since Vista the root of the system drive takes folders but no new
 // files from a program that is not elevated (and the manifest's "asInvoker" asks for no redirection),
 // while the desktop is the user's own.
-Salvataggio SalvaDoveSiPuo(const MembriSnapshot& m, Principale& p) {
+Salvataggio SalvaDoveSiPuo(const MembriSnapshot& m, const MembroGenerato* generato, Principale& p) {
   Salvataggio s;
   const auto salva = [&](const std::string& nome) {
     const bool scritto =
-        SalvaSnapshot(nome, m.Membri, m.NumeroMembri, p.Label_Info, p.ProgressBar1, &s.esclusi);
+        SalvaSnapshot(nome, m.Membri, m.NumeroMembri, p.Label_Info, p.ProgressBar1, &s.esclusi, generato);
     if (scritto) s.scritto = nome;
     return scritto;
   };
@@ -61,6 +65,29 @@ Salvataggio SalvaDoveSiPuo(const MembriSnapshot& m, Principale& p) {
   s.secondo = desktop + "\\" + support::EstraiNomeFile(kNomeSnapshot);
   salva(s.secondo);
   return s;
+}
+
+// Where the run found or made each member of the table; nothing for one it does not pack.
+using Voluti = std::array<std::optional<std::string>, kMembri.size()>;
+
+std::optional<std::string>& Voluto(Voluti& v, Membro m) { return v[static_cast<std::size_t>(m)]; }
+
+// The files to pack, in the snapshot's order.
+MembriSnapshot InOrdineDiPacco(const Voluti& voluti) {
+  MembriSnapshot m;
+  for (const Membro x : kOrdineDiPacco)
+    if (const auto& percorso = voluti[static_cast<std::size_t>(x)]) AggiungiMembro(m, *percorso);
+  return m;
+}
+
+// The environment as the machine tells it, or nothing when it cannot be had: the snapshot is then written
+// without its member, as an older program writes it, and the run goes on.
+std::optional<formats::Ambiente> AmbienteSeSiPuo(const CartelleControllo& cartelle, Orologio orologio) {
+  try {
+    return RaccogliAmbiente(cartelle, orologio ? orologio : OraLocale);
+  } catch (...) {
+    return std::nullopt;
+  }
 }
 
 }  // namespace
@@ -102,7 +129,7 @@ void Pul_Start_Click(Principale& p) {
 
   // Always the record of start-up: a header loaded from a snapshot for a report never reaches a run.
   formats::InfoHeader header = p.InfoHeader;
-  MembriSnapshot membri;
+  Voluti voluti;
   std::string cartellaArchivio;
   const std::string& programma = p.CartellaProgramma;
   // Where each member of the table is found or made.
@@ -110,17 +137,17 @@ void Pul_Start_Click(Principale& p) {
     return cartella + "\\" + VoceDi(m).nomeControllo;
   };
   const std::string fileInfo = in(programma, Membro::intestazione);
-  AggiungiMembro(membri, fileInfo);
+  Voluto(voluti, Membro::intestazione) = fileInfo;
 
   const std::string prf = in(cartellaOrdl, Membro::preferenze);
   if (!support::FileExists(prf)) {
     header.FlagErrori |= formats::kMancaOrdelioPrf;
   } else {
-    AggiungiMembro(membri, prf);
+    Voluto(voluti, Membro::preferenze) = prf;
     formats::PrefRecord pref;
     const bool letto = formats::LeggiPreferenze(prf, &pref);
     const std::string archivio = letto ? support::TogliSpazi(pref.PathArchivio.Testo()) : std::string();
-    AggiungiMembro(membri, archivio);
+    Voluto(voluti, Membro::archivio) = archivio;
     if (!support::FileExists(archivio)) {
       header.FlagErrori |= formats::kMancaArchivioQlv;
     } else if (formats::ArchivioHeader ah; formats::LeggiArchivioHeader(archivio, &ah)) {
@@ -137,7 +164,7 @@ void Pul_Start_Click(Principale& p) {
   const auto elenca = [&](Membro m, const std::string& cartella) {
     const std::string file = in(programma, m);
     if (CreaElencoFile(file, cartella, {p.Label_Info, p.ProgressBar1, p.Eventi}))
-      AggiungiMembro(membri, file);
+      Voluto(voluti, m) = file;
   };
   if (!cartellaArchivio.empty()) elenca(Membro::elencoArchivio, cartellaArchivio);
   elenca(Membro::elencoTrle, cartellaTrle);
@@ -145,12 +172,12 @@ void Pul_Start_Click(Principale& p) {
 
   const std::string ordeio = in(cartellaTrle, Membro::ordeio);
   if (support::FileExists(ordeio))
-    AggiungiMembro(membri, ordeio);
+    Voluto(voluti, Membro::ordeio) = ordeio;
   else
     header.FlagErrori |= formats::kMancaOrdeioTxt;
   const std::string script = in(cartellaTrle, Membro::script);
   if (support::FileExists(script))
-    AggiungiMembro(membri, script);
+    Voluto(voluti, Membro::script) = script;
   else
     header.FlagErrori |= formats::kMancaScriptDat;
 
@@ -160,7 +187,15 @@ void Pul_Start_Click(Principale& p) {
     return;
   }
 
-  const Salvataggio salvataggio = SalvaDoveSiPuo(membri, p);
+  const std::optional<formats::Ambiente> ambiente =
+      AmbienteSeSiPuo({cartellaTrle, cartellaOrdl, cartellaArchivio}, p.LeggiOra);
+  const MembroGenerato membroAmbiente{
+      in(programma, Membro::ambiente),
+      [&](const std::vector<std::string>& packati, const std::vector<MembroEscluso>& esclusi) {
+        return CorpoAmbiente(*ambiente, packati, esclusi);
+      }};
+  const Salvataggio salvataggio =
+      SalvaDoveSiPuo(InOrdineDiPacco(voluti), ambiente ? &membroAmbiente : nullptr, p);
   p.SnapshotScritto = salvataggio.scritto;
   if (p.SnapshotScritto.empty()) {
     // The documented line first; the desktop, when it was tried too, on a line of its own.
@@ -174,9 +209,9 @@ void Pul_Start_Click(Principale& p) {
                         p.SnapshotScritto + " (" + support::FormattaDimensione(err ? 0 : lunghezza) + ")\r\n" +
                         "via email to: " + IndirizzoSupporto());
   }
-  for (const Membro m :
-       {Membro::elencoOrdl, Membro::elencoTrle, Membro::elencoArchivio, Membro::intestazione})
-    support::CancellaFileSotto(programma, in(programma, m));
+  // The working files, the last packed first.
+  for (auto m = kOrdineDiPacco.rbegin(); m != kOrdineDiPacco.rend(); ++m)
+    if (VoceDi(*m).luogo == Luogo::lavoro) support::CancellaFileSotto(programma, in(programma, *m));
   ChiudiAllaFine(p);
 }
 

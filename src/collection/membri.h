@@ -26,6 +26,10 @@ enum class Membro {
 // How a member's bytes are read.
 enum class Lettore { infoHeader, preferenze, archivio, elenco, testo, script, ambiente };
 
+// Where the check run finds a member: a working file it makes in the program folder (and deletes at its
+// end), a file of one of the installations, or bytes it makes in memory and packs without a file.
+enum class Luogo { lavoro, installazione, memoria };
+
 struct VoceMembro {
   Membro membro;
   // As the check run writes or finds it: the program folder's working files, Ordelio's settings, the
@@ -42,27 +46,28 @@ struct VoceMembro {
   // One of the eight files of the original format, which every snapshot made by a check run may hold; the
   // members behind them are this program's additions, which older snapshots lack.
   bool documentato;
+  Luogo luogo;
 };
 
 // In the order of the report menu; the check run packs them in the order of `posizione`.
 inline constexpr std::array<VoceMembro, 9> kMembri = {{
     {Membro::intestazione, "Infofile.bin", "infofile.bin", "the header report, the flags and the disk space",
-     Lettore::infoHeader, 0, true},
+     Lettore::infoHeader, 0, true, Luogo::lavoro},
     {Membro::preferenze, "ordelio.prf", "ordelio.prf", "the preferences report and the editor folder check",
-     Lettore::preferenze, 1, true},
+     Lettore::preferenze, 1, true, Luogo::installazione},
     {Membro::archivio, "archivio.qlv", "archivio.qlv", "the archive report and the archive folder check",
-     Lettore::archivio, 2, true},
+     Lettore::archivio, 2, true, Luogo::installazione},
     {Membro::elencoOrdl, "ORDL.el", "ordl.el", "the Ordelio listing and the backup analysis", Lettore::elenco, 5,
-     true},
+     true, Luogo::lavoro},
     {Membro::elencoTrle, "TRLE.el", "trle.el", "the editor listing and the level checks", Lettore::elenco, 4,
-     true},
+     true, Luogo::lavoro},
     {Membro::elencoArchivio, "DirArc.el", "dirarc.el", "the archive listing and the archive folder check",
-     Lettore::elenco, 3, true},
-    {Membro::ordeio, "ordeio.txt", "ordeio.txt", "the ordeio.txt report", Lettore::testo, 6, true},
+     Lettore::elenco, 3, true, Luogo::lavoro},
+    {Membro::ordeio, "ordeio.txt", "ordeio.txt", "the ordeio.txt report", Lettore::testo, 6, true, Luogo::installazione},
     {Membro::script, "script.dat", "script.dat", "the script report and the level check", Lettore::script, 7,
-     true},
+     true, Luogo::installazione},
     {Membro::ambiente, "ambiente.json", "ambiente.json", "the environment report and the start-up checks",
-     Lettore::ambiente, 8, false},
+     Lettore::ambiente, 8, false, Luogo::memoria},
 }};
 
 constexpr const VoceMembro& VoceDi(Membro m) {
@@ -84,6 +89,28 @@ constexpr std::size_t NumeroDocumentati() {
 }
 inline constexpr std::size_t kMembriDocumentati = NumeroDocumentati();
 static_assert(kMembriDocumentati == 8);
+
+// The members in the order the check run packs them (by `posizione`).
+constexpr std::array<Membro, kMembri.size()> OrdineDiPacco() {
+  std::array<Membro, kMembri.size()> ordine{};
+  for (const VoceMembro& v : kMembri) ordine[static_cast<std::size_t>(v.posizione)] = v.membro;
+  return ordine;
+}
+inline constexpr std::array<Membro, kMembri.size()> kOrdineDiPacco = OrdineDiPacco();
+
+// Each place taken once, and the documented members ahead of the program's own: a reader of the original
+// format finds its eight where it always did.
+constexpr bool PosizioniValide() {
+  std::array<bool, kMembri.size()> presa{};
+  for (const VoceMembro& v : kMembri) {
+    if (v.posizione < 0 || static_cast<std::size_t>(v.posizione) >= kMembri.size()) return false;
+    if (presa[static_cast<std::size_t>(v.posizione)]) return false;
+    presa[static_cast<std::size_t>(v.posizione)] = true;
+    if (v.documentato != (static_cast<std::size_t>(v.posizione) < kMembriDocumentati)) return false;
+  }
+  return true;
+}
+static_assert(PosizioniValide());
 
 // `cartella` + "\" + the member's name in the working folder.
 inline std::string FileDati(const std::string& cartella, Membro m) {

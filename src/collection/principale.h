@@ -6,6 +6,7 @@
 #include <functional>
 #include <string>
 
+#include "collection/ambiente_controllo.h"
 #include "formats/info_header.h"
 #include "host/machine.h"
 #include "support/interfacce.h"
@@ -33,6 +34,8 @@ struct Principale {
   bool ChiusuraDelControllo = false;
   // The snapshot the last check run wrote, as the machine names it; "" when it wrote none.
   std::string SnapshotScritto{};
+  // The clock whose date the check run records; tests set one that stands still.
+  Orologio LeggiOra = OraLocale;
 };
 
 // "Close": ignored during a check run.

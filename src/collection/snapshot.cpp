@@ -128,11 +128,32 @@ Guasto CopiaCorpo(const std::string& percorso, std::int64_t dimensione, host::Fi
   return Guasto::nessuno;
 }
 
-// The whole snapshot into the new file `out`; `membro` is the index of a member that could not be read,
-// `errore` why.
-Guasto ScriviContenuto(host::File& out, const ContenutoSnapshot& t, support::BarraProgresso& barra,
-                       std::size_t* membro, int* errore) {
-  const std::string tabella = CodificaTabella(t);
+// The member made in memory, for the files `t` holds and those left out so far; "" when there is none or it
+// could not be made.
+std::string CorpoGenerato(const MembroGenerato* generato, const ContenutoSnapshot& t,
+                          const std::vector<MembroEscluso>& fuori) {
+  if (!generato || !generato->corpo) return {};
+  try {
+    std::string corpo = generato->corpo(t.Nomi, fuori);
+    return corpo.size() > static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max()) ? std::string()
+                                                                                             : corpo;
+  } catch (...) {
+    return {};
+  }
+}
+
+// The whole snapshot into the new file `out`: the files of `t`, then `ultimo` under `nomeUltimo` when it is
+// not empty. `membro` is the index of a file that could not be read, `errore` why.
+Guasto ScriviContenuto(host::File& out, const ContenutoSnapshot& t, const std::string& nomeUltimo,
+                       const std::string& ultimo, support::BarraProgresso& barra, std::size_t* membro,
+                       int* errore) {
+  ContenutoSnapshot tutta = t;
+  if (!ultimo.empty()) {
+    tutta.Nomi.push_back(nomeUltimo);
+    tutta.Dimensioni.push_back(static_cast<std::int32_t>(ultimo.size()));
+    ++tutta.Numero;
+  }
+  const std::string tabella = CodificaTabella(tutta);
   if (!out.Scrivi(tabella.data(), tabella.size())) return Guasto::scrittura;
   const auto pezzo = std::make_unique<char[]>(kPezzo);
   for (std::int32_t i = 0; i < t.Numero; ++i) {
@@ -143,7 +164,8 @@ Guasto ScriviContenuto(host::File& out, const ContenutoSnapshot& t, support::Bar
       return g;
     }
   }
-  return Guasto::nessuno;
+  // Made in memory, it takes no time worth a step of the bar.
+  return ultimo.empty() || out.Scrivi(ultimo.data(), ultimo.size()) ? Guasto::nessuno : Guasto::scrittura;
 }
 
 // One member into its file below `base`, written whole. A file of that name is written over (keeping the
@@ -193,7 +215,7 @@ std::string NomeDestinazione(const std::string& nomeMembro) {
 
 bool SalvaSnapshot(const std::string& NomeFile, const std::vector<std::string>& Membri,
                    std::int32_t NumeroMembri, support::Didascalia& labelInfo, support::BarraProgresso& barra,
-                   std::vector<MembroEscluso>* esclusi) {
+                   std::vector<MembroEscluso>* esclusi, const MembroGenerato* generato) {
   std::vector<MembroEscluso> fuori;
   labelInfo.ImpostaTesto("Saving ordl_info file");
   labelInfo.Ridisegna();
@@ -216,8 +238,10 @@ bool SalvaSnapshot(const std::string& NomeFile, const std::vector<std::string>& 
     Guasto g = Guasto::nessuno;
     std::size_t membro = 0;
     int errore = 0;
+    const std::string ultimo = CorpoGenerato(generato, t, fuori);
     if (support::ScriviFileIntero(NomeFile, [&](host::File& out) {
-          g = ScriviContenuto(out, t, barra, &membro, &errore);
+          g = ScriviContenuto(out, t, generato ? generato->nome : std::string(), ultimo, barra, &membro,
+                              &errore);
           return g == Guasto::nessuno;
         }))
       break;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -27,14 +28,23 @@ struct MembroEscluso {
   int errore = 0;
 };
 
-// Packs the members that exist and can be read, in order. False when the snapshot cannot be written whole,
-// and then no file of its name is left. It is written as NomeFile + kSuffissoParziale first. `esclusi`, when
-// given, receives the members that exist but could not be read, in order (empty when the snapshot was not
-// written).
+// A member made in memory and packed behind the files: its name in the table, and its bytes made from the
+// files packed and those left out so far. They are made again each time a file is left out, so that what it
+// says always matches the snapshot it is in. No bytes (or an exception) leave it out, the files still packed.
+struct MembroGenerato {
+  std::string nome;
+  std::function<std::string(const std::vector<std::string>& packati, const std::vector<MembroEscluso>& esclusi)>
+      corpo;
+};
+
+// Packs the members that exist and can be read, in order, then `generato` when given. False when the
+// snapshot cannot be written whole, and then no file of its name is left. It is written as NomeFile +
+// kSuffissoParziale first. `esclusi`, when given, receives the members that exist but could not be read, in
+// order (empty when the snapshot was not written).
 using support::kSuffissoParziale;
 bool SalvaSnapshot(const std::string& NomeFile, const std::vector<std::string>& Membri,
                    std::int32_t NumeroMembri, support::Didascalia& labelInfo, support::BarraProgresso& barra,
-                   std::vector<MembroEscluso>* esclusi = nullptr);
+                   std::vector<MembroEscluso>* esclusi = nullptr, const MembroGenerato* generato = nullptr);
 
 // The plain message that names each member left out and why, and what the user can do about it; "" when
 // none was.

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <map>
 #include <optional>
+#include <stdexcept>
 #ifdef _WIN32
 #include <windows.h>
 
@@ -15,6 +16,8 @@
 #include "collection/snapshot.h"
 #include "esadecimale.h"
 #include "finestra_prova.h"
+#include "formats/ambiente.h"
+#include "illeggibile.h"
 #include "formats/archivio.h"
 #include "formats/elenco.h"
 #include "formats/info_header.h"
@@ -29,6 +32,9 @@ namespace {
 
 namespace fs = std::filesystem;
 using V = std::vector<std::string>;
+
+// The clock of every run: the environment member records this moment.
+collection::Ora OraFerma() { return {"2026-11-25T17:05:03", 60}; }
 
 // Both installations complete, the archive naming a level folder; the program folder is C:\Prog.
 struct Installazioni {
@@ -54,6 +60,7 @@ struct Installazioni {
     f.nomeTrle.testo = "C:\\Trle";
     f.dirOrdl.testo = "C:\\Ordl";
     f.principale.InfoHeader.StartFolderTrle.Assegna("C:\\Trle");
+    f.principale.LeggiOra = OraFerma;
   }
   void Preferenze(const std::string& pathArchivio) {
     formats::PrefRecord p;
@@ -116,6 +123,7 @@ TEST(Controllo, Corse) {
     V membri;
     for (std::size_t k = 0; k < completi.size(); ++k)
       if (r[4].find(std::to_string(k)) == std::string::npos) membri.push_back(completi[k]);
+    membri.push_back("C:\\Prog\\ambiente.json");
     const auto prima = i.Impronta();
     collection::Pul_Start_Click(i.f.principale);
     fs::create_directories(i.m.C("Dati"));
@@ -188,9 +196,30 @@ struct AppDataFuoriDalCodice {
 };
 
 // The editor installed below "Program Files (x86)" by its 32-bit installer, its script compiled and a level
-// converted since, which UAC virtualization put into the user's VirtualStore: the snapshot packs and lists
-// what the editor itself reads. Rows: EnableLUA, EnableVirtualization, the script packed, the level listed,
-// the VirtualStore below a profile whose name the ANSI code page cannot show.
+// converted since, which UAC virtualization (EnableLUA `lua`, EnableVirtualization `virtualizzazione`) put
+// into the user's VirtualStore. The user's local application data folder, as the machine names it.
+std::string EditorSottoProgramFiles(Installazioni& i, const char* lua, const char* virtualizzazione) {
+  i.m.Registro(std::string("WINE REGISTRY Version 2\n[Software\\\\Microsoft\\\\Windows\\\\CurrentVersion\\\\Policies\\\\"
+                           "System]\n\"EnableLUA\"=dword:0000000") +
+               lua + "\n\"EnableVirtualization\"=dword:0000000" + virtualizzazione + "\n");
+  const std::string trle = "Program Files (x86)\\Trle";
+  for (const char* f : {"tomb4.exe", "ordeio.txt", "data\\title.tr4"}) MacchinaProva::ScriviHost(i.m.C(trle + "\\" + f), "x");
+  MacchinaProva::ScriviHost(i.m.C(trle + "\\script.dat"), "originale");
+  long esito = 0;
+  const std::string locale = host::CartellaSpeciale(host::kCsidlLocalAppData, &esito);
+  // Planted through the machine layer, which reaches a folder below a profile the code page cannot show.
+  const std::string copia = locale + "\\VirtualStore\\" + trle;
+  for (const std::string& c :
+       {locale + "\\VirtualStore", locale + "\\VirtualStore\\Program Files (x86)", copia, copia + "\\data"})
+    support::CreaCartella(c);
+  EXPECT_TRUE(support::ScriviFileIntero(copia + "\\data\\karnak.tr4", {"livello"}));
+  EXPECT_TRUE(support::ScriviFileIntero(copia + "\\script.dat", {"compilato"}));
+  i.f.nomeTrle.testo = "C:\\" + trle;
+  return locale;
+}
+
+// The snapshot packs and lists what the editor itself reads. Rows: EnableLUA, EnableVirtualization, the
+// script packed, the level listed, the VirtualStore below a profile whose name the ANSI code page cannot show.
 TEST(Controllo, FileDegliStrumentiSottoUac) {
   const struct {
     const char* lua;
@@ -209,23 +238,8 @@ TEST(Controllo, FileDegliStrumentiSottoUac) {
     i.m.AppDataLocale();
     std::optional<AppDataFuoriDalCodice> appData;
     if (r.fuoriDalCodice) appData.emplace(i.m);
-    i.m.Registro(std::string("WINE REGISTRY Version 2\n[Software\\\\Microsoft\\\\Windows\\\\CurrentVersion\\\\Policies\\\\"
-                             "System]\n\"EnableLUA\"=dword:0000000") +
-                 r.lua + "\n\"EnableVirtualization\"=dword:0000000" + r.virtualizzazione + "\n");
-    const std::string trle = "Program Files (x86)\\Trle";
-    for (const char* f : {"tomb4.exe", "ordeio.txt", "data\\title.tr4"}) MacchinaProva::ScriviHost(i.m.C(trle + "\\" + f), "x");
-    MacchinaProva::ScriviHost(i.m.C(trle + "\\script.dat"), "originale");
-    long esito = 0;
-    const std::string locale = host::CartellaSpeciale(host::kCsidlLocalAppData, &esito);
+    const std::string locale = EditorSottoProgramFiles(i, r.lua, r.virtualizzazione);
     EXPECT_EQ(locale.find('?') != std::string::npos, r.fuoriDalCodice) << locale;
-    // Planted through the machine layer, which reaches a folder below such a profile.
-    const std::string copia = locale + "\\VirtualStore\\" + trle;
-    for (const std::string& c :
-         {locale + "\\VirtualStore", locale + "\\VirtualStore\\Program Files (x86)", copia, copia + "\\data"})
-      support::CreaCartella(c);
-    ASSERT_TRUE(support::ScriviFileIntero(copia + "\\data\\karnak.tr4", {"livello"}));
-    ASSERT_TRUE(support::ScriviFileIntero(copia + "\\script.dat", {"compilato"}));
-    i.f.nomeTrle.testo = "C:\\" + trle;
     collection::Pul_Start_Click(i.f.principale);
     fs::create_directories(i.m.C("Dati"));
     collection::ContenutoSnapshot s;
@@ -236,6 +250,53 @@ TEST(Controllo, FileDegliStrumentiSottoUac) {
     const bool livello =
         std::find(elenco.NomiFile.begin(), elenco.NomiFile.end(), "\\data\\karnak.tr4") != elenco.NomiFile.end();
     EXPECT_EQ(livello, r.livello);
+  }
+}
+
+// The environment member behind the eight, from the run on the machine above with ordeio.txt held open by
+// another program: the run's date, the script Windows served from the VirtualStore, the file left out and
+// why. A clock that fails leaves the member out, and the run goes on as without it.
+TEST(Controllo, Ambiente) {
+  const struct {
+    collection::Orologio orologio;
+    bool membro;
+  } righe[] = {{OraFerma, true},
+               {[]() -> collection::Ora { throw std::runtime_error("no clock"); }, false},
+               {[] { return collection::Ora{}; }, false}};
+  for (const auto& r : righe) {
+    Installazioni i;
+    i.m.AppDataLocale();
+    EditorSottoProgramFiles(i, "1", "1");
+    i.f.principale.LeggiOra = r.orologio;
+    const std::string trle = "C:\\Program Files (x86)\\Trle";
+    fs::remove(i.m.C("Program Files (x86)/Trle/ordeio.txt"));
+    {
+      const Illeggibile tenuto(i.m.C("Program Files (x86)/Trle/ordeio.txt"));
+      collection::Pul_Start_Click(i.f.principale);
+    }
+    collection::SnapshotInMemoria s;
+    ASSERT_TRUE(collection::DecodificaSnapshot(MacchinaProva::LeggiHost(i.m.C("INFO_ORDL.BIN")), s));
+    V nomi = {"C:\\Prog\\Infofile.bin", "C:\\Ordl\\ordelio.prf", "C:\\Ordl\\archivio.qlv", "C:\\Prog\\DirArc.el",
+              "C:\\Prog\\TRLE.el", "C:\\Prog\\ORDL.el", trle + "\\script.dat"};
+    if (r.membro) nomi.push_back("C:\\Prog\\ambiente.json");
+    ASSERT_EQ(s.tabella.Nomi, nomi);
+    EXPECT_EQ(s.corpi[1], MacchinaProva::LeggiHost(i.m.C("Ordl/ordelio.prf")));
+    EXPECT_EQ(s.corpi[6], "compilato");
+    ASSERT_EQ(i.f.messaggi.tutti.size(), 2u);
+    EXPECT_NE(i.f.messaggi.tutti[0].find(trle + "\\ordeio.txt"), std::string::npos);
+    EXPECT_TRUE(fs::is_empty(i.m.C("Prog")));
+    if (!r.membro) continue;
+    formats::Ambiente a;
+    std::string motivo;
+    ASSERT_TRUE(formats::DecodificaAmbiente(s.corpi.back(), &a, &motivo)) << motivo;
+    EXPECT_EQ(a.programma, "CheckORDL");
+    EXPECT_EQ(a.bitProgramma, static_cast<int>(sizeof(void*) * 8));
+    EXPECT_EQ(a.dataLocale, "2026-11-25T17:05:03");
+    EXPECT_EQ(a.scartoUtcMinuti, 60);
+    EXPECT_EQ(a.membriVirtuali, V{trle + "\\script.dat"});
+    ASSERT_EQ(a.nonLetti.size(), 1u);
+    EXPECT_EQ(a.nonLetti[0].percorso, trle + "\\ordeio.txt");
+    EXPECT_EQ(a.nonLetti[0].errore, Illeggibile::kErrore);
   }
 }
 

@@ -4,18 +4,18 @@
 
 #ifdef _WIN32
 #include <windows.h>
-#else
-#include <sys/stat.h>
 #endif
 
 #include <filesystem>
 #include <optional>
 #include <set>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "esadecimale.h"
 #include "finestra_prova.h"
+#include "illeggibile.h"
 #include "host/machine.h"
 #include "macchina_prova.h"
 #include "osservatore_allocazioni.h"
@@ -148,27 +148,17 @@ TEST(Snapshot, MembriIlleggibiliNominati) {
   MacchinaProva m;
   MacchinaProva::ScriviHost(m.C("prima.txt"), "prima");
   MacchinaProva::ScriviHost(m.C("dopo.txt"), "dopo");
-#ifdef _WIN32
-  MacchinaProva::ScriviHost(m.C("tenuto.txt"), "tenuto");
-  const HANDLE h =
-      ::CreateFileA(m.C("tenuto.txt").c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
-  ASSERT_NE(h, INVALID_HANDLE_VALUE);
-  const int atteso = host::kErrFileAlreadyOpen;
-#else
-  ASSERT_EQ(::mkfifo(m.C("tenuto.txt").c_str(), 0644), 0);
-  const int atteso = host::kErrPathFileAccess;
-#endif
   support::DidascaliaMuta d;
   support::BarraMuta b;
   std::vector<collection::MembroEscluso> esclusi;
-  const V membri = {"C:\\prima.txt", "C:\\tenuto.txt", "C:\\manca.txt", "C:\\dopo.txt"};
-  EXPECT_TRUE(collection::SalvaSnapshot("C:\\s.bin", membri, 4, d, b, &esclusi));
-#ifdef _WIN32
-  ::CloseHandle(h);
-#endif
+  {
+    const Illeggibile tenuto(m.C("tenuto.txt"));
+    const V membri = {"C:\\prima.txt", "C:\\tenuto.txt", "C:\\manca.txt", "C:\\dopo.txt"};
+    EXPECT_TRUE(collection::SalvaSnapshot("C:\\s.bin", membri, 4, d, b, &esclusi));
+  }
   ASSERT_EQ(esclusi.size(), 1u);
   EXPECT_EQ(esclusi[0].percorso, "C:\\tenuto.txt");
-  EXPECT_EQ(esclusi[0].errore, atteso);
+  EXPECT_EQ(esclusi[0].errore, Illeggibile::kErrore);
   collection::LettoreSnapshot l;
   ASSERT_TRUE(l.Apri("C:\\s.bin"));
   EXPECT_EQ(l.Tabella().Nomi, (V{"C:\\prima.txt", "C:\\dopo.txt"}));
@@ -181,6 +171,44 @@ TEST(Snapshot, MembriIlleggibiliNominati) {
       "These files could not be read and are not in the snapshot:\r\n"
       "C:\\a (another program holds it open)\r\nC:\\b (access is denied)\r\nC:\\c (it cannot be read)\r\n"
       "Close Ordelio and the level editor, then run the check again.");
+}
+
+// A member made in memory goes behind the files, made again once a file is left out so that it names it;
+// one that gives no bytes, or throws, leaves the files packed as they would be without it.
+TEST(Snapshot, MembroGenerato) {
+  MacchinaProva m;
+  MacchinaProva::ScriviHost(m.C("a.txt"), "abc");
+  const Illeggibile tenuto(m.C("tenuto.txt"));
+  const struct {
+    const char* come;
+    V nomi;
+  } righe[] = {{"made", {"C:\\a.txt", "C:\\Prog\\fatto.json"}}, {"empty", {"C:\\a.txt"}}, {"throws", {"C:\\a.txt"}}};
+  for (const auto& r : righe) {
+    SCOPED_TRACE(r.come);
+    int volte = 0;
+    const collection::MembroGenerato generato{
+        "C:\\Prog\\fatto.json", [&](const V& packati, const std::vector<collection::MembroEscluso>& esclusi) {
+          ++volte;
+          if (std::string(r.come) == "throws") throw std::runtime_error("no");
+          if (std::string(r.come) == "empty") return std::string();
+          std::string corpo = "packed";
+          for (const auto& p : packati) corpo += " " + p;
+          corpo += " out";
+          for (const auto& e : esclusi) corpo += " " + e.percorso;
+          return corpo;
+        }};
+    support::DidascaliaMuta d;
+    support::BarraMuta b;
+    std::vector<collection::MembroEscluso> esclusi;
+    ASSERT_TRUE(collection::SalvaSnapshot("C:\\s.bin", {"C:\\tenuto.txt", "C:\\a.txt"}, 2, d, b, &esclusi,
+                                          &generato));
+    EXPECT_EQ(volte, 2);
+    EXPECT_EQ(esclusi.size(), 1u);
+    collection::SnapshotInMemoria s;
+    ASSERT_TRUE(collection::DecodificaSnapshot(MacchinaProva::LeggiHost(m.C("s.bin")), s));
+    EXPECT_EQ(s.tabella.Nomi, r.nomi);
+    EXPECT_EQ(s.corpi.back(), r.nomi.size() == 2 ? "packed C:\\a.txt out C:\\tenuto.txt" : "abc");
+  }
 }
 
 // A folder whose name the code page cannot show is named with '?' for each such letter, and the snapshot is
