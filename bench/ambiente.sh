@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Recording the environment of a check run: on the demo machine, the collection's seconds as a share of the
 # check run without it (the run as timed whole, less the collection timed alone after it in the same
-# process; goal at most 10 %), and the collection alone over an editor folder of 200,000 files below
-# "Program Files (x86)" (goal under 0.5 s). Usage: bench/ambiente.sh [NATIVE_BUILD] [FILES]
+# process; goal at most 10 %), and the collection alone over an editor folder below "Program Files (x86)"
+# that holds 200,000 files at its top, a hundred of them executables (goal under 0.5 s). Usage: bench/ambiente.sh [NATIVE_BUILD] [FILES]
 set -euo pipefail
 cd "$(dirname "$0")/.."
 nativo=${1:-build/release}
@@ -21,18 +21,21 @@ awk "$mediana"'
     printf "demo machine, median of %d runs: check run %.3fs, collection %.4fs = %.1f %% of the run without it (member %d bytes)\n", NR, mediana(c, NR), mediana(a, NR), 100 * mediana(r, NR), n
   }' "$dir/righe"
 
-# 2,000 folders of 100 files each, the editor at the top.
+# All the files at the top of the editor folder, beside tomb4.exe: the folder the executables are looked
+# for in and their imports resolved against.
 grande=$WINEPREFIX/drive_c/Program\ Files\ \(x86\)/Grande
-python3 - "$grande" "$file" <<'PY'
+python3 - "$grande" "$file" "$WINEPREFIX/drive_c/Giochi/Trle/tomb4.exe" <<'PY'
 import os, sys
 radice, n = sys.argv[1], int(sys.argv[2])
+programma = open(sys.argv[3], "rb").read()
+os.makedirs(radice, exist_ok=True)
 for i in range(n):
-    d = os.path.join(radice, "data%04d" % (i // 100))
-    if i % 100 == 0:
-        os.makedirs(d, exist_ok=True)
-    open(os.path.join(d, "f%03d.tr4" % (i % 100)), "wb").close()
+    estensione = ("tr4", "dll", "txt", "exe")[i % 4] if i < 400 else "tr4"
+    with open(os.path.join(radice, "f%06d.%s" % (i, estensione)), "wb") as f:
+        f.write(programma if estensione == "exe" else b"")
+with open(os.path.join(radice, "tomb4.exe"), "wb") as f:
+    f.write(programma)
 PY
-cp "$WINEPREFIX/drive_c/Giochi/Trle/tomb4.exe" "$grande/"
 "$bench" collect 'C:\Program Files (x86)\Grande' 'C:\Ordelio' 1 >/dev/null
 "$bench" collect 'C:\Program Files (x86)\Grande' 'C:\Ordelio' "${GIRI:-7}" > "$dir/righe"
 awk -v file="$file" "$mediana"'
