@@ -14,6 +14,7 @@ cmake --build --preset fuzz -j "$(nproc)"
 # are, except *.hex files, which hold bytes as hexadecimal text with # comments; expected texts are skipped.
 wine_pe=/usr/lib/x86_64-linux-gnu/wine/x86_64-windows
 declare -A semi=(
+  [ambiente]="tests/data/ambiente"
   [archivio]="tests/data/record/archivio_header.hex tests/data/record/archivio_livello.hex"
   [elenco]="tests/data/elenchi tests/data/record/elenco.hex tests/data/prospetti/backup_trle.le tests/data/prospetti/trle_cd.le"
   [info_header]="tests/data/record/info_header.hex"
