@@ -281,6 +281,7 @@ TEST(Controllo, Ambiente) {
     if (r.membro) nomi.push_back("C:\\Prog\\ambiente.json");
     ASSERT_EQ(s.tabella.Nomi, nomi);
     EXPECT_EQ(s.corpi[1], MacchinaProva::LeggiHost(i.m.C("Ordl/ordelio.prf")));
+    EXPECT_EQ(s.corpi[2], MacchinaProva::LeggiHost(i.m.C("Ordl/archivio.qlv")));
     EXPECT_EQ(s.corpi[6], "compilato");
     ASSERT_EQ(i.f.messaggi.tutti.size(), 2u);
     EXPECT_NE(i.f.messaggi.tutti[0].find(trle + "\\ordeio.txt"), std::string::npos);
