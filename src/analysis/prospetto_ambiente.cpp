@@ -1,0 +1,96 @@
+#include "analysis/prospetto_ambiente.h"
+
+#include "analysis/ambiente_dati.h"
+#include "analysis/testo.h"
+#include "collection/snapshot.h"
+
+namespace analysis {
+namespace {
+
+std::string Bit(bool sessantaquattro) {
+  return sessantaquattro ? "64-bit" : "32-bit";
+}
+
+std::string SiNo(bool v) {
+  return v ? "on" : "off";
+}
+
+std::string Windows(const host::SistemaWindows& w) {
+  std::string t = w.prodotto.empty() ? "(no product name)" : w.prodotto;
+  if (!w.rilascio.empty()) t += " " + w.rilascio;
+  t += ", " + std::to_string(w.maggiore) + "." + std::to_string(w.minore) + " build " +
+       std::to_string(w.build);
+  return t + ", " + Bit(w.windows64) + " Windows";
+}
+
+void Eseguibile(std::string& t, const formats::EseguibileAmbiente& ea) {
+  const host::Eseguibile& e = ea.eseguibile;
+  AggiungiRiga(t, "");
+  AggiungiRiga(t, std::string(formats::NomeCartella(ea.cartella)) + ": " + e.percorso);
+  AggiungiRiga(t, std::string("  Machine: ") + formats::NomeMacchina(e.macchina));
+  if (!e.problema.empty()) AggiungiRiga(t, "  Problem: " + e.problema);
+  if (e.livelli.empty()) AggiungiRiga(t, "  Compatibility layers: none");
+  for (const host::LivelloCompatibilita& l : e.livelli)
+    AggiungiRiga(t, "  Compatibility layers: " + l.radice + " \"" + l.dati + "\"");
+  AggiungiRiga(t, "  Mark of the web: " + TestoZona(e.zona));
+  AggiungiRiga(t, "  Imported DLLs: " + std::to_string(e.importazioni.size()));
+  for (const host::DllImportata& d : e.importazioni) {
+    std::string riga = "    " + d.nome + ": " + formats::NomeOrigine(d.origine);
+    if (!d.percorso.empty()) riga += ", " + d.percorso;
+    if (d.zona != host::kZonaNessuna) riga += ", mark of the web " + TestoZona(d.zona);
+    AggiungiRiga(t, riga);
+  }
+}
+
+}  // namespace
+
+std::string TestoAmbiente(const formats::Ambiente& a) {
+  const host::SistemaWindows& w = a.windows;
+  std::string t;
+  AggiungiRiga(t, "Made: " + DataControllo(a));
+  AggiungiRiga(t, "Program: " + a.programma + " " + a.versioneProgramma + ", " + Bit(a.bitProgramma == 64));
+  AggiungiRiga(t, "Windows: " + Windows(w));
+  AggiungiRiga(t, "Runs as: " + Bit(a.bitProgramma == 64) + " program" + (w.wow64 ? ", under WOW64" : ""));
+  AggiungiRiga(t, std::string("Wine: ") + (!w.wine                  ? "no"
+                                           : w.versioneWine.empty() ? "yes"
+                                                                    : "yes, " + w.versioneWine));
+  AggiungiRiga(t, "UAC: " + SiNo(w.uac) + ", virtualization: " + SiNo(w.virtualizzazione));
+  AggiungiRiga(t, "ANSI code page: " + std::to_string(w.codePage));
+  AggiungiRiga(t, "System DPI: " + std::to_string(w.dpi));
+  AggiungiRiga(t, "Controlled Folder Access: " + TestoAccessoControllato(w.accessoControllato));
+  AggiungiRiga(t, "DEP policy: " + TestoDep(w.dep));
+  AggiungiRiga(t, "");
+  AggiungiRiga(t,
+               "Executables at the top of the installation folders: " + std::to_string(a.eseguibili.size()));
+  for (const formats::EseguibileAmbiente& e : a.eseguibili) Eseguibile(t, e);
+  AggiungiRiga(t, "");
+  AggiungiRiga(t, "From the VirtualStore: " + Quanti(a.membriVirtuali.size(), "member") + ", " +
+                      Quanti(a.fileVirtualiTotale, "listed file"));
+  for (const std::string& m : a.membriVirtuali) AggiungiRiga(t, "  Member: " + m);
+  for (const std::string& f : a.fileVirtuali) AggiungiRiga(t, "  Listed: " + f);
+  if (a.fileVirtualiTotale > a.fileVirtuali.size())
+    AggiungiRiga(t, "  ... and " + std::to_string(a.fileVirtualiTotale - a.fileVirtuali.size()) +
+                        " more listed files");
+  AggiungiRiga(t, "");
+  AggiungiRiga(t, "Members not read: " + std::to_string(a.nonLetti.size()));
+  for (const formats::MembroNonLetto& m : a.nonLetti)
+    AggiungiRiga(t, "  " + m.percorso + " (" + collection::MotivoEsclusione(m.errore) + ")");
+  return t;
+}
+
+std::optional<std::string> ProspettoAmbiente(const std::string& cartellaDati, support::Messaggi& messaggi) {
+  const AmbienteLetto letto = LeggiAmbienteDati(cartellaDati);
+  switch (letto.stato) {
+    case StatoAmbiente::assente:
+      messaggi.Critico(kAmbienteAssente);
+      return std::nullopt;
+    case StatoAmbiente::illeggibile:
+      messaggi.Critico("The snapshot's ambiente.json cannot be read: " + letto.motivo);
+      return std::nullopt;
+    case StatoAmbiente::letto:
+      break;
+  }
+  return TestoAmbiente(letto.ambiente);
+}
+
+}  // namespace analysis
