@@ -23,7 +23,7 @@ std::string Windows(const host::SistemaWindows& w) {
   return t + ", " + Bit(w.windows64) + " Windows";
 }
 
-void Eseguibile(std::string& t, const formats::EseguibileAmbiente& ea) {
+void Eseguibile(std::string& t, const formats::EseguibileAmbiente& ea, bool zoneLeggibili) {
   const host::Eseguibile& e = ea.eseguibile;
   AggiungiRiga(t, "");
   AggiungiRiga(t, std::string(formats::NomeCartella(ea.cartella)) + ": " + e.percorso);
@@ -32,7 +32,9 @@ void Eseguibile(std::string& t, const formats::EseguibileAmbiente& ea) {
   if (e.livelli.empty()) AggiungiRiga(t, "  Compatibility layers: none");
   for (const host::LivelloCompatibilita& l : e.livelli)
     AggiungiRiga(t, "  Compatibility layers: " + l.radice + " \"" + l.dati + "\"");
-  AggiungiRiga(t, "  Mark of the web: " + TestoZona(e.zona));
+  // Where the streams cannot be read, no zone recorded does not mean no mark.
+  const int zona = !zoneLeggibili && e.zona == host::kZonaNessuna ? host::kZonaIgnota : e.zona;
+  AggiungiRiga(t, "  Mark of the web: " + TestoZona(zona));
   AggiungiRiga(t, "  Imported DLLs: " + std::to_string(e.importazioni.size()));
   for (const host::DllImportata& d : e.importazioni) {
     std::string riga = "    " + d.nome + ": " + formats::NomeOrigine(d.origine);
@@ -62,7 +64,7 @@ std::string TestoAmbiente(const formats::Ambiente& a) {
   AggiungiRiga(t, "");
   AggiungiRiga(t,
                "Executables at the top of the installation folders: " + std::to_string(a.eseguibili.size()));
-  for (const formats::EseguibileAmbiente& e : a.eseguibili) Eseguibile(t, e);
+  for (const formats::EseguibileAmbiente& e : a.eseguibili) Eseguibile(t, e, w.zoneLeggibili);
   AggiungiRiga(t, "");
   AggiungiRiga(t, "From the VirtualStore: " + Quanti(a.membriVirtuali.size(), "member") + ", " +
                       Quanti(a.fileVirtualiTotale, "listed file"));
