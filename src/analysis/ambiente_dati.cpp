@@ -60,8 +60,9 @@ std::string TestoAccessoControllato(const std::optional<std::uint32_t>& v) {
 std::string TestoDep(const std::optional<std::uint32_t>& v) {
   static constexpr const char* kDep[] = {"always off", "always on", "opt-in", "opt-out"};
   if (!v) return "not known";
-  const std::string numero = "(" + std::to_string(*v) + ")";
-  return *v < 4 ? std::string(kDep[*v]) + " " + numero : "value " + numero;
+  std::string t = *v < 4 ? kDep[*v] : "value";
+  t.append(" (").append(std::to_string(*v)).append(")");
+  return t;
 }
 
 }  // namespace analysis

@@ -1,11 +1,18 @@
 #include "analysis/prospetto_ambiente.h"
 
 #include "analysis/ambiente_dati.h"
+#include "analysis/forma_analisi.h"
 #include "analysis/testo.h"
 #include "collection/snapshot.h"
 
 namespace analysis {
 namespace {
+
+// A line below the first five, indented by `rientro` and laid out to fit the report area; those five stay
+// whole, one line each, as the builds' cross-check expects them.
+void Riga(std::string& t, const std::string& riga, std::size_t rientro = 0) {
+  AggiungiRigaAvvolta(t, riga, rientro, rientro + 4, static_cast<std::size_t>(ColonneAreaProspetto()));
+}
 
 std::string Bit(bool sessantaquattro) {
   return sessantaquattro ? "64-bit" : "32-bit";
@@ -26,21 +33,21 @@ std::string Windows(const host::SistemaWindows& w) {
 void Eseguibile(std::string& t, const formats::EseguibileAmbiente& ea, bool zoneLeggibili) {
   const host::Eseguibile& e = ea.eseguibile;
   AggiungiRiga(t, "");
-  AggiungiRiga(t, std::string(formats::NomeCartella(ea.cartella)) + ": " + e.percorso);
-  AggiungiRiga(t, std::string("  Machine: ") + formats::NomeMacchina(e.macchina));
-  if (!e.problema.empty()) AggiungiRiga(t, "  Problem: " + e.problema);
-  if (e.livelli.empty()) AggiungiRiga(t, "  Compatibility layers: none");
+  Riga(t, std::string(formats::NomeCartella(ea.cartella)) + ": " + e.percorso);
+  Riga(t, std::string("Machine: ") + formats::NomeMacchina(e.macchina), 2);
+  if (!e.problema.empty()) Riga(t, "Problem: " + e.problema, 2);
+  if (e.livelli.empty()) Riga(t, "Compatibility layers: none", 2);
   for (const host::LivelloCompatibilita& l : e.livelli)
-    AggiungiRiga(t, "  Compatibility layers: " + l.radice + " \"" + l.dati + "\"");
+    Riga(t, "Compatibility layers: " + l.radice + " \"" + l.dati + "\"", 2);
   // Where the streams cannot be read, no zone recorded does not mean no mark.
   const int zona = !zoneLeggibili && e.zona == host::kZonaNessuna ? host::kZonaIgnota : e.zona;
-  AggiungiRiga(t, "  Mark of the web: " + TestoZona(zona));
-  AggiungiRiga(t, "  Imported DLLs: " + std::to_string(e.importazioni.size()));
+  Riga(t, "Mark of the web: " + TestoZona(zona), 2);
+  Riga(t, "Imported DLLs: " + std::to_string(e.importazioni.size()), 2);
   for (const host::DllImportata& d : e.importazioni) {
-    std::string riga = "    " + d.nome + ": " + formats::NomeOrigine(d.origine);
+    std::string riga = d.nome + ": " + formats::NomeOrigine(d.origine);
     if (!d.percorso.empty()) riga += ", " + d.percorso;
     if (d.zona != host::kZonaNessuna) riga += ", mark of the web " + TestoZona(d.zona);
-    AggiungiRiga(t, riga);
+    Riga(t, riga, 4);
   }
 }
 
@@ -56,27 +63,27 @@ std::string TestoAmbiente(const formats::Ambiente& a) {
   AggiungiRiga(t, std::string("Wine: ") + (!w.wine                  ? "no"
                                            : w.versioneWine.empty() ? "yes"
                                                                     : "yes, " + w.versioneWine));
-  AggiungiRiga(t, "UAC: " + SiNo(w.uac) + ", virtualization: " + SiNo(w.virtualizzazione));
-  AggiungiRiga(t, "ANSI code page: " + std::to_string(w.codePage));
-  AggiungiRiga(t, "System DPI: " + std::to_string(w.dpi));
-  AggiungiRiga(t, "Controlled Folder Access: " + TestoAccessoControllato(w.accessoControllato));
-  AggiungiRiga(t, "DEP policy: " + TestoDep(w.dep));
+  Riga(t, "UAC: " + SiNo(w.uac) + ", virtualization: " + SiNo(w.virtualizzazione));
+  Riga(t, "ANSI code page: " + std::to_string(w.codePage));
+  Riga(t, "System DPI: " + std::to_string(w.dpi));
+  Riga(t, "Controlled Folder Access: " + TestoAccessoControllato(w.accessoControllato));
+  Riga(t, "DEP policy: " + TestoDep(w.dep));
   AggiungiRiga(t, "");
   AggiungiRiga(t,
                "Executables at the top of the installation folders: " + std::to_string(a.eseguibili.size()));
   for (const formats::EseguibileAmbiente& e : a.eseguibili) Eseguibile(t, e, w.zoneLeggibili);
   AggiungiRiga(t, "");
-  AggiungiRiga(t, "From the VirtualStore: " + Quanti(a.membriVirtuali.size(), "member") + ", " +
-                      Quanti(a.fileVirtualiTotale, "listed file"));
-  for (const std::string& m : a.membriVirtuali) AggiungiRiga(t, "  Member: " + m);
-  for (const std::string& f : a.fileVirtuali) AggiungiRiga(t, "  Listed: " + f);
+  Riga(t, "From the VirtualStore: " + Quanti(a.membriVirtuali.size(), "member") + ", " +
+              Quanti(a.fileVirtualiTotale, "listed file"));
+  for (const std::string& m : a.membriVirtuali) Riga(t, "Member: " + m, 2);
+  for (const std::string& f : a.fileVirtuali) Riga(t, "Listed: " + f, 2);
   if (a.fileVirtualiTotale > a.fileVirtuali.size())
-    AggiungiRiga(t, "  ... and " + std::to_string(a.fileVirtualiTotale - a.fileVirtuali.size()) +
-                        " more listed files");
+    Riga(t, "... and " + std::to_string(a.fileVirtualiTotale - a.fileVirtuali.size()) + " more listed files",
+         2);
   AggiungiRiga(t, "");
-  AggiungiRiga(t, "Members not read: " + std::to_string(a.nonLetti.size()));
+  Riga(t, "Members not read: " + std::to_string(a.nonLetti.size()));
   for (const formats::MembroNonLetto& m : a.nonLetti)
-    AggiungiRiga(t, "  " + m.percorso + " (" + collection::MotivoEsclusione(m.errore) + ")");
+    Riga(t, m.percorso + " (" + collection::MotivoEsclusione(m.errore) + ")", 2);
   return t;
 }
 

@@ -15,10 +15,12 @@
 #include <vector>
 
 #include "ambiente_prova.h"
+#include "analysis/forma_analisi.h"
 #include "analysis/prospetto_ambiente.h"
 #include "analysis/prospetto_archivio.h"
 #include "analysis/prospetto_preferenze.h"
 #include "analysis/testi.h"
+#include "esadecimale.h"
 #include "finestra_prova.h"
 #include "formats/archivio.h"
 #include "locale_prova.h"
@@ -129,6 +131,7 @@ TEST(ProspettoAmbiente, LettoAssenteIlleggibile) {
       EXPECT_TRUE(a.Segnate().empty());
       if (std::getenv("CHECKORDL_RIGENERA")) MacchinaProva::ScriviHost(atteso, a.area.Testo());
       EXPECT_EQ(a.area.Testo(), MacchinaProva::LeggiHost(atteso));
+      EXPECT_LE(RigaPiuLarga(a.area.Testo()), static_cast<std::size_t>(analysis::ColonneAreaProspetto()));
       continue;
     }
     ASSERT_EQ(a.messaggi.tutti.size(), 1u);
