@@ -39,10 +39,15 @@ inline formats::Ambiente AmbienteProva() {
   host::Eseguibile ordl{"C:\\Program Files (x86)\\Ordelio\\ordl2009.exe", host::MacchinaPe::x86, {}, "", {},
                         host::kZonaNessuna};
   ordl.importazioni = {{"USER32.dll", Origine::sistema, "C:\\Windows\\SysWOW64\\user32.dll", host::kZonaNessuna}};
+  ordl.livelli = {{"HKLM", "~ 640X480"}};
+  // Not a level tool: its layers are its own business.
+  host::Eseguibile disinstalla{"C:\\Program Files (x86)\\Ordelio\\unins000.exe", host::MacchinaPe::x64, {}, "",
+                               {{"HKCU", "WINXPSP3"}}, host::kZonaNessuna};
   host::Eseguibile rotto{trle + "rotto.exe", host::MacchinaPe::nessuna, {}, "the import table runs past the end",
                          {}, host::kZonaNessuna};
   a.eseguibili = {{formats::CartellaEseguibile::editor, tomb4},
                   {formats::CartellaEseguibile::ordelio, ordl},
+                  {formats::CartellaEseguibile::ordelio, disinstalla},
                   {formats::CartellaEseguibile::editor, rotto}};
   a.membriVirtuali = {"C:\\Program Files (x86)\\Ordelio\\ordelio.prf"};
   a.fileVirtuali = {"C:\\Program Files (x86)\\Ordelio\\backup_trle\\a.tr4"};

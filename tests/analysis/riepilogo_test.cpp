@@ -138,11 +138,12 @@ TEST(Riepilogo, CasiControAttesi) {
          c.membri["script.dat"] = "";
          c.membri["ambiente.json"] = formats::CodificaAmbiente(AmbienteProva());
        }},
-      // A clean machine gives a few pass lines; a member that is no JSON one warning and nothing else.
+      // A clean machine gives a few pass lines, Controlled Folder Access that only audits a note; a member
+      // that is no JSON one warning and nothing else.
       {"ambiente_pulito",
        [](Caso& c) {
          formats::Ambiente a = AmbienteProva();
-         a.windows.accessoControllato.reset();
+         a.windows.accessoControllato = 2;
          a.eseguibili.resize(1);
          a.eseguibili[0].eseguibile.zona = host::kZonaNessuna;
          a.eseguibili[0].eseguibile.livelli.clear();
