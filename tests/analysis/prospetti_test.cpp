@@ -104,8 +104,8 @@ INSTANTIATE_TEST_SUITE_P(Voci, Prospetti,
                            return f.substr(0, f.find('.'));
                          });
 
-// The environment item of "Diagnosi": the planted record's text, marks cleared; a snapshot without the member
-// or with one that cannot be read gives a critical message and leaves the text and the marks alone.
+// The environment item of "Diagnosi": the planted record's text, marks cleared; a member that cannot be read
+// gives a critical message and leaves the text and the marks alone, as a missing one does.
 TEST(ProspettoAmbiente, LettoAssenteIlleggibile) {
   const std::string atteso = std::string(CHECKORDL_DATI_PROVA) + "/prospetti/environment.txt";
   const struct {
@@ -114,7 +114,6 @@ TEST(ProspettoAmbiente, LettoAssenteIlleggibile) {
     std::string messaggio;
   } casi[] = {
       {"letto", formats::CodificaAmbiente(AmbienteProva()), ""},
-      {"assente", "", std::string("critical: ") + analysis::kAmbienteAssente},
       {"illeggibile", "[1, 2]", "critical: The snapshot's ambiente.json cannot be read: "},
   };
   for (const auto& c : casi) {
@@ -123,7 +122,7 @@ TEST(ProspettoAmbiente, LettoAssenteIlleggibile) {
     Prepara(m);
     AnalisiProva a;
     analysis::ImpostaValori(a.d, "C:\\INFO_ORDL.BIN");
-    if (!c.json.empty()) support::ScriviFileTesto(a.d.CartellaDati + "\\ambiente.json", c.json);
+    support::ScriviFileTesto(a.d.CartellaDati + "\\ambiente.json", c.json);
     const std::string prima = a.area.Testo();
     analysis::EseguiVoce(a.d, Voce::mnu_ShowAmbiente);
     if (c.messaggio.empty()) {
