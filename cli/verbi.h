@@ -32,7 +32,7 @@ int VerboFindings(const Argomenti& args, MessaggiConsole& msg);
 int VerboAnonymize(const Argomenti& args, MessaggiConsole& msg);
 
 // Opens `snapshot` as the analysis window does and runs the report items named in `voci` (header pref
-// archive ordl trle dirarc ordeio script backup) in order. Prints the report area's text at the end, or,
+// archive ordl trle dirarc ordeio script backup environment) in order. Prints the report area's text at the end, or,
 // with `ognuno`, after each item under a line "== item". Exit 1 when a critical message was shown.
 int Prospetti(const std::string& snapshot, const std::vector<std::string>& voci, bool ognuno,
               MessaggiConsole& msg);

@@ -3,6 +3,8 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "host/ambiente.h"
+
 #include "collection/membri.h"
 #include "host/machine.h"
 #include "support/files.h"
@@ -32,6 +34,35 @@ std::string DataControllo(const formats::Ambiente& a) {
   char scarto[16];
   std::snprintf(scarto, sizeof scarto, "%c%02d:%02d", a.scartoUtcMinuti < 0 ? '-' : '+', m / 60, m % 60);
   return d + " (UTC" + scarto + ")";
+}
+
+std::string Quanti(std::size_t n, const std::string& nome) {
+  return std::to_string(n) + " " + nome + (n == 1 ? "" : "s");
+}
+
+std::string TestoZona(int zona) {
+  static constexpr const char* kZone[] = {"Local machine", "Intranet", "Trusted sites", "Internet",
+                                          "Restricted sites"};
+  if (zona == host::kZonaNessuna) return "none";
+  if (zona == host::kZonaIgnota) return "not available under Wine";
+  const std::string numero = std::to_string(zona);
+  return zona >= 0 && zona < 5 ? numero + " (" + kZone[zona] + ")" : numero;
+}
+
+std::string TestoAccessoControllato(const std::optional<std::uint32_t>& v) {
+  if (!v) return "not set";
+  if (*v == 0) return "off";
+  if (*v == 1) return "on";
+  if (*v == 2) return "audit only";
+  return "value " + std::to_string(*v);
+}
+
+std::string TestoDep(const std::optional<std::uint32_t>& v) {
+  static constexpr const char* kDep[] = {"always off", "always on", "opt-in", "opt-out"};
+  if (!v) return "not known";
+  std::string t = *v < 4 ? kDep[*v] : "value";
+  t.append(" (").append(std::to_string(*v)).append(")");
+  return t;
 }
 
 }  // namespace analysis

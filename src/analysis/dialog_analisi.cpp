@@ -6,6 +6,7 @@
 #include "analysis/confronto.h"
 #include "analysis/copia_anonima.h"
 #include "analysis/elenchi.h"
+#include "analysis/prospetto_ambiente.h"
 #include "analysis/prospetto_archivio.h"
 #include "analysis/prospetto_header.h"
 #include "analysis/prospetto_preferenze.h"
@@ -88,7 +89,7 @@ void ImpostaValori(Dialog_Analisi& d, const std::string& NomeInfoOrdl) {
 
 void DeselezionaProspetti(Dialog_Analisi& d) {
   for (const auto& v : kVoci)
-    if (v.prospetto) d.Menu.SetChecked(v.voce, false);
+    if (v.posto == Posto::prospetto) d.Menu.SetChecked(v.voce, false);
 }
 
 void mnu_ShowInfoHeader_Click(Dialog_Analisi& d) {
@@ -134,6 +135,13 @@ void mnu_AnalisiBackup_Click(Dialog_Analisi& d) {
       AnalisiBackup(d.CartellaProgramma, d.CartellaDati, d.FileTrovati, d.ProgressBar1, d.Messaggi);
   if (!testo) return;
   d.NumeroFileTrovati = static_cast<std::int32_t>(d.FileTrovati.size());
+  Mostra(d, testo);
+  DeselezionaProspetti(d);
+}
+
+void mnu_ShowAmbiente_Click(Dialog_Analisi& d) {
+  const auto testo = ProspettoAmbiente(d.CartellaDati, d.Messaggi);
+  if (!testo) return;
   Mostra(d, testo);
   DeselezionaProspetti(d);
 }

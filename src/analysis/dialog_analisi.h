@@ -17,8 +17,8 @@
 
 namespace analysis {
 
-// The items of the menus "Prospetto" and "Analisi" that carry a check mark, or (the last) do not; their
-// captions, names and handlers are in the table of analysis/voci.h, in this order.
+// The report items of the menus "Prospetto", "Analisi" and "Diagnosi"; only those of "Prospetto" carry a
+// check mark. Their captions, names, menus and handlers are in the table of analysis/voci.h, in this order.
 enum class Voce {
   mnu_ShowInfoHeader,
   mnu_ShowPref,
@@ -29,8 +29,9 @@ enum class Voce {
   mnu_ShowOrdelioTxt,
   mnu_ShowScriptDat,
   mnu_AnalisiBackup,
+  mnu_ShowAmbiente,
 };
-inline constexpr int kNumeroVoci = 9;
+inline constexpr int kNumeroVoci = 10;
 
 // The check marks of the menu items.
 class SegniMenu {
@@ -118,6 +119,9 @@ void mnu_ShowArchivioDir_Click(Dialog_Analisi& d);
 void mnu_ShowOrdelioTxt_Click(Dialog_Analisi& d);
 void mnu_ShowScriptDat_Click(Dialog_Analisi& d);
 void mnu_AnalisiBackup_Click(Dialog_Analisi& d);
+// The menu "Diagnosi": the environment of the check run that made the snapshot. Like the findings it clears
+// the report marks; it has no mark of its own.
+void mnu_ShowAmbiente_Click(Dialog_Analisi& d);
 // "Confronta con un altro snapshot...": asks for a snapshot with the dialog of "Leggi Dati", unpacks it into
 // a folder of its own and shows its comparison with the open one (old) in the report area, clearing the
 // report marks. Dati, the open snapshot's table and the header record stay as they were; a cancel changes

@@ -81,12 +81,15 @@ constexpr std::array<VoceBarra, 7 + kNumeroVoci> VociBarra() {
   b[n++] = {0, "mnu_SalvaFile", "Salva prospetto in un file di testo", Comando::SalvaFile, {}};
   b[n++] = {0, "mnu_Esci", "Esci", Comando::Esci, {}};
   b[n++] = {1, "mnu_Copia", "Copia ", Comando::Copia, {}};
-  for (const VoceMenu& v : kVoci)
-    if (v.prospetto) b[n++] = {2, v.controllo, v.didascalia, Comando::Voce, v.voce};
-  for (const VoceMenu& v : kVoci)
-    if (!v.prospetto) b[n++] = {3, v.controllo, v.didascalia, Comando::Voce, v.voce};
+  const auto voci = [&](Posto posto, std::size_t menu) {
+    for (const VoceMenu& v : kVoci)
+      if (v.posto == posto) b[n++] = {menu, v.controllo, v.didascalia, Comando::Voce, v.voce};
+  };
+  voci(Posto::prospetto, 2);
+  voci(Posto::analisi, 3);
   b[n++] = {3, "mnu_Confronta", "Confronta con un altro snapshot...", Comando::Confronta, {}};
   b[n++] = {4, "mnu_RiepilogoProblemi", "Riepilogo problemi", Comando::RiepilogoProblemi, {}};
+  voci(Posto::diagnosi, 4);
   b[n++] = {4, "mnu_SalvaCopiaAnonima", "Salva copia anonima...", Comando::SalvaCopiaAnonima, {}};
   return b;
 }

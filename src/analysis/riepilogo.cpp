@@ -7,6 +7,7 @@
 #include "analysis/ambiente_dati.h"
 #include "analysis/analisi_backup.h"
 #include "analysis/elenchi.h"
+#include "analysis/riepilogo_ambiente.h"
 #include "analysis/riepilogo_installazione.h"
 #include "analysis/testi.h"
 #include "analysis/testo.h"
@@ -107,6 +108,7 @@ class Verifica {
       VersioneOrdelio();
     }
     if (haOrdl_ && ordlIntero_) Backup();
+    for (Esito& e : VerificaAmbiente(ambiente_, Elenchi())) esiti_.push_back(std::move(e));
     std::stable_sort(esiti_.begin(), esiti_.end(),
                      [](const Esito& a, const Esito& b) { return a.Livello < b.Livello; });
     return std::move(esiti_);
@@ -138,6 +140,7 @@ class Verifica {
 
   void Membri() {
     using collection::Membro;
+    ambiente_ = LeggiAmbienteDati(cartellaDati_);
     const std::string header = File(Membro::intestazione), pref = File(Membro::preferenze);
     haHeader_ = support::FileExists(header) && formats::LeggiInfoHeader(header, &header_);
     haPref_ = support::FileExists(pref) && formats::LeggiPreferenze(pref, &prf_);
@@ -162,6 +165,10 @@ class Verifica {
       if (!m.documentato) continue;
       if (presente[static_cast<std::size_t>(m.membro)]) {
         ++presenti;
+        continue;
+      }
+      if (const formats::MembroNonLetto* n = MembroNonLettoDi(ambiente_, m.membro)) {
+        esiti_.push_back(MembroIlleggibile(*n, m.membro));
         continue;
       }
       // Without the header the snapshot did not come whole from a check run.
@@ -313,13 +320,20 @@ class Verifica {
           evidenze);
   }
 
-  void Installazione() {
+  std::vector<ElencoDiCartella> Elenchi() const {
     std::vector<ElencoDiCartella> elenchi;
     if (haTrle_) elenchi.push_back({"editor", &trle_->elenco});
     if (haOrdl_) elenchi.push_back({"Ordelio", &ordl_->elenco});
     if (haDirarc_) elenchi.push_back({"archive", &dirarc_->elenco});
+    return elenchi;
+  }
+
+  void Installazione() {
+    const std::vector<ElencoDiCartella> elenchi = Elenchi();
     if (elenchi.empty()) return;
-    for (Esito& e : VerificaInstallazione(elenchi)) esiti_.push_back(std::move(e));
+    const bool letto = ambiente_.stato == StatoAmbiente::letto;
+    for (Esito& e : VerificaInstallazione(elenchi, letto ? &ambiente_.ambiente : nullptr))
+      esiti_.push_back(std::move(e));
   }
 
   // A disk figure as a count of bytes, or as its text where a damaged header holds no such count (a NaN,
@@ -419,6 +433,7 @@ class Verifica {
   std::unordered_set<std::string> nomiTrle_;
   // The level files that script.dat names.
   std::vector<std::string> livelli_;
+  AmbienteLetto ambiente_;
   std::vector<Esito> esiti_;
 };
 

@@ -10,6 +10,7 @@
 //   flag.no-editor-folder flag.no-preferences flag.no-ordl2009 flag.no-script    fail, a bit of FlagErrori
 //   flag.no-ordeio-txt  warn         flag.unknown-bits  warn         flag.none                pass
 //   member.missing      fail/warn    member.all-present         pass list.unreadable          warn
+//   member.unreadable   warn  (for member.missing when the check run could not read the member)
 //   script.level-missing fail        script.levels-present      pass
 //   editor.empty-level  fail         editor.no-empty-level      pass
 //   editor.no-tomb4     fail         editor.tomb4-present       pass
@@ -21,6 +22,11 @@
 //   backup.no-sample-lists warn  (the sample lists are not beside the program)
 //   install.program-files install.non-ascii-path install.onedrive install.long-path install.unshowable-name
 //   install.long-name   warn         install.paths-ok           pass  (from the lists' folders and names)
+//   install.virtualstore warn  (the members and listed files that came from the VirtualStore)
+//   dll.not-found       fail         dll.all-found              pass  (one line per executable and DLL)
+//   exe.compat-layers   warn  web.marked warn  exe.settings-ok  pass  (layers on the level tools; marked files)
+//   cfa.guarded-folder  warn         cfa.audit                  pass  (Controlled Folder Access over a folder)
+//   environment.not-recorded pass  (no environment member: an older program)  environment.unreadable warn
 //   snapshot.unreadable fail  (the snapshot opened apart could not be read; the only finding then)
 #pragma once
 

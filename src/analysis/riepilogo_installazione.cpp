@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string>
 
+#include "analysis/ambiente_dati.h"
 #include "analysis/elenchi.h"
 #include "host/nomi.h"
 
@@ -15,26 +16,15 @@ constexpr std::size_t kLimite = 260;
 constexpr std::size_t kMargine = 20;
 constexpr const char* kAltrove = "such as C:\\TRLE";
 
-// The components of a Windows path after its drive, in upper case.
-std::vector<std::string> Componenti(const std::string& cartella) {
-  std::vector<std::string> parti;
-  std::size_t i = cartella.size() >= 2 && cartella[1] == ':' ? 2 : 0;
-  while (i < cartella.size()) {
-    const std::size_t j = std::min(cartella.find('\\', i), cartella.size());
-    if (j > i) parti.push_back(host::Maiuscolo(cartella.substr(i, j - i)));
-    i = j + 1;
-  }
-  return parti;
-}
-
 bool SottoProgrammi(const std::string& cartella) {
-  const auto parti = Componenti(cartella);
+  const auto parti = ComponentiCartella(cartella);
   return !parti.empty() && (parti[0] == "PROGRAM FILES" || parti[0] == "PROGRAM FILES (X86)");
 }
 
 bool SottoOneDrive(const std::string& cartella) {
-  const auto parti = Componenti(cartella);
-  return std::any_of(parti.begin(), parti.end(), [](const std::string& p) { return p.starts_with("ONEDRIVE"); });
+  const auto parti = ComponentiCartella(cartella);
+  return std::any_of(parti.begin(), parti.end(),
+                     [](const std::string& p) { return p.starts_with("ONEDRIVE"); });
 }
 
 bool SoloAscii(const std::string& s) {
@@ -48,13 +38,16 @@ std::string SenzaBarra(std::string cartella) {
 
 class Installazione {
  public:
-  std::vector<Esito> Verifica(const std::vector<ElencoDiCartella>& elenchi) {
+  std::vector<Esito> Verifica(const std::vector<ElencoDiCartella>& elenchi,
+                              const formats::Ambiente* ambiente) {
     for (const auto& e : elenchi) Cartella(e.ruolo, *e.elenco);
     if (esiti_.empty())
-      esiti_.push_back({"install.paths-ok", Gravita::pass,
+      esiti_.push_back({"install.paths-ok",
+                        Gravita::pass,
                         "The installation folders are outside Program Files and OneDrive, plain and short",
                         {},
                         {}});
+    if (ambiente) VirtualStore(*ambiente);
     return std::move(esiti_);
   }
 
@@ -72,7 +65,8 @@ class Installazione {
                          "from what others see; installing in a folder of the user's, ") +
                  kAltrove + ", avoids it.");
     if (!SoloAscii(cartella))
-      Avvisa("install.non-ascii-path", "The " + ruolo + " folder's path has characters outside ASCII", evidenza,
+      Avvisa("install.non-ascii-path", "The " + ruolo + " folder's path has characters outside ASCII",
+             evidenza,
              std::string("Move the installation to a folder whose path is plain ASCII, ") + kAltrove +
                  ": the level tools may not open it.");
     if (SottoOneDrive(cartella))
@@ -106,10 +100,30 @@ class Installazione {
              {{"folder", ruolo}, {"names", illeggibili}, {"first", primoIlleggibile}},
              "Rename those files and folders with plain letters: the level tools cannot open them.");
     if (lunghi > 0)
-      Avvisa("install.long-name", "The " + ruolo + " folder holds paths that reach the limit of 260 characters",
+      Avvisa("install.long-name",
+             "The " + ruolo + " folder holds paths that reach the limit of 260 characters",
              {{"folder", ruolo}, {"names", lunghi}, {"first", primoLungo}},
              std::string("Shorten those names, or move the installation to a shorter path, ") + kAltrove +
                  ": the level tools cannot open them.");
+  }
+
+  // What the level tools read there is the user's own copy, which other programs and other accounts do not
+  // see.
+  void VirtualStore(const formats::Ambiente& a) {
+    if (a.membriVirtuali.empty() && a.fileVirtualiTotale == 0) return;
+    std::string membri;
+    for (const std::string& m : a.membriVirtuali) membri += (membri.empty() ? "" : "; ") + m;
+    std::vector<Evidenza> evidenze = {{"members", membri},
+                                      {"listed_files", static_cast<std::int64_t>(a.fileVirtualiTotale)}};
+    if (!a.fileVirtuali.empty()) evidenze.push_back({"first_listed", a.fileVirtuali.front()});
+    Avvisa("install.virtualstore",
+           "Windows served " + Quanti(a.membriVirtuali.size(), "member") + " and " +
+               Quanti(a.fileVirtualiTotale, "listed file") + " from the VirtualStore",
+           std::move(evidenze),
+           std::string(
+               "The level tools see the user's VirtualStore copies, which other programs and an elevated "
+               "run do not: move the installation to a folder of the user's, ") +
+               kAltrove + ", and copy the VirtualStore's files into it.");
   }
 
   std::vector<Esito> esiti_;
@@ -117,8 +131,20 @@ class Installazione {
 
 }  // namespace
 
-std::vector<Esito> VerificaInstallazione(const std::vector<ElencoDiCartella>& elenchi) {
-  return Installazione().Verifica(elenchi);
+std::vector<std::string> ComponentiCartella(const std::string& cartella) {
+  std::vector<std::string> parti;
+  std::size_t i = cartella.size() >= 2 && cartella[1] == ':' ? 2 : 0;
+  while (i < cartella.size()) {
+    const std::size_t j = std::min(cartella.find('\\', i), cartella.size());
+    if (j > i) parti.push_back(host::Maiuscolo(cartella.substr(i, j - i)));
+    i = j + 1;
+  }
+  return parti;
+}
+
+std::vector<Esito> VerificaInstallazione(const std::vector<ElencoDiCartella>& elenchi,
+                                         const formats::Ambiente* ambiente) {
+  return Installazione().Verifica(elenchi, ambiente);
 }
 
 }  // namespace analysis

@@ -263,15 +263,16 @@ bool SalvaSnapshot(const std::string& NomeFile, const std::vector<std::string>& 
   return true;
 }
 
+const char* MotivoEsclusione(int errore) {
+  if (errore == host::kErrFileAlreadyOpen) return "another program holds it open";
+  if (errore == host::kErrPermissionDenied) return "access is denied";
+  return "it cannot be read";
+}
+
 std::string MessaggioEsclusi(const std::vector<MembroEscluso>& esclusi) {
   if (esclusi.empty()) return {};
   std::string testo = "These files could not be read and are not in the snapshot:\r\n";
-  for (const MembroEscluso& e : esclusi) {
-    const char* motivo = "it cannot be read";
-    if (e.errore == host::kErrFileAlreadyOpen) motivo = "another program holds it open";
-    if (e.errore == host::kErrPermissionDenied) motivo = "access is denied";
-    testo += e.percorso + " (" + motivo + ")\r\n";
-  }
+  for (const MembroEscluso& e : esclusi) testo += e.percorso + " (" + MotivoEsclusione(e.errore) + ")\r\n";
   return testo + "Close Ordelio and the level editor, then run the check again.";
 }
 

@@ -46,6 +46,9 @@ bool SalvaSnapshot(const std::string& NomeFile, const std::vector<std::string>& 
                    std::int32_t NumeroMembri, support::Didascalia& labelInfo, support::BarraProgresso& barra,
                    std::vector<MembroEscluso>* esclusi = nullptr, const MembroGenerato* generato = nullptr);
 
+// Why a member was left out, from the platform's error number: "another program holds it open", ...
+const char* MotivoEsclusione(int errore);
+
 // The plain message that names each member left out and why, and what the user can do about it; "" when
 // none was.
 std::string MessaggioEsclusi(const std::vector<MembroEscluso>& esclusi);

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "analysis/prospetto_ambiente.h"
 #include "collection/snapshot.h"
 #include "finestra_prova.h"
 #include "formats/info_header.h"
@@ -115,6 +116,7 @@ TEST(DialogAnalisi, OgniVoceSenzaIlSuoFile) {
       {Voce::mnu_ShowScriptDat, salvato + "Script.dat", header},
       {Voce::mnu_AnalisiBackup,
        "critical: Non trovo la cartella dove e' installato ordelio su questo computer", header},
+      {Voce::mnu_ShowAmbiente, std::string("critical: ") + analysis::kAmbienteAssente, header},
   };
   MacchinaProva m;
   SoloHeader(m, 0);

@@ -14,14 +14,19 @@
 #include <string>
 #include <vector>
 
+#include "ambiente_prova.h"
+#include "analysis/forma_analisi.h"
+#include "analysis/prospetto_ambiente.h"
 #include "analysis/prospetto_archivio.h"
 #include "analysis/prospetto_preferenze.h"
 #include "analysis/testi.h"
+#include "esadecimale.h"
 #include "finestra_prova.h"
 #include "formats/archivio.h"
 #include "locale_prova.h"
 #include "macchina_prova.h"
 #include "support/data.h"
+#include "support/files.h"
 
 namespace {
 
@@ -98,6 +103,42 @@ INSTANTIATE_TEST_SUITE_P(Voci, Prospetti,
                            const std::string f = info.param.file;
                            return f.substr(0, f.find('.'));
                          });
+
+// The environment item of "Diagnosi": the planted record's text, marks cleared; a member that cannot be read
+// gives a critical message and leaves the text and the marks alone, as a missing one does.
+TEST(ProspettoAmbiente, LettoAssenteIlleggibile) {
+  const std::string atteso = std::string(CHECKORDL_DATI_PROVA) + "/prospetti/environment.txt";
+  const struct {
+    const char* nome;
+    std::string json;
+    std::string messaggio;
+  } casi[] = {
+      {"letto", formats::CodificaAmbiente(AmbienteProva()), ""},
+      {"illeggibile", "[1, 2]", "critical: The snapshot's ambiente.json cannot be read: "},
+  };
+  for (const auto& c : casi) {
+    SCOPED_TRACE(c.nome);
+    MacchinaProva m;
+    Prepara(m);
+    AnalisiProva a;
+    analysis::ImpostaValori(a.d, "C:\\INFO_ORDL.BIN");
+    support::ScriviFileTesto(a.d.CartellaDati + "\\ambiente.json", c.json);
+    const std::string prima = a.area.Testo();
+    analysis::EseguiVoce(a.d, Voce::mnu_ShowAmbiente);
+    if (c.messaggio.empty()) {
+      EXPECT_TRUE(a.messaggi.tutti.empty());
+      EXPECT_TRUE(a.Segnate().empty());
+      if (std::getenv("CHECKORDL_RIGENERA")) MacchinaProva::ScriviHost(atteso, a.area.Testo());
+      EXPECT_EQ(a.area.Testo(), MacchinaProva::LeggiHost(atteso));
+      EXPECT_LE(RigaPiuLarga(a.area.Testo()), static_cast<std::size_t>(analysis::ColonneAreaProspetto()));
+      continue;
+    }
+    ASSERT_EQ(a.messaggi.tutti.size(), 1u);
+    EXPECT_TRUE(a.messaggi.tutti[0].starts_with(c.messaggio)) << a.messaggi.tutti[0];
+    EXPECT_EQ(a.area.Testo(), prima);
+    EXPECT_EQ(a.Segnate(), std::vector<Voce>{Voce::mnu_ShowInfoHeader});
+  }
+}
 
 // The count of levels comes from the file: it may be anything, and the file may end anywhere.
 TEST(ProspettoArchivio, ConteggiOstili) {

@@ -11,6 +11,7 @@
 #include <map>
 #include <nlohmann/json.hpp>
 
+#include "ambiente_prova.h"
 #include "analysis/forma_analisi.h"
 #include "esadecimale.h"
 #include "formats/archivio.h"
@@ -128,6 +129,32 @@ TEST(Riepilogo, CasiControAttesi) {
          c.membri["DirArc.el"] =
              Elenco(archivio, {{"\\Kriegler\\k.tr4", 9}, {"\\Egitto\\" + std::string(30, 'e') + ".tr4", 9}});
        }},
+      // The planted environment over an editor below Documents; script.dat was held open by another program.
+      {"ambiente",
+       [](Caso& c) {
+         const std::string editor = "C:\\Users\\Mario\\Documents\\Trle";
+         c.membri["TRLE.el"] = Elenco(editor, {{"\\tomb4.exe", 800000}, {"\\data\\title.tr4", 1000}});
+         c.p.PathTRLE.Assegna(editor);
+         c.membri["script.dat"] = "";
+         c.membri["ambiente.json"] = formats::CodificaAmbiente(AmbienteProva());
+       }},
+      // A clean machine gives a few pass lines, Controlled Folder Access that only audits a note; a member
+      // that is no JSON one warning and nothing else.
+      {"ambiente_pulito",
+       [](Caso& c) {
+         formats::Ambiente a = AmbienteProva();
+         a.windows.accessoControllato = 2;
+         a.eseguibili.resize(1);
+         a.eseguibili[0].eseguibile.zona = host::kZonaNessuna;
+         a.eseguibili[0].eseguibile.livelli.clear();
+         a.eseguibili[0].eseguibile.importazioni.resize(1);
+         a.membriVirtuali.clear();
+         a.fileVirtuali.clear();
+         a.fileVirtualiTotale = 0;
+         a.nonLetti.clear();
+         c.membri["ambiente.json"] = formats::CodificaAmbiente(a);
+       }},
+      {"ambiente_illeggibile", [](Caso& c) { c.membri["ambiente.json"] = "{\"format\": 1, \"program\": "; }},
       // Lists that cannot be read leave their checks out; without ordl2009.exe no version is expected.
       {"elenchi_rotti_senza_ordl2009",
        [](Caso& c) {

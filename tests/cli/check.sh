@@ -38,7 +38,7 @@ if [ -n "$exe" ]; then
   echo "cli check (Windows build): ok"
   exit 0
 fi
-[ "$(grep -c '^== ' "$t/prospetti")" = 11 ] || fail "demo reports: $(cat "$t/prospetti")"
+[ "$(grep -c '^== ' "$t/prospetti")" = 12 ] || fail "demo reports: $(cat "$t/prospetti")"
 grep -q '^  + \\data\\tut1.tr4 (1500 bytes)' "$t/prospetti" || fail "demo comparison"
 grep -q '^\\data\\title.tr4  26 Kb (27000 bytes) *ORIGINALE CD' "$t/prospetti" || fail "demo backup analysis"
 grep -q '^plain: Scanning is complete' "$t/err" || fail "closing message"
