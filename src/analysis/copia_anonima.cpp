@@ -27,6 +27,29 @@ using Json = nlohmann::ordered_json;
 
 // Far deeper than anything a check run writes, yet shallow enough for the walk and the writer, which recurse.
 constexpr int kProfonditaJson = 64;
+// Far more keys than any object a check run writes holds: an object that keeps its order finds a key by
+// looking at each one, so a document of a few flat objects of a million keys would take hours.
+constexpr std::size_t kChiaviJson = 1024;
+
+// The document, or nothing when it is no JSON or passes the limits above.
+std::optional<Json> DocumentoJson(const std::string& byte) {
+  bool fuori = false;
+  std::vector<std::size_t> chiavi(kProfonditaJson + 2, 0);
+  const Json::parser_callback_t limite = [&](int profondita, Json::parse_event_t evento, Json&) {
+    if (fuori || profondita > kProfonditaJson) {
+      fuori = true;
+      return false;
+    }
+    const auto livello = static_cast<std::size_t>(profondita);
+    // A new object's keys come at the next depth.
+    if (evento == Json::parse_event_t::object_start) chiavi[livello + 1] = 0;
+    if (evento == Json::parse_event_t::key && ++chiavi[livello] > kChiaviJson) fuori = true;
+    return !fuori;
+  };
+  Json j = Json::parse(byte, limite, false);
+  if (j.is_discarded() || fuori) return std::nullopt;
+  return j;
+}
 
 // How a member's bytes are laid out, as the table of members says for the file the reports would take it
 // for; nothing for a file no report reads, whose bytes then keep their places.
@@ -198,17 +221,10 @@ class Anonimizzatore {
   // JSON this copy can write back keep their places, as a file no report reads.
   std::string Ambiente(std::string byte, std::int64_t& n) {
     if (byte.size() <= static_cast<std::size_t>(kAmbienteMassimo)) {
-      bool profondo = false;
-      const Json::parser_callback_t limite = [&profondo](int profondita, Json::parse_event_t, Json&) {
-        if (profondita <= kProfonditaJson) return true;
-        profondo = true;
-        return false;
-      };
-      const Json j = Json::parse(byte, limite, false);
-      if (!j.is_discarded() && !profondo) {
+      if (const std::optional<Json> j = DocumentoJson(byte)) {
         for (const bool inPosto : {false, true}) {
           std::int64_t k = 0;
-          Json copia = j;
+          Json copia = *j;
           Testi(copia, inPosto, k);
           std::string testo = copia.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
           if (!inPosto && Leggibile(byte) && !Leggibile(testo)) continue;

@@ -296,6 +296,8 @@ TEST(CopiaAnonima, MembriFuoriForma) {
   lungo.dataLocale = "2026-01-01T00:00:00";
   lungo.fileVirtuali = {"C:\\Users\\Bob\\" + std::string(32767 - 13, 'x')};
   lungo.fileVirtualiTotale = 1;
+  std::string piatto = "{";  // more keys in one object than the copy looks up one by one
+  for (int i = 0; i < 1100; ++i) piatto += "\"k" + std::to_string(i) + "\": 0, ";
   // A path across two fields of the settings, behind a name that its own field's replacement moves.
   std::string attraverso(formats::PrefRecord::kDimensione, ' ');
   const std::size_t campo = formats::CampiTestoPreferenze().at(0).posizione;
@@ -308,6 +310,7 @@ TEST(CopiaAnonima, MembriFuoriForma) {
       {"C:\\x\\Infofile.bin", formats::CodificaInfoHeader({}) + percorso},  // behind the record
       {"C:\\x\\ambiente.json", formats::CodificaAmbiente(lungo)},
       {"C:\\x\\ambiente.json", "{\"path\": \"C:\\\\Users\\\\Bob\\\\x\", "},  // not JSON: cut
+      {"C:\\x\\ambiente.json", piatto + "\"C:/Users/Bob/x\": 1}"},
       {"C:\\x\\ambiente.json", std::string(100, '[') + "\"C:/Users/Bob/x\"" + std::string(100, ']')},
   };
   for (const auto& [nome, corpo] : membri) {
