@@ -195,8 +195,9 @@ std::int64_t IstanteUtc(const Ambiente& a) {
   const std::string& t = a.dataLocale;
   const auto n = [&](std::size_t da, std::size_t quanti) { return std::stoi(t.substr(da, quanti)); };
   const std::chrono::sys_days giorno{std::chrono::year{n(0, 4)} / n(5, 2) / n(8, 2)};
-  return std::int64_t{giorno.time_since_epoch().count()} * 86400 + n(11, 2) * 3600 + n(14, 2) * 60 +
-         n(17, 2) - std::int64_t{a.scartoUtcMinuti} * 60;
+  const std::int64_t locale =
+      std::int64_t{giorno.time_since_epoch().count()} * 86400 + n(11, 2) * 3600 + n(14, 2) * 60 + n(17, 2);
+  return locale - std::int64_t{a.scartoUtcMinuti} * 60;
 }
 
 std::string Assenza(const char* lato, const AmbienteLetto& a) {
