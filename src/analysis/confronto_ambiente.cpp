@@ -14,6 +14,7 @@
 #include "analysis/confronto_parti.h"
 #include "formats/ambiente.h"
 #include "host/nomi.h"
+#include "support/files.h"
 
 namespace analysis::parti {
 namespace {
@@ -65,15 +66,11 @@ const CampoSistema kCampiSistema[] = {
     {"files from the VirtualStore", [](const Ambiente& a) { return std::to_string(a.fileVirtualiTotale); }},
 };
 
-std::string NomeFile(const std::string& percorso) {
-  return percorso.substr(percorso.find_last_of("\\/:") + 1);
-}
-
 // An executable is the same one on both sides when it stands at the top of the same installation's folder
 // under the same name: a folder that moved is the lists' difference, not the machine's.
 std::string Chiave(const formats::EseguibileAmbiente& e) {
   return std::string(formats::NomeCartella(e.cartella)) + '\n' +
-         host::Maiuscolo(NomeFile(e.eseguibile.percorso));
+         host::Maiuscolo(support::EstraiNomeFile(e.eseguibile.percorso));
 }
 
 std::string Dove(const host::DllImportata& d) {
@@ -176,7 +173,7 @@ void Eseguibili(Differenze& d, const Ambiente& a, const Ambiente& b) {
     }
     const host::Eseguibile& v = e.eseguibile;
     const host::Eseguibile& n = it->second->eseguibile;
-    const std::string nome = NomeFile(n.percorso);
+    const std::string nome = support::EstraiNomeFile(n.percorso);
     Campo(d, nome + " machine", formats::NomeMacchina(v.macchina), formats::NomeMacchina(n.macchina));
     Campo(d, nome + " problem", v.problema, n.problema);
     Importazioni(d, nome, v, n);
