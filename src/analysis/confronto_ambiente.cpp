@@ -159,7 +159,12 @@ void Strati(Differenze& d, const std::string& nome, const host::Eseguibile& a, c
 
 void Eseguibili(Differenze& d, const Ambiente& a, const Ambiente& b) {
   std::map<std::string, const formats::EseguibileAmbiente*> nuovi;
-  for (const auto& e : b.eseguibili) nuovi.try_emplace(Chiave(e), &e);
+  // A name that both folders hold is told by its path.
+  std::map<std::string, std::set<formats::CartellaEseguibile>> cartelle;
+  for (const auto& e : b.eseguibili) {
+    nuovi.try_emplace(Chiave(e), &e);
+    cartelle[host::Maiuscolo(support::EstraiNomeFile(e.eseguibile.percorso))].insert(e.cartella);
+  }
   std::set<std::string> visti;
   for (const auto& e : a.eseguibili) {
     const std::string chiave = Chiave(e);
@@ -174,11 +179,12 @@ void Eseguibili(Differenze& d, const Ambiente& a, const Ambiente& b) {
     const host::Eseguibile& v = e.eseguibile;
     const host::Eseguibile& n = it->second->eseguibile;
     const std::string nome = support::EstraiNomeFile(n.percorso);
-    Campo(d, nome + " machine", formats::NomeMacchina(v.macchina), formats::NomeMacchina(n.macchina));
-    Campo(d, nome + " problem", v.problema, n.problema);
-    Importazioni(d, nome, v, n);
-    Strati(d, nome, v, n);
-    Marchio(d, nome, v.zona, n.zona);
+    const std::string chi = cartelle[host::Maiuscolo(nome)].size() > 1 ? n.percorso : nome;
+    Campo(d, chi + " machine", formats::NomeMacchina(v.macchina), formats::NomeMacchina(n.macchina));
+    Campo(d, chi + " problem", v.problema, n.problema);
+    Importazioni(d, chi, v, n);
+    Strati(d, chi, v, n);
+    Marchio(d, chi, v.zona, n.zona);
   }
   for (const auto& e : b.eseguibili)
     if (visti.insert(Chiave(e)).second)

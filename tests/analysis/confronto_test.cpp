@@ -65,7 +65,9 @@ formats::Ambiente Ambiente(const std::string& data, int scarto) {
                          {"bass.dll", cartellaEseguibile, "C:\\Giochi\\Trle\\bass.dll", 3},
                          {"msvcr71.dll", cartellaWindows, "C:\\windows\\msvcr71.dll"}}),
                   Senza(formats::CartellaEseguibile::editor, "C:\\Giochi\\Trle\\ngle.exe"),
-                  Senza(formats::CartellaEseguibile::ordelio, "C:\\Ordelio\\ordl2009.exe")};
+                  Senza(formats::CartellaEseguibile::ordelio, "C:\\Ordelio\\ordl2009.exe"),
+                  Senza(formats::CartellaEseguibile::editor, "C:\\Giochi\\Trle\\uninstall.exe"),
+                  Senza(formats::CartellaEseguibile::ordelio, "C:\\Ordelio\\uninstall.exe")};
   a.eseguibili[0].eseguibile.livelli = {{"HKCU", "~ RUNASADMIN WINXPSP3"}};
   return a;
 }
@@ -176,6 +178,7 @@ const Caso kCasi[] = {
        e.livelli = {{"HKCU", "~ RUNASADMIN"}, {"HKLM (32-bit)", "HIGHDPIAWARE"}};
        e.zona = 3;
        a.eseguibili[1].eseguibile.macchina = host::MacchinaPe::x64;
+       a.eseguibili[4].eseguibile.problema = "not a program";  // a name both folders hold
        a.eseguibili.erase(a.eseguibili.begin() + 2);
        a.eseguibili.push_back(Senza(formats::CartellaEseguibile::ordelio, "D:\\Ordelio\\setup.exe"));
        ConAmbiente(m, a);
