@@ -9,13 +9,15 @@
 #include <string_view>
 
 #include "analysis/copia_anonima.h"
+#include "collection/membri.h"
 #include "host/nomi.h"
 
 namespace {
 
 bool LunghezzaLibera(const std::string& nome) {
   const std::string n = host::Maiuscolo(nome);
-  return n.ends_with(".EL") || n.ends_with(".LE") || n.ends_with("ORDEIO.TXT");
+  return n.ends_with(".EL") || n.ends_with(".LE") || n.ends_with("ORDEIO.TXT") ||
+         n.ends_with(host::Maiuscolo(collection::VoceDi(collection::Membro::ambiente).nomeDati));
 }
 
 // A name that holds something of a stand-in (user1, u1, 1, their padding): the inputs the fuzzer makes

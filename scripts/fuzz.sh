@@ -21,9 +21,9 @@ declare -A semi=(
   [preferenze]="tests/data/record/preferenze.hex"
   [registro]="tests/data/registro"
   [script]="../shared/realdata"
-  [riepilogo]="tests/data/prospetti/INFO_ORDL.BIN tests/data/riepilogo"
+  [riepilogo]="tests/data/prospetti/INFO_ORDL.BIN tests/data/riepilogo tests/data/snapshot/ambiente.bin"
   [snapshot]="tests/data/prospetti/INFO_ORDL.BIN tests/data/snapshot/utenti.bin"
-  [anonimo]="tests/data/prospetti/INFO_ORDL.BIN tests/data/snapshot/utenti.bin"
+  [anonimo]="tests/data/prospetti/INFO_ORDL.BIN tests/data/snapshot/utenti.bin tests/data/snapshot/ambiente.bin"
   [versione]="tests/data/versione $wine_pe/winver.exe $wine_pe/notepad.exe"
 )
 

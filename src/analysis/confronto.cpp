@@ -84,6 +84,8 @@ struct Parte {
   const char* chiave;
   const char* titolo;
   Differenze (*confronta)(const SnapshotAperto& vecchio, const SnapshotAperto& nuovo, support::Messaggi&);
+  // Only when both snapshots hold what it compares: two snapshots without it compare as they always have.
+  bool (*confrontabile)(const SnapshotAperto& vecchio, const SnapshotAperto& nuovo);
 };
 
 template <const ProspettoDirectory& quale>
@@ -93,15 +95,16 @@ Differenze Elenco(const SnapshotAperto& v, const SnapshotAperto& n, support::Mes
 
 // The parts in the order of the menus; one more part is one more row.
 const Parte kParti[] = {
-    {"header", "HEADER", parti::ParteHeader},
-    {"pref", "PREFERENZE", parti::PartePreferenze},
-    {"archive", "ARCHIVIO LIVELLI", parti::ParteArchivio},
-    {"ordl", "DIRECTORY ORDELIO", Elenco<kDirectoryOrdl>},
-    {"trle", "DIRECTORY LEVEL EDITOR", Elenco<kDirectoryTrle>},
-    {"dirarc", "DIRECTORY ARCHIVIO LIVELLI", Elenco<kDirectoryArchivio>},
-    {"ordeio", "ORDEIO.TXT", parti::ParteOrdeio},
-    {"script", "SCRIPT.DAT", parti::ParteScript},
-    {"findings", "RIEPILOGO PROBLEMI", parti::ParteRiepilogo},
+    {"header", "HEADER", parti::ParteHeader, nullptr},
+    {"pref", "PREFERENZE", parti::PartePreferenze, nullptr},
+    {"archive", "ARCHIVIO LIVELLI", parti::ParteArchivio, nullptr},
+    {"ordl", "DIRECTORY ORDELIO", Elenco<kDirectoryOrdl>, nullptr},
+    {"trle", "DIRECTORY LEVEL EDITOR", Elenco<kDirectoryTrle>, nullptr},
+    {"dirarc", "DIRECTORY ARCHIVIO LIVELLI", Elenco<kDirectoryArchivio>, nullptr},
+    {"ordeio", "ORDEIO.TXT", parti::ParteOrdeio, nullptr},
+    {"script", "SCRIPT.DAT", parti::ParteScript, nullptr},
+    {"environment", "AMBIENTE", parti::ParteAmbiente, parti::AmbientiConfrontabili},
+    {"findings", "RIEPILOGO PROBLEMI", parti::ParteRiepilogo, nullptr},
 };
 
 }  // namespace
@@ -125,10 +128,18 @@ std::shared_ptr<const ElencoLetto> ElencoDi(const SnapshotAperto& s, const std::
   return letto;
 }
 
+const AmbienteLetto& AmbienteDi(const SnapshotAperto& s) {
+  if (!s.ambiente) s.ambiente = std::make_shared<const AmbienteLetto>(LeggiAmbienteDati(s.cartella));
+  return *s.ambiente;
+}
+
 Confronto ConfrontaSnapshot(const SnapshotAperto& vecchio, const SnapshotAperto& nuovo,
                             support::Messaggi& messaggi) {
   Confronto c{vecchio.nome, nuovo.nome, {}};
-  for (const auto& p : kParti) c.parti.push_back({p.chiave, p.titolo, p.confronta(vecchio, nuovo, messaggi)});
+  parti::DateEAmbiente(vecchio, nuovo, c);
+  for (const auto& p : kParti)
+    if (!p.confrontabile || p.confrontabile(vecchio, nuovo))
+      c.parti.push_back({p.chiave, p.titolo, p.confronta(vecchio, nuovo, messaggi)});
   return c;
 }
 

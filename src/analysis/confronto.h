@@ -1,6 +1,7 @@
 // The comparison of two snapshots of one support case: what changed on the user's machine between two check
-// runs, part by part (header, preferences, level archive, the three folder lists, ordeio.txt, script.dat).
-// Each part compares what its report shows, so a difference here is one the reports would show too.
+// runs, part by part (header, preferences, level archive, the three folder lists, ordeio.txt, script.dat, the
+// machine around the installations where both snapshots record it, the findings). Each part compares what its
+// report shows, so a difference here is one the reports would show too.
 #pragma once
 
 #include <map>
@@ -8,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "analysis/ambiente_dati.h"
 #include "analysis/elenchi.h"
 #include "collection/snapshot.h"
 #include "support/interfacce.h"
@@ -38,6 +40,13 @@ struct Confronto {
   // The two snapshots' files, as they were named to the program.
   std::string vecchio, nuovo;
   std::vector<ParteConfronto> parti;
+  // When each check run was made (DataControllo); "" where the snapshot does not say.
+  std::string dataVecchio{}, dataNuovo{};
+  // Both dates are known and the "old" snapshot was made after the "new" one.
+  bool vecchioPiuRecente = false;
+  // Why the environments were not compared although one side records one; "" when both were compared, or
+  // when neither records one (the comparison then reads as it did before snapshots held it).
+  std::string ambienteNonConfrontato{};
 };
 
 // One snapshot unpacked into a folder of its own, and its file. Its lists are read once, by whichever part
@@ -47,9 +56,12 @@ struct SnapshotAperto {
   collection::ContenutoSnapshot contenuto;
   std::string nome;
   mutable std::map<std::string, std::shared_ptr<const ElencoLetto>> elenchi{};
+  mutable std::shared_ptr<const AmbienteLetto> ambiente{};
 };
 // The list `file` of the snapshot, read the first time it is asked for.
 std::shared_ptr<const ElencoLetto> ElencoDi(const SnapshotAperto& s, const std::string& file);
+// Its environment member, read the first time it is asked for.
+const AmbienteLetto& AmbienteDi(const SnapshotAperto& s);
 
 // The folder below the program folder where the window unpacks the snapshot it compares its open one (in
 // Dati) with; the headless tool uses folders of its own.
@@ -62,7 +74,8 @@ bool ApriSnapshot(const std::string& snapshot, const std::string& cartella, Snap
                   support::Messaggi& messaggi);
 
 // Every part, in the order of the report menu. A member that only one side holds is a difference of its
-// part; the readers' own messages (a damaged list, say) go to `messaggi`.
+// part, except the environment, which only this program's snapshots hold: its part is there only when both
+// sides record one. The readers' own messages (a damaged list, say) go to `messaggi`.
 Confronto ConfrontaSnapshot(const SnapshotAperto& vecchio, const SnapshotAperto& nuovo,
                             support::Messaggi& messaggi);
 

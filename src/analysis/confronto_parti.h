@@ -47,6 +47,11 @@ Differenze ParteElenco(const std::string& file, const SnapshotAperto& v, const S
                        support::Messaggi& messaggi);
 Differenze ParteOrdeio(const SnapshotAperto& v, const SnapshotAperto& n, support::Messaggi& messaggi);
 Differenze ParteScript(const SnapshotAperto& v, const SnapshotAperto& n, support::Messaggi& messaggi);
+// and the machine around the installations, where both snapshots record it (AmbientiConfrontabili),
+Differenze ParteAmbiente(const SnapshotAperto& v, const SnapshotAperto& n, support::Messaggi& messaggi);
+bool AmbientiConfrontabili(const SnapshotAperto& v, const SnapshotAperto& n);
+// with the two check runs' dates, and why the environments were not compared when one side has one;
+void DateEAmbiente(const SnapshotAperto& v, const SnapshotAperto& n, Confronto& c);
 // and the findings that appeared, went away or changed.
 Differenze ParteRiepilogo(const SnapshotAperto& v, const SnapshotAperto& n, support::Messaggi& messaggi);
 

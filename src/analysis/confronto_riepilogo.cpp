@@ -22,8 +22,16 @@ const std::string* Nome(const Esito& e) {
   return e.Evidenze.empty() ? nullptr : std::get_if<std::string>(&e.Evidenze.front().Valore);
 }
 
+// The thing named, and any other name its title gives: the same program missing another DLL is another
+// finding, not a changed one.
 std::string Chiave(const Esito& e) {
-  return Nome(e) ? e.Id + '\n' + host::Maiuscolo(*Nome(e)) : e.Id;
+  std::string chiave = e.Id;
+  for (std::size_t i = 0; i < e.Evidenze.size(); ++i) {
+    const std::string* s = std::get_if<std::string>(&e.Evidenze[i].Valore);
+    if (s && (i == 0 || (!s->empty() && e.Titolo.find(*s) != std::string::npos)))
+      chiave += '\n' + host::Maiuscolo(*s);
+  }
+  return chiave;
 }
 
 std::string Riga(char segno, const Esito& e) {

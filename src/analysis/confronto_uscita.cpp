@@ -9,6 +9,9 @@
 namespace analysis {
 namespace {
 
+constexpr const char* kVecchioPiuRecente =
+    "The old snapshot is the newer one: it was made after the new one.";
+
 // Wide enough for the longest title, so that the counts of the summary stand in one column.
 constexpr std::size_t kColonnaConteggi = 30;
 
@@ -30,9 +33,14 @@ const char* Tipo(TipoDifferenza t) {
 
 std::string TestoConfronto(const Confronto& c) {
   std::string t;
-  AggiungiRigaAvvolta(t, "Old snapshot: " + c.vecchio, 0, 4, ColonneAreaProspetto());
-  AggiungiRigaAvvolta(t, "New snapshot: " + c.nuovo, 0, 4, ColonneAreaProspetto());
+  const auto fatto = [](const std::string& data) { return data.empty() ? data : ", made " + data; };
+  AggiungiRigaAvvolta(t, "Old snapshot: " + c.vecchio + fatto(c.dataVecchio), 0, 4, ColonneAreaProspetto());
+  AggiungiRigaAvvolta(t, "New snapshot: " + c.nuovo + fatto(c.dataNuovo), 0, 4, ColonneAreaProspetto());
   AggiungiRiga(t, "SNAPSHOT COMPARISON (old -> new)");
+  if (c.vecchioPiuRecente) AggiungiRiga(t, kVecchioPiuRecente);
+  if (!c.ambienteNonConfrontato.empty())
+    AggiungiRigaAvvolta(t, "Environment not compared: " + c.ambienteNonConfrontato, 0, 4,
+                        ColonneAreaProspetto());
   AggiungiRiga(t, "Differences: " + std::to_string(NumeroDifferenze(c)));
   for (const auto& p : c.parti) {
     std::string riga = "  " + p.titolo;
@@ -67,11 +75,15 @@ std::string JsonConfronto(const Confronto& c) {
                      {"differences", std::move(differenze)}});
   }
   const std::size_t n = NumeroDifferenze(c);
-  const Json j = {{"old", utf8(c.vecchio)},
-                  {"new", utf8(c.nuovo)},
-                  {"identical", n == 0},
-                  {"differences", n},
-                  {"parts", std::move(parti)}};
+  Json j = {{"old", utf8(c.vecchio)}, {"new", utf8(c.nuovo)}};
+  // Each only where it is known, so that two older snapshots compare as they always have.
+  if (!c.dataVecchio.empty()) j["old_made"] = c.dataVecchio;
+  if (!c.dataNuovo.empty()) j["new_made"] = c.dataNuovo;
+  if (!c.dataVecchio.empty() && !c.dataNuovo.empty()) j["old_is_newer"] = c.vecchioPiuRecente;
+  if (!c.ambienteNonConfrontato.empty()) j["environment_not_compared"] = utf8(c.ambienteNonConfrontato);
+  j["identical"] = n == 0;
+  j["differences"] = n;
+  j["parts"] = std::move(parti);
   return j.dump(2) + "\n";
 }
 

@@ -2,16 +2,20 @@
 
 #include <limits>
 #include <new>
+#include <nlohmann/json.hpp>
 #include <optional>
 #include <set>
 #include <utility>
 
+#include "analysis/ambiente_dati.h"
 #include "analysis/riepilogo.h"
 #include "collection/membri.h"
+#include "formats/ambiente.h"
 #include "formats/archivio.h"
 #include "formats/elenco.h"
 #include "formats/info_header.h"
 #include "formats/preferenze.h"
+#include "host/machine.h"
 #include "host/nomi.h"
 #include "support/files.h"
 
@@ -19,6 +23,33 @@ namespace analysis {
 namespace {
 
 using collection::Lettore;
+using Json = nlohmann::ordered_json;
+
+// Far deeper than anything a check run writes, yet shallow enough for the walk and the writer, which recurse.
+constexpr int kProfonditaJson = 64;
+// Far more keys than any object a check run writes holds: an object that keeps its order finds a key by
+// looking at each one, so a document of a few flat objects of a million keys would take hours.
+constexpr std::size_t kChiaviJson = 1024;
+
+// The document, or nothing when it is no JSON or passes the limits above.
+std::optional<Json> DocumentoJson(const std::string& byte) {
+  bool fuori = false;
+  std::vector<std::size_t> chiavi(kProfonditaJson + 2, 0);
+  const Json::parser_callback_t limite = [&](int profondita, Json::parse_event_t evento, Json&) {
+    if (fuori || profondita > kProfonditaJson) {
+      fuori = true;
+      return false;
+    }
+    const auto livello = static_cast<std::size_t>(profondita);
+    // A new object's keys come at the next depth.
+    if (evento == Json::parse_event_t::object_start) chiavi[livello + 1] = 0;
+    if (evento == Json::parse_event_t::key && ++chiavi[livello] > kChiaviJson) fuori = true;
+    return !fuori;
+  };
+  Json j = Json::parse(byte, limite, false);
+  if (j.is_discarded() || fuori) return std::nullopt;
+  return j;
+}
 
 // How a member's bytes are laid out, as the table of members says for the file the reports would take it
 // for; nothing for a file no report reads, whose bytes then keep their places.
@@ -65,8 +96,9 @@ class Anonimizzatore {
       case Lettore::elenco:
         return Elenco(std::move(byte), n);
       case Lettore::testo:
-      case Lettore::ambiente:
         return AnonimizzaTesto(byte, s_, n);
+      case Lettore::ambiente:
+        return Ambiente(std::move(byte), n);
       case Lettore::script:
         // Offsets fix where its names lie, as they may in a file no report reads.
         AnonimizzaInPosto(byte, 0, byte.size(), s_, n);
@@ -181,6 +213,63 @@ class Anonimizzatore {
       byte.replace(nome.posizione, nome.lunghezza, nuovo);
     }
     AnonimizzaInPosto(byte, 0, byte.size(), s_, n, true);
+  }
+
+  // A JSON document stays one, whatever fields it holds: every text in it (keys too) is read as the other
+  // members' paths are, in Windows-1252, and takes the same stand-ins. Where the stand-ins would make a text
+  // longer than the environment's reader takes, each is made as long as its name instead. Bytes that are no
+  // JSON this copy can write back keep their places, as a file no report reads.
+  std::string Ambiente(std::string byte, std::int64_t& n) {
+    if (byte.size() <= static_cast<std::size_t>(kAmbienteMassimo)) {
+      if (const std::optional<Json> j = DocumentoJson(byte)) {
+        for (const bool inPosto : {false, true}) {
+          std::int64_t k = 0;
+          Json copia = *j;
+          Testi(copia, inPosto, k);
+          std::string testo = copia.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+          if (!inPosto && Leggibile(byte) && !Leggibile(testo)) continue;
+          n += k;
+          return testo;
+        }
+      }
+    }
+    for (const Tratto& t : NomiNelTesto(byte)) {
+      const std::string nome = host::DaUtf8(byte.substr(t.posizione, t.lunghezza));
+      byte.replace(t.posizione, t.lunghezza,
+                   SostitutoLungo(host::VersoUtf8(s_.Di(Genere::utente, nome)), t.lunghezza));
+      ++n;
+    }
+    return byte;
+  }
+
+  static bool Leggibile(const std::string& byte) {
+    formats::Ambiente a;
+    std::string motivo;
+    return formats::DecodificaAmbiente(byte, &a, &motivo);
+  }
+
+  void Testi(Json& j, bool inPosto, std::int64_t& n) {
+    if (j.is_string()) {
+      j = Testo(j.get_ref<const std::string&>(), inPosto, n);
+    } else if (j.is_array()) {
+      for (Json& v : j) Testi(v, inPosto, n);
+    } else if (j.is_object()) {
+      Json o = Json::object();
+      for (auto& [chiave, v] : j.items()) {
+        Testi(v, inPosto, n);
+        o[Testo(chiave, inPosto, n)] = std::move(v);
+      }
+      j = std::move(o);
+    }
+  }
+
+  std::string Testo(const std::string& utf8, bool inPosto, std::int64_t& n) {
+    // A text without a profile path is left as it is, characters outside the code page and all.
+    if (NomiNelTesto(utf8).empty()) return utf8;
+    std::string t = host::DaUtf8(utf8);
+    if (!inPosto) return host::VersoUtf8(AnonimizzaTesto(t, s_, n));
+    AnonimizzaInPosto(t, 0, t.size(), s_, n);
+    return host::VersoUtf8(t);
   }
 
   OpzioniAnonimo opzioni_;

@@ -55,7 +55,10 @@ std::string TestoRiepilogo(const std::vector<Esito>& esiti) {
 }
 
 std::string TestoRiepilogo(const RiepilogoSnapshot& r) {
-  return TestoRiepilogo(r.Esiti);
+  // Only where the snapshot says when it was made: an older snapshot's findings read as they always have.
+  std::string t;
+  if (!r.Data.empty()) AggiungiRiga(t, "Snapshot made: " + r.Data);
+  return t + TestoRiepilogo(r.Esiti);
 }
 
 std::string JsonRiepilogo(const std::string& snapshot, const RiepilogoSnapshot& r) {
@@ -63,6 +66,7 @@ std::string JsonRiepilogo(const std::string& snapshot, const RiepilogoSnapshot& 
   const auto utf8 = [](const std::string& s) { return host::VersoUtf8(s); };
   ordered_json j;
   j["snapshot"] = utf8(snapshot);
+  if (!r.Data.empty()) j["made"] = r.Data;
   if (!r.Errore.empty()) j["error"] = r.Errore;
   ordered_json membri = ordered_json::array();
   const std::size_t n = std::min(r.Contenuto.Nomi.size(), r.Contenuto.Dimensioni.size());

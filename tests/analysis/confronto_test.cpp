@@ -10,9 +10,11 @@
 
 #include "analysis/confronto.h"
 #include "analysis/forma_analisi.h"
-#include "esadecimale.h"
+#include "analysis/riepilogo.h"
 #include "collection/scansione.h"
+#include "esadecimale.h"
 #include "finestra_prova.h"
+#include "formats/ambiente.h"
 #include "formats/archivio.h"
 #include "formats/info_header.h"
 #include "formats/preferenze.h"
@@ -31,6 +33,44 @@ struct Membri {
   std::map<std::string, formats::ElencoFile> elenchi;
   std::map<std::string, std::string> file;
 };
+
+void ConAmbiente(Membri& m, const formats::Ambiente& a) {
+  m.file["ambiente.json"] = formats::CodificaAmbiente(a);
+}
+
+// An x86 executable that imports nothing.
+formats::EseguibileAmbiente Senza(formats::CartellaEseguibile cartella, const std::string& percorso) {
+  return {cartella, {percorso, host::MacchinaPe::x86, {}, "", {}}};
+}
+
+// The machine around the installations, as a check run records it.
+formats::Ambiente Ambiente(const std::string& data, int scarto) {
+  formats::Ambiente a;
+  a.programma = "CheckORDL";
+  a.versioneProgramma = "2.0";
+  a.bitProgramma = 32;
+  a.dataLocale = data;
+  a.scartoUtcMinuti = scarto;
+  a.windows = {
+      "Windows 10 Pro", "22H2", 10, 0, 19045, true, true, false, "", true, true, 1252, 96, 0, 2, true};
+  using enum host::Origine;
+  const auto tomb4 = [](std::vector<host::DllImportata> dll) {
+    return formats::EseguibileAmbiente{
+        formats::CartellaEseguibile::editor,
+        {"C:\\Giochi\\Trle\\tomb4.exe", host::MacchinaPe::x86, std::move(dll), "", {}}};
+  };
+  a.eseguibili = {tomb4({{"d3dx9_43.dll", nonTrovata, ""},
+                         {"XINPUT1_3.dll", sistema, "C:\\windows\\syswow64\\xinput1_3.dll"},
+                         {"api-ms-win-crt-runtime-l1-1-0.dll", apiSet, ""},
+                         {"bass.dll", cartellaEseguibile, "C:\\Giochi\\Trle\\bass.dll", 3},
+                         {"msvcr71.dll", cartellaWindows, "C:\\windows\\msvcr71.dll"}}),
+                  Senza(formats::CartellaEseguibile::editor, "C:\\Giochi\\Trle\\ngle.exe"),
+                  Senza(formats::CartellaEseguibile::ordelio, "C:\\Ordelio\\ordl2009.exe"),
+                  Senza(formats::CartellaEseguibile::editor, "C:\\Giochi\\Trle\\uninstall.exe"),
+                  Senza(formats::CartellaEseguibile::ordelio, "C:\\Ordelio\\uninstall.exe")};
+  a.eseguibili[0].eseguibile.livelli = {{"HKCU", "~ RUNASADMIN WINXPSP3"}};
+  return a;
+}
 
 std::string Script(const std::vector<std::string>& livelli) {
   std::string testa(56, '\0'), tabella, nomi;
@@ -79,8 +119,14 @@ std::string Impacchetta(Membri m, const std::string& nome) {
   return "C:\\" + nome + ".bin";
 }
 
-// A case's name (its expected files) and what it changes in the new snapshot.
-const std::pair<const char*, std::function<void(Membri&)>> kCasi[] = {
+// A case's name (its expected files), what it changes in the new snapshot, and the old one's environment
+// where it records one.
+struct Caso {
+  const char* nome;
+  std::function<void(Membri&)> cambia;
+  std::string ambienteVecchio = {};
+};
+const Caso kCasi[] = {
     {"identici", [](Membri&) {}},
     {"record",
      [](Membri& m) {
@@ -111,17 +157,51 @@ const std::pair<const char*, std::function<void(Membri&)>> kCasi[] = {
        m.file.erase("script.dat");
        m.pref.reset();
      }},
+    // The old snapshot has no environment (an older program made it); the new one's is the base machine.
+    {"ambiente_solo_nuovo", [](Membri& m) { ConAmbiente(m, Ambiente("2026-11-25T17:05:03", 60)); }},
+    {"ambiente_cambiato",
+     [](Membri& m) {
+       formats::Ambiente a = Ambiente("2026-11-25T11:30:00", 0);
+       a.windows.prodotto = "Windows 11 Pro";
+       a.windows.rilascio = "23H2";
+       a.windows.build = 22631;
+       a.windows.accessoControllato = 1;
+       a.fileVirtualiTotale = 12;
+       host::Eseguibile& e = a.eseguibili[0].eseguibile;
+       e.importazioni[0] = {"D3DX9_43.DLL", host::Origine::sistema, "C:\\windows\\syswow64\\d3dx9_43.dll"};
+       e.importazioni[1] = {"xinput1_3.dll", host::Origine::nonTrovata, ""};
+       e.importazioni[3].zona = host::kZonaNessuna;
+       e.importazioni[4].percorso = "C:\\WINDOWS\\MSVCR71.DLL";  // the same file
+       e.importazioni.erase(e.importazioni.begin() + 2);
+       e.importazioni.push_back(
+           {"dinput8.dll", host::Origine::sistema, "C:\\windows\\syswow64\\dinput8.dll"});
+       e.livelli = {{"HKCU", "~ RUNASADMIN"}, {"HKLM (32-bit)", "HIGHDPIAWARE"}};
+       e.zona = 3;
+       a.eseguibili[1].eseguibile.macchina = host::MacchinaPe::x64;
+       a.eseguibili[4].eseguibile.problema = "not a program";  // a name both folders hold
+       a.eseguibili.erase(a.eseguibili.begin() + 2);
+       a.eseguibili.push_back(Senza(formats::CartellaEseguibile::ordelio, "D:\\Ordelio\\setup.exe"));
+       ConAmbiente(m, a);
+     },
+     // Later by its local time, earlier in UTC: the new snapshot is the newer.
+     formats::CodificaAmbiente(Ambiente("2026-11-25T12:00:00", 120))},
+    // Earlier by its local time, later in UTC.
+    {"ambiente_vecchio_piu_recente", [](Membri& m) { ConAmbiente(m, Ambiente("2026-11-25T11:00:00", 60)); },
+     formats::CodificaAmbiente(Ambiente("2026-11-25T10:00:00", -120))},
+    {"ambiente_illeggibile", [](Membri& m) { ConAmbiente(m, Ambiente("2026-11-25T11:00:00", 60)); },
+     "{\"format\": 1"},
 };
 
 TEST(Confronto, EachCaseGivesItsExpectedTextAndJson) {
-  for (const auto& [caso, cambia] : kCasi) {
+  for (const auto& [caso, cambia, ambienteVecchio] : kCasi) {
     SCOPED_TRACE(caso);
     MacchinaProva macchina;
-    Membri nuovo = Base();
+    Membri vecchio = Base(), nuovo = Base();
+    if (!ambienteVecchio.empty()) vecchio.file["ambiente.json"] = ambienteVecchio;
     cambia(nuovo);
     analysis::SnapshotAperto a, b;
     MessaggiProva messaggi;
-    ASSERT_TRUE(analysis::ApriSnapshot(Impacchetta(Base(), "vecchio"), "C:\\Dati", a, messaggi));
+    ASSERT_TRUE(analysis::ApriSnapshot(Impacchetta(vecchio, "vecchio"), "C:\\Dati", a, messaggi));
     ASSERT_TRUE(analysis::ApriSnapshot(Impacchetta(nuovo, "nuovo"), "C:\\Confronto", b, messaggi));
     const analysis::Confronto c = analysis::ConfrontaSnapshot(a, b, messaggi);
     EXPECT_TRUE(messaggi.tutti.empty());
@@ -134,7 +214,29 @@ TEST(Confronto, EachCaseGivesItsExpectedTextAndJson) {
       EXPECT_EQ(testo, MacchinaProva::LeggiHost(radice + estensione)) << radice + estensione;
     }
     // Every line visible in the report area without scrolling sideways.
-    EXPECT_LE(RigaPiuLarga(analysis::TestoConfronto(c)), static_cast<std::size_t>(analysis::ColonneAreaProspetto()));
+    EXPECT_LE(RigaPiuLarga(analysis::TestoConfronto(c)),
+              static_cast<std::size_t>(analysis::ColonneAreaProspetto()));
+  }
+}
+
+}  // namespace
+
+namespace {
+
+// The findings of a snapshot opened apart say when it was made, where it says so, as the comparison does.
+TEST(Confronto, FindingsNameTheSnapshotsDate) {
+  for (const bool conAmbiente : {false, true}) {
+    MacchinaProva macchina;
+    Membri m = Base();
+    if (conAmbiente) ConAmbiente(m, Ambiente("2026-11-25T17:05:03", 60));
+    const std::string snapshot = Impacchetta(m, "s");
+    ASSERT_TRUE(support::CreaCartella("C:\\F"));
+    const analysis::RiepilogoSnapshot r = analysis::ApriEVerifica(snapshot, "C:\\F", "C:\\P", '.');
+    const std::string data = "2026-11-25 17:05:03 (UTC+01:00)";
+    EXPECT_EQ(analysis::TestoRiepilogo(r).starts_with("Snapshot made: " + data + "\r\nFindings: "),
+              conAmbiente);
+    EXPECT_EQ(analysis::JsonRiepilogo(snapshot, r).find(",\"made\":\"" + data + "\",") != std::string::npos,
+              conAmbiente);
   }
 }
 

@@ -3,6 +3,7 @@
 // report, the findings and the comparison must read it as the original with the stand-ins.
 #include <gtest/gtest.h>
 
+#include <nlohmann/json.hpp>
 #include <set>
 #include <string>
 #include <vector>
@@ -11,6 +12,7 @@
 #include "analysis/copia_anonima.h"
 #include "analysis/riepilogo.h"
 #include "finestra_prova.h"
+#include "formats/ambiente.h"
 #include "formats/archivio.h"
 #include "formats/elenco.h"
 #include "formats/info_header.h"
@@ -40,6 +42,27 @@ std::string Script(const std::string& a) {
 formats::ElencoFile Elenco(const std::string& base, std::vector<std::string> nomi) {
   std::vector<std::int32_t> dimensioni(nomi.size(), 100);
   return {static_cast<std::int32_t>(nomi.size()), base, std::move(nomi), std::move(dimensioni)};
+}
+
+// The environment of the check run, with a field a later program might add, whose keys are paths too.
+std::string Ambiente(const std::string& a, const std::string& b) {
+  formats::Ambiente amb;
+  amb.programma = "CheckORDL";
+  amb.bitProgramma = 64;
+  amb.dataLocale = "2026-11-25T17:05:03";
+  host::Eseguibile e{
+      Con("C:\\Users\\{A}\\Desktop\\Trle\\tomb4.exe", a, b), host::MacchinaPe::x86, {}, "", {}};
+  e.importazioni.push_back(
+      {"bass.dll", host::Origine::cartellaEseguibile, Con("C:\\Users\\{A}\\Desktop\\Trle\\bass.dll", a, b)});
+  e.livelli.push_back({"HKCU", "~ RUNASADMIN"});
+  amb.eseguibili.push_back({formats::CartellaEseguibile::editor, e});
+  amb.fileVirtuali = {Con("D:\\Documents and Settings\\{B}\\Ordelio\\ordelio.prf", a, b)};
+  amb.fileVirtualiTotale = 1;
+  amb.nonLetti.push_back({Con("C:\\Users\\{A}\\Desktop\\Trle\\script.dat", a, b), 32});
+  nlohmann::ordered_json j = nlohmann::ordered_json::parse(formats::CodificaAmbiente(amb));
+  j["later"] = {
+      {host::VersoUtf8(Con("C:\\Users\\{B}\\x", a, b)), {host::VersoUtf8(Con("/home/{A}/y", a, b))}}};
+  return j.dump(2) + "\n";
 }
 
 std::string Snapshot(const std::string& a, const std::string& b) {
@@ -77,6 +100,7 @@ std::string Snapshot(const std::string& a, const std::string& b) {
       {"C:\\Users\\{A}\\Desktop\\Trle\\ordeio.txt",
        Con("editor=C:\\Users\\{A}\\Desktop\\Trle\r\nwine=/home/{B}/.wine\r\n", a, b)},
       {"C:\\Users\\{A}\\Desktop\\Trle\\script.dat", Script(a)},
+      {"C:\\Users\\{A}\\AppData\\Local\\CheckORDL\\ambiente.json", Ambiente(a, b)},
   };
   collection::SnapshotInMemoria s;
   for (const auto& [nome, corpo] : membri) {
@@ -170,9 +194,19 @@ TEST_P(CopiaAnonimaCasi, NessunNomeEOgniLetturaComeLOriginale) {
   // Records and the level script keep their lengths; the lists and the text file follow their names.
   const std::vector<std::int32_t> prima = {791, 2606, 546 + 1634};
   for (std::size_t i = 0; i < prima.size(); ++i) EXPECT_EQ(esito.copia.tabella.Dimensioni[i], prima[i]) << i;
-  EXPECT_EQ(esito.copia.corpi.back().size(), Script(c.a).size());
+  EXPECT_EQ(esito.copia.corpi.at(7).size(), Script(c.a).size());
 
   const std::vector<std::pair<std::string, std::string>> sostituti = {{c.a, c.sa}, {c.b, c.sb}};
+  // The environment: still a document its reader takes, every path the original's with the stand-ins.
+  const auto percorsi = [](const std::string& json) {
+    std::string t = host::DaUtf8(json);
+    for (std::size_t p = 0; (p = t.find("\\\\", p)) != std::string::npos; ++p) t.erase(p, 1);
+    return t;
+  };
+  formats::Ambiente letto;
+  std::string motivo;
+  EXPECT_TRUE(formats::DecodificaAmbiente(esito.copia.corpi.at(8), &letto, &motivo)) << motivo;
+  EXPECT_EQ(percorsi(esito.copia.corpi.at(8)), ConSostituti(percorsi(Ambiente(c.a, c.b)), sostituti));
   const auto originale = Letture("C:\\orig.bin"), anonima = Letture("C:\\copia.bin");
   for (std::size_t i = 0; i < originale.size(); ++i)
     EXPECT_EQ(anonima[i], ConSostituti(originale[i], sostituti)) << "reading " << i;
@@ -256,6 +290,14 @@ TEST(CopiaAnonima, MembriFuoriForma) {
   host::AccodaLE(tagliato, std::uint32_t{2});
   tagliato += stringa("C:\\Users") + stringa("\\Bob\\a.txt") + stringa("\\Alice\\b");
   const std::string percorso = "C:\\Users\\Bob\\Desktop";
+  // A path as long as the environment's reader takes: its stand-in may not lengthen it.
+  formats::Ambiente lungo;
+  lungo.bitProgramma = 32;
+  lungo.dataLocale = "2026-01-01T00:00:00";
+  lungo.fileVirtuali = {"C:\\Users\\Bob\\" + std::string(32767 - 13, 'x')};
+  lungo.fileVirtualiTotale = 1;
+  std::string piatto = "{";  // more keys in one object than the copy looks up one by one
+  for (int i = 0; i < 1100; ++i) piatto += "\"k" + std::to_string(i) + "\": 0, ";
   // A path across two fields of the settings, behind a name that its own field's replacement moves.
   std::string attraverso(formats::PrefRecord::kDimensione, ' ');
   const std::size_t campo = formats::CampiTestoPreferenze().at(0).posizione;
@@ -266,6 +308,10 @@ TEST(CopiaAnonima, MembriFuoriForma) {
       {"C:\\x\\ORDL.el", tagliato},
       {"C:\\x\\ordelio.prf", percorso + std::string(100, ' ')},  // across the fields of a short record
       {"C:\\x\\Infofile.bin", formats::CodificaInfoHeader({}) + percorso},  // behind the record
+      {"C:\\x\\ambiente.json", formats::CodificaAmbiente(lungo)},
+      {"C:\\x\\ambiente.json", "{\"path\": \"C:\\\\Users\\\\Bob\\\\x\", "},  // not JSON: cut
+      {"C:\\x\\ambiente.json", piatto + "\"C:/Users/Bob/x\": 1}"},
+      {"C:\\x\\ambiente.json", std::string(100, '[') + "\"C:/Users/Bob/x\"" + std::string(100, ']')},
   };
   for (const auto& [nome, corpo] : membri) {
     const collection::SnapshotInMemoria s{{1, {nome}, {static_cast<std::int32_t>(corpo.size())}}, {corpo}};

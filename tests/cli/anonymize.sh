@@ -29,6 +29,14 @@ d = [x for p in j["parts"] for x in p["differences"]]
 assert len(d) == 4 and all("mario" in x.get("old", "").lower() or "user" in x.get("new", "") for x in d), d' "$t/json" ||
   fail "comparison: $(cat "$t/json")"
 
+# The environment member: no name left, and the findings (its date first) read the copy as the original.
+"$cli" anonymize "$dati/snapshot/ambiente.bin" "$t/ambiente.bin" > /dev/null || fail "anonymize environment"
+! grep -qai 'mario' "$t/ambiente.bin" || fail "a name is left in the environment"
+"$cli" findings "$dati/snapshot/ambiente.bin" | sed 's/Mario Rossi/user1/g' > "$t/atteso" || true
+"$cli" findings "$t/ambiente.bin" > "$t/letto" || true
+grep -q '^Snapshot made: 2026-11-25 17:05:03' "$t/letto" && cmp -s "$t/atteso" "$t/letto" ||
+  fail "findings of the environment: $(diff "$t/atteso" "$t/letto" | head)"
+
 printf 'xyz' > "$t/rotto.bin"
 for caso in "$t/rotto.bin $t/c1.bin|not a snapshot" "$t/manca.bin $t/c1.bin|does not exist" \
   "$orig $t/no/c1.bin|Error saving" "$orig $orig|must not replace"; do
