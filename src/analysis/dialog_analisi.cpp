@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "analysis/ambiente_dati.h"
 #include "analysis/analisi_backup.h"
 #include "analysis/confronto.h"
 #include "analysis/copia_anonima.h"
@@ -162,8 +163,12 @@ void mnu_Confronta_Click(Dialog_Analisi& d) {
 }
 
 void mnu_RiepilogoProblemi_Click(Dialog_Analisi& d) {
-  Mostra(d, TestoRiepilogo(CalcolaRiepilogo(d.CartellaDati, d.Contenuto, d.CartellaProgramma,
-                                            support::SeparatoreDecimale())));
+  // The same text as the tool's findings of the snapshot.
+  RiepilogoSnapshot r;
+  r.Esiti = CalcolaRiepilogo(d.CartellaDati, d.Contenuto, d.CartellaProgramma, support::SeparatoreDecimale());
+  if (const AmbienteLetto a = LeggiAmbienteDati(d.CartellaDati); a.stato == StatoAmbiente::letto)
+    r.Data = DataControllo(a.ambiente);
+  Mostra(d, TestoRiepilogo(r));
   DeselezionaProspetti(d);
 }
 

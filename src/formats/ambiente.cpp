@@ -11,7 +11,10 @@
 namespace formats {
 namespace {
 
+// Written with the keys in the order a reader expects them; read into the hashed form, whose look-ups stay
+// cheap however many keys a hostile document puts in one object.
 using Json = nlohmann::ordered_json;
+using JsonLetto = nlohmann::json;
 
 // Nothing a check run writes nests deeper; a deeper document is refused before it is parsed.
 constexpr int kProfonditaMassima = 8;
@@ -93,7 +96,7 @@ class Lettura {
     return false;
   }
 
-  const Json* Campo(const Json& o, const char* nome, const std::string& dove) {
+  const JsonLetto* Campo(const JsonLetto& o, const char* nome, const std::string& dove) {
     const auto it = o.find(nome);
     if (it == o.end()) {
       Errore(dove + nome, "missing");
@@ -102,8 +105,8 @@ class Lettura {
     return &*it;
   }
 
-  bool Testo(const Json& o, const char* nome, const std::string& dove, std::string* out) {
-    const Json* v = Campo(o, nome, dove);
+  bool Testo(const JsonLetto& o, const char* nome, const std::string& dove, std::string* out) {
+    const JsonLetto* v = Campo(o, nome, dove);
     if (!v) return false;
     if (!v->is_string()) return Errore(dove + nome, "not a text");
     const auto& s = v->get_ref<const std::string&>();
@@ -113,9 +116,9 @@ class Lettura {
   }
 
   template <typename T>
-  bool Numero(const Json& o, const char* nome, const std::string& dove, long long minimo, long long massimo,
+  bool Numero(const JsonLetto& o, const char* nome, const std::string& dove, long long minimo, long long massimo,
               T* out) {
-    const Json* v = Campo(o, nome, dove);
+    const JsonLetto* v = Campo(o, nome, dove);
     if (!v) return false;
     if (!v->is_number_integer()) return Errore(dove + nome, "not a whole number");
     const auto n = v->get<long long>();
@@ -127,9 +130,9 @@ class Lettura {
   }
 
   template <typename T>
-  bool Facoltativo(const Json& o, const char* nome, const std::string& dove, long long massimo,
+  bool Facoltativo(const JsonLetto& o, const char* nome, const std::string& dove, long long massimo,
                    std::optional<T>* out) {
-    const Json* v = Campo(o, nome, dove);
+    const JsonLetto* v = Campo(o, nome, dove);
     if (!v) return false;
     if (v->is_null()) {
       out->reset();
@@ -141,15 +144,15 @@ class Lettura {
     return true;
   }
 
-  bool Zona(const Json& o, const std::string& dove, int* out) {
+  bool Zona(const JsonLetto& o, const std::string& dove, int* out) {
     std::optional<int> z;
     if (!Facoltativo(o, "zone", dove, 4, &z)) return false;
     *out = z.value_or(host::kZonaNessuna);
     return true;
   }
 
-  bool Vero(const Json& o, const char* nome, const std::string& dove, bool* out) {
-    const Json* v = Campo(o, nome, dove);
+  bool Vero(const JsonLetto& o, const char* nome, const std::string& dove, bool* out) {
+    const JsonLetto* v = Campo(o, nome, dove);
     if (!v) return false;
     if (!v->is_boolean()) return Errore(dove + nome, "not true or false");
     *out = v->get<bool>();
@@ -157,7 +160,7 @@ class Lettura {
   }
 
   template <typename E, std::size_t N>
-  bool Parola(const Json& o, const char* nome, const std::string& dove, const std::array<formats::Parola<E>, N>& t,
+  bool Parola(const JsonLetto& o, const char* nome, const std::string& dove, const std::array<formats::Parola<E>, N>& t,
               E* out) {
     std::string s;
     if (!Testo(o, nome, dove, &s)) return false;
@@ -169,8 +172,8 @@ class Lettura {
     return Errore(dove + nome, "not a known word");
   }
 
-  const Json* Lista(const Json& o, const char* nome, const std::string& dove, std::size_t massimo) {
-    const Json* v = Campo(o, nome, dove);
+  const JsonLetto* Lista(const JsonLetto& o, const char* nome, const std::string& dove, std::size_t massimo) {
+    const JsonLetto* v = Campo(o, nome, dove);
     if (!v) return nullptr;
     if (!v->is_array()) {
       Errore(dove + nome, "not a list");
@@ -183,8 +186,8 @@ class Lettura {
     return v;
   }
 
-  const Json* Oggetto(const Json& o, const char* nome, const std::string& dove) {
-    const Json* v = Campo(o, nome, dove);
+  const JsonLetto* Oggetto(const JsonLetto& o, const char* nome, const std::string& dove) {
+    const JsonLetto* v = Campo(o, nome, dove);
     if (v && !v->is_object()) {
       Errore(dove + nome, "not an object");
       return nullptr;
@@ -192,11 +195,11 @@ class Lettura {
     return v;
   }
 
-  bool Testi(const Json& o, const char* nome, const std::string& dove, std::size_t massimo,
+  bool Testi(const JsonLetto& o, const char* nome, const std::string& dove, std::size_t massimo,
              std::vector<std::string>* out) {
-    const Json* l = Lista(o, nome, dove, massimo);
+    const JsonLetto* l = Lista(o, nome, dove, massimo);
     if (!l) return false;
-    for (const Json& t : *l) {
+    for (const JsonLetto& t : *l) {
       if (!t.is_string() || t.get_ref<const std::string&>().size() > kTestoMassimo)
         return Errore(dove + nome, "holds something that is not a path");
       out->push_back(host::DaUtf8(t.get<std::string>()));
@@ -240,7 +243,7 @@ int Profondita(std::string_view byte, int limite) {
   return massimo;
 }
 
-bool LeggiWindows(Lettura& l, const Json& w, host::SistemaWindows* s) {
+bool LeggiWindows(Lettura& l, const JsonLetto& w, host::SistemaWindows* s) {
   const std::string d = "windows.";
   return l.Testo(w, "product", d, &s->prodotto) && l.Testo(w, "release", d, &s->rilascio) &&
          l.Numero(w, "major", d, 0, 1000, &s->maggiore) && l.Numero(w, "minor", d, 0, 1000, &s->minore) &&
@@ -254,17 +257,17 @@ bool LeggiWindows(Lettura& l, const Json& w, host::SistemaWindows* s) {
          l.Vero(w, "zone_readable", d, &s->zoneLeggibili);
 }
 
-bool LeggiEseguibile(Lettura& l, const Json& j, const std::string& d, EseguibileAmbiente* ea) {
+bool LeggiEseguibile(Lettura& l, const JsonLetto& j, const std::string& d, EseguibileAmbiente* ea) {
   if (!j.is_object()) return l.Errore(d, "not an object");
   host::Eseguibile& e = ea->eseguibile;
   if (!l.Parola(j, "folder", d, kCartelle, &ea->cartella) || !l.Testo(j, "path", d, &e.percorso) ||
       !l.Parola(j, "machine", d, kMacchine, &e.macchina) || !l.Testo(j, "problem", d, &e.problema) ||
       !l.Zona(j, d, &e.zona))
     return false;
-  const Json* imp = l.Lista(j, "imports", d, host::kMassimoImportazioni);
-  const Json* liv = l.Lista(j, "layers", d, 8);
+  const JsonLetto* imp = l.Lista(j, "imports", d, host::kMassimoImportazioni);
+  const JsonLetto* liv = l.Lista(j, "layers", d, 8);
   if (!imp || !liv) return false;
-  for (const Json& i : *imp) {
+  for (const JsonLetto& i : *imp) {
     const std::string di = d + "imports.";
     if (!i.is_object()) return l.Errore(di, "not an object");
     host::DllImportata dll;
@@ -273,7 +276,7 @@ bool LeggiEseguibile(Lettura& l, const Json& j, const std::string& d, Eseguibile
       return false;
     e.importazioni.push_back(std::move(dll));
   }
-  for (const Json& i : *liv) {
+  for (const JsonLetto& i : *liv) {
     const std::string di = d + "layers.";
     if (!i.is_object()) return l.Errore(di, "not an object");
     host::LivelloCompatibilita lc;
@@ -333,7 +336,7 @@ bool DecodificaAmbiente(std::string_view byte, Ambiente* a, std::string* motivo)
     *motivo = "nested too deeply";
     return false;
   }
-  const Json j = Json::parse(byte.begin(), byte.end(), nullptr, false);
+  const JsonLetto j = JsonLetto::parse(byte.begin(), byte.end(), nullptr, false);
   if (j.is_discarded()) {
     *motivo = "not JSON";
     return false;
@@ -344,10 +347,10 @@ bool DecodificaAmbiente(std::string_view byte, Ambiente* a, std::string* motivo)
   }
   Lettura l(motivo);
   if (!l.Numero(j, "format", "", 1, 1000000, &a->formato)) return false;
-  const Json* programma = l.Oggetto(j, "program", "");
-  const Json* fatto = l.Oggetto(j, "made", "");
-  const Json* windows = l.Oggetto(j, "windows", "");
-  const Json* virtuale = l.Oggetto(j, "virtual_store", "");
+  const JsonLetto* programma = l.Oggetto(j, "program", "");
+  const JsonLetto* fatto = l.Oggetto(j, "made", "");
+  const JsonLetto* windows = l.Oggetto(j, "windows", "");
+  const JsonLetto* virtuale = l.Oggetto(j, "virtual_store", "");
   if (!programma || !fatto || !windows || !virtuale) return false;
   if (!l.Testo(*programma, "name", "program.", &a->programma) ||
       !l.Testo(*programma, "version", "program.", &a->versioneProgramma) ||
@@ -360,9 +363,9 @@ bool DecodificaAmbiente(std::string_view byte, Ambiente* a, std::string* motivo)
   if (!DataValida(a->dataLocale)) return l.Errore("made.local", "not a date and time");
   if (!LeggiWindows(l, *windows, &a->windows)) return false;
 
-  const Json* eseguibili = l.Lista(j, "executables", "", 2 * host::kMassimoEseguibili);
+  const JsonLetto* eseguibili = l.Lista(j, "executables", "", 2 * host::kMassimoEseguibili);
   if (!eseguibili) return false;
-  for (const Json& e : *eseguibili) {
+  for (const JsonLetto& e : *eseguibili) {
     EseguibileAmbiente ea;
     if (!LeggiEseguibile(l, e, "executables.", &ea)) return false;
     a->eseguibili.push_back(std::move(ea));
@@ -374,9 +377,9 @@ bool DecodificaAmbiente(std::string_view byte, Ambiente* a, std::string* motivo)
   if (a->fileVirtualiTotale < a->fileVirtuali.size())
     return l.Errore("virtual_store.listed_total", "fewer than the paths listed");
 
-  const Json* nonLetti = l.Lista(j, "unread_members", "", 64);
+  const JsonLetto* nonLetti = l.Lista(j, "unread_members", "", 64);
   if (!nonLetti) return false;
-  for (const Json& m : *nonLetti) {
+  for (const JsonLetto& m : *nonLetti) {
     if (!m.is_object()) return l.Errore("unread_members.", "not an object");
     MembroNonLetto n;
     if (!l.Testo(m, "path", "unread_members.", &n.percorso) ||

@@ -34,7 +34,9 @@ assert len(d) == 4 and all("mario" in x.get("old", "").lower() or "user" in x.ge
 ! grep -qai 'mario' "$t/ambiente.bin" || fail "a name is left in the environment"
 "$cli" findings "$dati/snapshot/ambiente.bin" | sed 's/Mario Rossi/user1/g' > "$t/atteso" || true
 "$cli" findings "$t/ambiente.bin" > "$t/letto" || true
-grep -q '^Snapshot made: 2026-11-25 17:05:03' "$t/letto" && cmp -s "$t/atteso" "$t/letto" ||
+# The stand-in is shorter than the name, so the findings' lines wrap elsewhere: compared without the blanks.
+grep -q '^Snapshot made: 2026-11-25 17:05:03' "$t/letto" &&
+  [ "$(tr -d '[:space:]' <"$t/atteso")" = "$(tr -d '[:space:]' <"$t/letto")" ] ||
   fail "findings of the environment: $(diff "$t/atteso" "$t/letto" | head)"
 
 printf 'xyz' > "$t/rotto.bin"
