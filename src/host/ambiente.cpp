@@ -9,6 +9,8 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <map>
+#include <unordered_set>
 #include <string_view>
 
 #include "host/accesso_registro.h"
@@ -51,10 +53,26 @@ bool FineSenzaCaso(std::string_view s, std::string_view fine) {
   return s.size() >= fine.size() && UgualiSenzaCaso(s.substr(s.size() - fine.size()), fine);
 }
 
-bool FileGrezzo(const std::string& winPath) {
-  int err = 0;
-  const int a = grezzo::Attributi(winPath, &err);
-  return a >= 0 && !err && !(a & kAttrDirectory);
+// The names (in upper case) of a folder's files with one extension, listed once per reading of the system:
+// a program imports a dozen DLLs, a check looks at up to 64 programs, and a name that is not there costs the
+// Wine back end a walk of the whole folder (an editor's folder may hold 200,000 files).
+std::map<std::string, std::unordered_set<std::string>>& Elenchi() {
+  static std::map<std::string, std::unordered_set<std::string>> e;
+  return e;
+}
+
+bool NellaCartella(const std::string& cartella, const std::string& dll, const SistemaWindows& sistema) {
+  const std::size_t punto = dll.find_last_of('.');
+  const std::string modello =
+      ConBarra(grezzo::PercorsoDelCaricatore(cartella, sistema)) + "*" + (punto == std::string::npos ? "" : dll.substr(punto));
+  auto [it, nuovo] = Elenchi().try_emplace(Maiuscolo(modello));
+  if (nuovo) {
+    std::vector<std::string> nomi;
+    int err = 0, errFine = 0;
+    grezzo::Elenco(modello, kAttrHidden | kAttrSystem, &nomi, &err, &errFine);
+    for (const std::string& n : nomi) it->second.insert(Maiuscolo(n));
+  }
+  return it->second.count(Maiuscolo(dll)) > 0;
 }
 
 // The Windows folder, as the registry names it where the system keeps it.
@@ -76,8 +94,8 @@ DllImportata Risolvi(const std::string& dll, const std::string& cartella, bool a
     d.origine = Origine::apiSet;
     return d;
   }
-  // A name with a folder in it is no name the search applies to; it is looked for nowhere.
-  if (dll.find_first_of("\\/:") != std::string::npos) return d;
+  // A name with a folder or a wildcard in it is no name the search applies to; it is looked for nowhere.
+  if (dll.find_first_of("\\/:*?") != std::string::npos) return d;
   const std::string sistemaBit = windows + (sistema.windows64 && a32 ? "\\SysWOW64" : "\\System32");
   const struct {
     Origine origine;
@@ -86,8 +104,8 @@ DllImportata Risolvi(const std::string& dll, const std::string& cartella, bool a
                  {Origine::sistema, sistemaBit},
                  {Origine::cartellaWindows, windows}};
   for (const auto& l : kLuoghi) {
-    const std::string percorso = ConBarra(l.cartella) + dll;
-    if (FileGrezzo(grezzo::PercorsoDelCaricatore(percorso, sistema))) {
+    if (NellaCartella(l.cartella, dll, sistema)) {
+      const std::string percorso = ConBarra(l.cartella) + dll;
       d.origine = l.origine;
       d.percorso = percorso;
       if (l.origine == Origine::cartellaEseguibile && sistema.zoneLeggibili) d.zona = grezzo::Zona(percorso);
@@ -169,6 +187,7 @@ int ZonaDelTesto(std::string_view testo) {
 
 SistemaWindows LeggiSistemaWindows() {
   SistemaWindows s;
+  Elenchi().clear();
   grezzo::Sistema(&s);
   s.prodotto = Testo(Vista::sistema, kVersioneNt, "ProductName");
   s.rilascio = Testo(Vista::sistema, kVersioneNt, "DisplayVersion");

@@ -108,6 +108,8 @@ inline constexpr std::size_t kMassimoImportazioni = 256;
 std::vector<std::string> EseguibiliInCima(const std::string& cartella, const std::vector<std::string>& primi);
 
 // One executable: its machine, its imports resolved for its bitness on this Windows, its layers, its zone.
+// The folders the imports are looked for in are listed once after each LeggiSistemaWindows, which gives
+// `sistema`: files put there since are seen after the next one.
 Eseguibile StudiaEseguibile(const std::string& winPath, const SistemaWindows& sistema);
 
 // The files below `cartella` that a legacy program reads from the user's VirtualStore (their paths as the

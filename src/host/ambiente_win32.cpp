@@ -90,7 +90,7 @@ std::string grezzo::PercorsoDelCaricatore(const std::string& winPath, const Sist
   const UINT n = ::GetSystemWindowsDirectoryA(w, MAX_PATH);
   if (n == 0 || n > MAX_PATH) return winPath;
   const std::string sistema32 = ConBarra(std::string(w, n)) + "System32";
-  if (winPath.size() <= sistema32.size() || winPath[sistema32.size()] != '\\' ||
+  if (winPath.size() < sistema32.size() || (winPath.size() > sistema32.size() && winPath[sistema32.size()] != '\\') ||
       !UgualiSenzaCaso(std::string_view(winPath).substr(0, sistema32.size()), sistema32))
     return winPath;
   return ConBarra(std::string(w, n)) + "Sysnative" + winPath.substr(sistema32.size());
