@@ -255,30 +255,35 @@ TEST(Ambiente, MacchinaPiantata) {
   }
 }
 
-#ifndef _WIN32
 // What a legacy program reads of a folder from the user's VirtualStore: paths as it sees them, sorted, cut
 // at the limit, all counted; nothing where UAC does not virtualize.
 TEST(Ambiente, FileDaVirtualStore) {
+  const std::string trle = "C:\\Program Files (x86)\\Trle";
   for (const char* lua : {"1", "0"}) {
     MacchinaProva m;
     m.AppDataLocale();
+    // Planted where the machine puts the copy, whether or not it virtualizes.
+    m.Registro("WINE REGISTRY Version 2\n");
+    host::DimenticaVistaVirtuale();
+    const std::string copia = host::CopiaVirtuale(trle);
+    ASSERT_FALSE(copia.empty());
+    Piantati p;
+    int err = 0;
+    for (const char* f : {"\\script.dat", "\\data\\karnak.tr4", "\\DATA\\alfa.tr4"})
+      p.Scrivi(host::PercorsoHost(copia + f, &err), "x");
     m.Registro(std::string("WINE REGISTRY Version 2\n[Software\\\\Microsoft\\\\Windows\\\\CurrentVersion\\\\Policies\\\\"
                            "System]\n\"EnableLUA\"=dword:0000000") + lua + "\n");
     host::DimenticaVistaVirtuale();
-    const std::string copia = "users/utente/AppData/Local/VirtualStore/Program Files (x86)/Trle/";
-    for (const char* f : {"script.dat", "data/karnak.tr4", "Data/alfa.tr4"}) MacchinaProva::ScriviHost(m.C(copia + f), "x");
     std::size_t totale = 99;
-    const auto file = host::FileDaVirtualStore("C:\\Program Files (x86)\\Trle", 2, &totale);
+    const auto file = host::FileDaVirtualStore(trle, 2, &totale);
     if (*lua == '1') {
       EXPECT_EQ(totale, 3u);
-      EXPECT_EQ(file, (std::vector<std::string>{"C:\\Program Files (x86)\\Trle\\Data\\alfa.tr4",
-                                                "C:\\Program Files (x86)\\Trle\\data\\karnak.tr4"}));
+      EXPECT_EQ(file, (std::vector<std::string>{trle + "\\data\\alfa.tr4", trle + "\\data\\karnak.tr4"}));
     } else {
       EXPECT_EQ(totale, 0u);
       EXPECT_TRUE(file.empty());
     }
   }
 }
-#endif
 
 }  // namespace
