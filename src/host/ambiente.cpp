@@ -82,7 +82,6 @@ std::string CartellaWindows() {
   return SenzaBarraFinale(w);
 }
 
-
 // Where the loader finds `dll` for a program in `cartella` of the given bitness: the program's folder, the
 // system folder for that bitness, the Windows folder. (The current folder and PATH come after these, and
 // depend on how the program is started, so they are not looked at.)
@@ -237,9 +236,8 @@ Eseguibile StudiaEseguibile(const std::string& winPath, const SistemaWindows& si
     ImportazioniPe imp = LeggiImportazioniPe(lettore);
     e.macchina = imp.macchina;
     e.problema = std::move(imp.problema);
-    std::string cartella, nome;
     const std::size_t k = winPath.find_last_of("\\/");
-    cartella = k == std::string::npos ? std::string() : winPath.substr(0, k);
+    const std::string cartella = k == std::string::npos ? std::string() : winPath.substr(0, k);
     // A program of another machine is taken as a 32-bit one, which is what a level tool is.
     const bool a32 = e.macchina != MacchinaPe::x64;
     const std::string windows = CartellaWindows();
