@@ -267,9 +267,9 @@ maschera_ambiente() {
   python3 -c 'import json, sys
 j = json.load(sys.stdin)
 j["made"] = None
-j["program"]["bits"] = None
-j["windows"]["wow64"] = None
-j["windows"]["wine_version"] = None
+for chiave, campo in (("program", "bits"), ("windows", "wow64"), ("windows", "wine_version")):
+    if isinstance(j.get(chiave), dict):
+        j[chiave][campo] = None
 json.dump(j, sys.stdout, indent=2, sort_keys=True)'
 }
 # The same in the report item: its lines "Made:", "Program:", "Runs as:" and "Wine:".
