@@ -5,6 +5,7 @@
 
 #include "host/interno_win32.h"
 
+#include <cstdint>
 #include <string>
 
 #include "host/grezzo.h"
@@ -40,7 +41,16 @@ bool ProcessoWow64() {
 
 std::uint32_t DpiDiSistema() {
   using Funzione = UINT(WINAPI*)();
-  if (const auto f = Cerca<Funzione>("user32.dll", "GetDpiForSystem")) return f();
+  // A program that does not declare itself DPI-aware is told 96 whatever the system's setting; the thread
+  // asks as a system-aware one for the moment of the call.
+  using Contesto = void*(WINAPI*)(void*);
+  if (const auto f = Cerca<Funzione>("user32.dll", "GetDpiForSystem")) {
+    const auto imposta = Cerca<Contesto>("user32.dll", "SetThreadDpiAwarenessContext");
+    void* const prima = imposta ? imposta(reinterpret_cast<void*>(static_cast<std::intptr_t>(-2))) : nullptr;
+    const UINT dpi = f();
+    if (prima) imposta(prima);
+    return dpi;
+  }
   using Dc = HDC(WINAPI*)(HWND);
   using Rilascia = int(WINAPI*)(HWND, HDC);
   using Capacita = int(WINAPI*)(HDC, int);
