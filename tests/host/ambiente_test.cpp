@@ -235,6 +235,12 @@ TEST(Ambiente, MacchinaPiantata) {
     EXPECT_EQ(host::EseguibiliInCima("C:\\Giochi\\Trle", {"ngle.exe", "TOMB4.EXE"}),
               (std::vector<std::string>{"C:\\Giochi\\Trle\\ngle.exe", "C:\\Giochi\\Trle\\tomb4.exe",
                                         "C:\\Giochi\\Trle\\alfa.EXE", "C:\\Giochi\\Trle\\Zeta.exe"}));
+    // A folder of many programs: the first ones asked for still lead, the list stops at the limit.
+    for (int i = 0; i < 70; ++i) p.Scrivi(m.C(std::string("Giochi\\Molti\\p").append(std::to_string(100 + i)).append(".exe")), "x");
+    const auto molti = host::EseguibiliInCima("C:\\Giochi\\Molti", {"p169.exe"});
+    ASSERT_EQ(molti.size(), host::kMassimoEseguibili);
+    EXPECT_EQ(molti.front(), "C:\\Giochi\\Molti\\p169.exe");
+    EXPECT_EQ(molti.back(), "C:\\Giochi\\Molti\\p162.exe");
 
     const host::Eseguibile e = host::StudiaEseguibile(kTomb4, s);
     EXPECT_EQ(e.macchina, host::MacchinaPe::x86);
