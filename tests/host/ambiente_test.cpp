@@ -153,7 +153,12 @@ struct Piantati {
   }
   ~Piantati() {
 #ifdef _WIN32
-    for (const std::string& h : host) std::remove(h.c_str());
+    // The folders made for them too, as far as they are left empty.
+    for (const std::string& h : host) {
+      std::remove(h.c_str());
+      for (std::size_t k = h.find_last_of('\\'); k > 3 && k != std::string::npos; k = h.find_last_of('\\', k - 1))
+        if (!::RemoveDirectoryA(h.substr(0, k).c_str())) break;
+    }
 #endif
   }
 };
