@@ -155,10 +155,10 @@ reg 'HKLM\Software\Sonda' /v numero /t REG_DWORD /d 7
 lv='Software\Microsoft\Windows NT\CurrentVersion\AppCompatFlags\Layers'
 for f in "$c"/Versioni/*_notepad.exe; do
   [ -f "$f" ] || continue
-  w="C:\Versioni\$(basename "$f")"
-  reg "HKCU\$lv" /v "$w" /d '~ HIGHDPIAWARE'
-  reg "HKLM\$lv" /v "$w" /d '~ RUNASADMIN WINXPSP3'
-  reg "HKLM\$lv" /v "$w" /d '~ WIN7RTM' /reg:32
+  w='C:\Versioni\'$(basename "$f")
+  reg 'HKCU\'"$lv" /v "$w" /d '~ HIGHDPIAWARE'
+  reg 'HKLM\'"$lv" /v "$w" /d '~ RUNASADMIN WINXPSP3'
+  reg 'HKLM\'"$lv" /v "$w" /d '~ WIN7RTM' /reg:32
 done
 # Controlled Folder Access, on.
 reg 'HKLM\SOFTWARE\Microsoft\Windows Defender\Windows Defender Exploit Guard\Controlled Folder Access' \
