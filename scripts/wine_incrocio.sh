@@ -69,6 +69,11 @@ confronta() {
   casi=$((casi + 1))
   esegui_nativo "$@"
   esegui_wine "$@"
+  # The environment report's lines that differ between the builds by nature (maschera_prospetto).
+  if [ "${*: -1}" = environment ]; then
+    maschera_prospetto "$t/n.out"
+    maschera_prospetto "$t/w.out"
+  fi
   cmp -s "$t/n.out" "$t/w.out" && cmp -s "$t/n.err" "$t/w.err" && cmp -s "$t/n.rc" "$t/w.rc" ||
     segnala "$nome" out err rc
   # WINE_INCROCIO_MOSTRA=1 shows what was compared.
@@ -116,6 +121,8 @@ for d in /usr/lib/x86_64-linux-gnu/wine/x86_64-windows /usr/lib/x86_64-linux-gnu
     ls *.exe *.dll 2>/dev/null | awk 'NR % 101 == 3' | head -4 || true) | while read -r f; do
     cp "$d/$f" "$c/Versioni/${pre}_$f"
   done
+  # One program of each bitness whose imports and layers the environment is read for.
+  cp "$d/notepad.exe" "$c/Versioni/${pre}_notepad.exe" 2>/dev/null || true
 done
 # Wine marks its own modules (and the zlib1.dll that Debian's libwine copies in) with "Wine builtin DLL" in
 # the DOS stub, and loads a marked file by its own rules: a marked 32-bit file in a 64-bit-only Wine is not
@@ -143,6 +150,19 @@ for v in zeta Alfa _sotto a 'a b' ab Z '[x' Àccento; do
 done
 reg 'HKLM\Software\Sonda' /ve /d predefinito
 reg 'HKLM\Software\Sonda' /v numero /t REG_DWORD /d 7
+
+# Compatibility layers of two of those executables, per user and for the machine in both views.
+lv='Software\Microsoft\Windows NT\CurrentVersion\AppCompatFlags\Layers'
+for f in "$c"/Versioni/*_notepad.exe; do
+  [ -f "$f" ] || continue
+  w='C:\Versioni\'$(basename "$f")
+  reg 'HKCU\'"$lv" /v "$w" /d '~ HIGHDPIAWARE'
+  reg 'HKLM\'"$lv" /v "$w" /d '~ RUNASADMIN WINXPSP3'
+  reg 'HKLM\'"$lv" /v "$w" /d '~ WIN7RTM' /reg:32
+done
+# Controlled Folder Access, on.
+reg 'HKLM\SOFTWARE\Microsoft\Windows Defender\Windows Defender Exploit Guard\Controlled Folder Access' \
+  /v EnableControlledFolderAccess /t REG_DWORD /d 1
 
 # The demo machine's installations, registered in Wine's registry.
 "$nat" demo "$t/demo" >/dev/null 2>&1 || true
@@ -197,7 +217,13 @@ special	42
 special	16
 special	28
 os
+windows
+exes	C:\Versioni	x86_64_notepad.exe	I386_NOTEPAD.EXE
+vstore	C:\Program Files (x86)\Trle	3
 FINE
+# The environment of each executable the versions were read from: its imports and where each is found for
+# its bitness, its layers.
+for f in "$c"/Versioni/*; do printf 'exe\tC:\\Versioni\\%s\n' "$(basename "$f")"; done >>"$t/richieste"
 casi=$((casi + 1))
 (cd "$t" && "$c/Strumenti/checkordl_sonda" <"$t/richieste" >"$t/n.sonda")
 (cd "$t" && wine_esegui "$c/Strumenti/checkordl_sonda.exe" <"$t/richieste" 2>/dev/null >"$t/w.sonda")
@@ -233,6 +259,24 @@ maschera() {
   head -c 17 /dev/zero
   tail -c +792 "$1"
 }
+# The environment member differs between the builds by nature, and only there: when the check ran ("made"),
+# the build's bitness ("program" "bits"), whether it runs under WOW64 ("windows" "wow64": the Wine back end
+# answers as for a 32-bit program, the Windows build may be a 64-bit one) and Wine's version, which the prefix
+# does not say ("windows" "wine_version"). Those fields are blanked, nothing else.
+maschera_ambiente() {
+  python3 -c 'import json, sys
+j = json.load(sys.stdin)
+j["made"] = None
+for chiave, campo in (("program", "bits"), ("windows", "wow64"), ("windows", "wine_version")):
+    if isinstance(j.get(chiave), dict):
+        j[chiave][campo] = None
+json.dump(j, sys.stdout, indent=2, sort_keys=True)'
+}
+# The same in the report item: its lines "Made:", "Program:", "Runs as:" and "Wine:".
+maschera_prospetto() {
+  grep -av -E '^(Made|Program|Runs as|Wine):' "$1" >"$1.m" || true
+  mv "$1.m" "$1"
+}
 # The snapshots $t/n.bin and $t/w.bin, table and members.
 confronta_snapshot() {
   rm -rf "$t/n.membri" "$t/w.membri"
@@ -246,6 +290,9 @@ confronta_snapshot() {
     if [ "$m" = Infofile.bin ]; then
       maschera "$t/n.membri/$m" >"$t/n.membro"
       maschera "$t/w.membri/$m" >"$t/w.membro"
+    elif [ "$m" = ambiente.json ]; then
+      maschera_ambiente <"$t/n.membri/$m" >"$t/n.membro"
+      maschera_ambiente <"$t/w.membri/$m" >"$t/w.membro" 2>/dev/null || : >"$t/w.membro"
     else
       cp "$t/n.membri/$m" "$t/n.membro"
       cp "$t/w.membri/$m" "$t/w.membro" 2>/dev/null || : >"$t/w.membro"

@@ -11,6 +11,11 @@
 //   space LETTER         the volume's figures: available, total, free
 //   special CSIDL        the folder and the result code
 //   os                   the OS version
+//   windows              the environment's Windows facts (not whether this program runs under WOW64 nor
+//                        Wine's version: a 64-bit Windows build and the Wine back end differ there by nature)
+//   exes FOLDER FIRST... the executables at the top of a folder, FIRST ones first
+//   exe PATH             one executable: machine, imports and where each is found, layers, zone
+//   vstore FOLDER MAX    the files of FOLDER that a legacy program reads from the VirtualStore
 // Requests are UTF-8 text; names are answered as Windows-1252 bytes.
 #ifdef _WIN32
 #include <fcntl.h>
@@ -25,6 +30,7 @@
 
 #include "host/accesso_dischi.h"
 #include "host/accesso_registro.h"
+#include "host/ambiente.h"
 #include "host/machine.h"
 #include "host/versione.h"
 
@@ -107,6 +113,26 @@ std::string Risposta(const std::vector<std::string>& c) {
     const bool ok = host::LeggiVersioneOs(&v);
     o << ok << ' ' << v.dwMajorVersion << '.' << v.dwMinorVersion << '.' << v.dwBuildNumber << ' '
       << v.dwPlatformId << " [" << v.szCSDVersion << "]\n";
+  } else if (verbo == "windows") {
+    const host::SistemaWindows w = host::LeggiSistemaWindows();
+    o << "product=" << w.prodotto << " release=" << w.rilascio << " version=" << w.maggiore << '.' << w.minore
+      << '.' << w.build << " 64=" << w.windows64 << " wine=" << w.wine << " uac=" << w.uac
+      << " virtualization=" << w.virtualizzazione << " acp=" << w.codePage << " dpi=" << w.dpi
+      << " cfa=" << (w.accessoControllato ? std::to_string(*w.accessoControllato) : "-")
+      << " dep=" << (w.dep ? std::to_string(*w.dep) : "-") << " zones=" << w.zoneLeggibili << '\n';
+  } else if (verbo == "exes" && c.size() >= 2) {
+    for (const std::string& e : host::EseguibiliInCima(a, std::vector<std::string>(c.begin() + 2, c.end())))
+      o << e << '\n';
+  } else if (verbo == "exe") {
+    const host::Eseguibile e = host::StudiaEseguibile(a, host::LeggiSistemaWindows());
+    o << "machine=" << static_cast<int>(e.macchina) << " zone=" << e.zona << " problem=" << e.problema << '\n';
+    for (const auto& d : e.importazioni)
+      o << "  " << d.nome << ' ' << static_cast<int>(d.origine) << ' ' << d.percorso << ' ' << d.zona << '\n';
+    for (const auto& l : e.livelli) o << "  layer " << l.radice << '=' << l.dati << '\n';
+  } else if (verbo == "vstore" && c.size() == 3) {
+    std::size_t totale = 0;
+    for (const std::string& f : host::FileDaVirtualStore(a, std::stoul(c[2]), &totale)) o << f << '\n';
+    o << "total " << totale << '\n';
   } else {
     o << "?\n";
   }

@@ -1,5 +1,6 @@
-// The registry below HKEY_LOCAL_MACHINE, read only, and the shell's special folders. On Windows these are
-// the platform's calls; on a Wine prefix the registry is the prefix's system.reg.
+// The registry below HKEY_LOCAL_MACHINE (and, for the few values kept per user, HKEY_CURRENT_USER), read
+// only, and the shell's special folders. On Windows these are the platform's calls; on a Wine prefix the
+// registry is the prefix's system.reg (and user.reg).
 #pragma once
 
 #include <string>
@@ -29,6 +30,19 @@ long LeggiValoreRegistroNome(const std::string& chiave, const std::string& nome,
 // registry's 32-bit view of SOFTWARE. A Wine prefix's system.reg is that view already.
 long LeggiValoreSistema(const std::string& chiave, const std::string& nome, std::string* dati,
                         int* tipo = nullptr);
+
+// The registries a value can be asked of by name.
+enum class Vista {
+  utente,  // HKEY_CURRENT_USER
+  // HKEY_LOCAL_MACHINE as the system itself holds it, as LeggiValoreSistema.
+  sistema,
+  // Its 32-bit view, what a 32-bit program reads below SOFTWARE on 64-bit Windows (Wow6432Node). A 32-bit
+  // Windows has one view: the Win32 back end is given that, a 32-bit prefix gives nothing.
+  sistema32,
+};
+
+long LeggiValoreVista(Vista vista, const std::string& chiave, const std::string& nome, std::string* dati,
+                      int* tipo = nullptr);
 
 // The CSIDL numbers the program asks for.
 enum Csidl : int {

@@ -20,8 +20,8 @@ constexpr REGSAM kLettura = 0x20019;
 
 class Chiave {
  public:
-  explicit Chiave(const std::string& percorso, REGSAM vista = 0)
-      : esito_(::RegOpenKeyExA(HKEY_LOCAL_MACHINE, percorso.c_str(), 0, kLettura | vista, &h_)) {}
+  explicit Chiave(const std::string& percorso, REGSAM vista = 0, HKEY radice = HKEY_LOCAL_MACHINE)
+      : esito_(::RegOpenKeyExA(radice, percorso.c_str(), 0, kLettura | vista, &h_)) {}
   ~Chiave() {
     if (esito_ == ERROR_SUCCESS) ::RegCloseKey(h_);
   }
@@ -98,6 +98,19 @@ long LeggiValoreRegistroNome(const std::string& chiave, const std::string& nome,
 // KEY_WOW64_64KEY is ignored on 32-bit Windows, which has one view.
 long LeggiValoreSistema(const std::string& chiave, const std::string& nome, std::string* dati, int* tipo) {
   return ValoreDi(Chiave(chiave, KEY_WOW64_64KEY), nome, dati, tipo);
+}
+
+long LeggiValoreVista(Vista vista, const std::string& chiave, const std::string& nome, std::string* dati,
+                      int* tipo) {
+  switch (vista) {
+    case Vista::utente:
+      return ValoreDi(Chiave(chiave, 0, HKEY_CURRENT_USER), nome, dati, tipo);
+    case Vista::sistema32:
+      return ValoreDi(Chiave(chiave, KEY_WOW64_32KEY), nome, dati, tipo);
+    case Vista::sistema:
+      break;
+  }
+  return LeggiValoreSistema(chiave, nome, dati, tipo);
 }
 
 std::string CartellaSpeciale(int csidl, long* esito) {

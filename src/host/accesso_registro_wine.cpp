@@ -18,6 +18,7 @@
 #include "host/accesso_registro.h"
 #include "host/file_host.h"
 #include "host/grezzo.h"
+#include "host/interno_wine.h"
 #include "host/machine.h"
 #include "host/nomi.h"
 #include "host/registro_file.h"
@@ -58,10 +59,9 @@ bool Recente(const struct stat& st) {
   return st.st_mtim.tv_sec >= ora.tv_sec - 2;
 }
 
-// The current prefix's HKEY_LOCAL_MACHINE; null when the prefix has no system.reg.
-const Registro* Macchina() {
-  static Cache cache;
-  const std::string percorso = PrefissoCorrente() + "/system.reg";
+// One of the current prefix's registry files, kept in `cache`; null when the prefix has no such file.
+const Registro* Carica(Cache& cache, const char* file) {
+  const std::string percorso = PrefissoCorrente() + file;
   struct stat st {};
   if (::stat(percorso.c_str(), &st) != 0 || !S_ISREG(st.st_mode)) return nullptr;
   const bool stesso = StessoFile(cache, percorso, st);
@@ -96,6 +96,18 @@ const Registro* Macchina() {
   cache.impronta = impronta;
   cache.sicura = sicura;
   return &r;
+}
+
+// HKEY_LOCAL_MACHINE.
+const Registro* Macchina() {
+  static Cache cache;
+  return Carica(cache, "/system.reg");
+}
+
+// HKEY_CURRENT_USER.
+const Registro* DellUtente() {
+  static Cache cache;
+  return Carica(cache, "/user.reg");
 }
 
 // Where a link key points, as a path below HKEY_LOCAL_MACHINE; false for a target in another hive.
@@ -147,8 +159,8 @@ long ApriChiave(const Registro& r, const std::string& chiave, long* indice) {
   return kRegNonTrovato;
 }
 
-const std::vector<ValoreRegistro>* Valori(const std::string& chiave, long* esito) {
-  const Registro* r = Macchina();
+const std::vector<ValoreRegistro>* Valori(const std::string& chiave, long* esito,
+                                          const Registro* r = Macchina()) {
   if (!r) {
     *esito = kRegNonTrovato;
     return nullptr;
@@ -182,10 +194,12 @@ long LeggiValoreRegistroIndice(const std::string& chiave, int indice, std::strin
   return kRegOk;
 }
 
-long LeggiValoreRegistroNome(const std::string& chiave, const std::string& nome, std::string* dati,
-                             int* tipo) {
+namespace {
+
+long ValoreDi(const Registro* registro, const std::string& chiave, const std::string& nome, std::string* dati,
+              int* tipo) {
   long esito = kRegOk;
-  const auto* valori = Valori(chiave, &esito);
+  const auto* valori = Valori(chiave, &esito, registro);
   if (!valori) return esito;
   for (const auto& v : *valori) {
     if (UgualiSenzaCaso(v.nome, nome)) {
@@ -196,18 +210,43 @@ long LeggiValoreRegistroNome(const std::string& chiave, const std::string& nome,
   return kRegNonTrovato;
 }
 
+}  // namespace
+
+long LeggiValoreRegistroNome(const std::string& chiave, const std::string& nome, std::string* dati,
+                             int* tipo) {
+  return ValoreDi(Macchina(), chiave, nome, dati, tipo);
+}
+
+long LeggiValoreVista(Vista vista, const std::string& chiave, const std::string& nome, std::string* dati,
+                      int* tipo) {
+  switch (vista) {
+    case Vista::utente:
+      return ValoreDi(DellUtente(), chiave, nome, dati, tipo);
+    case Vista::sistema32: {
+      // Wine keeps the 32-bit view of SOFTWARE below Software\Wow6432Node of the same file.
+      static constexpr std::string_view kSoftware = "Software\\";
+      if (Prefisso32Bit() || chiave.size() < kSoftware.size() ||
+          !UgualiSenzaCaso(std::string_view(chiave).substr(0, kSoftware.size()), kSoftware))
+        return kRegNonTrovato;
+      return ValoreDi(Macchina(), "Software\\Wow6432Node\\" + chiave.substr(kSoftware.size()), nome, dati,
+                      tipo);
+    }
+    case Vista::sistema:
+      break;
+  }
+  return LeggiValoreSistema(chiave, nome, dati, tipo);
+}
+
 long LeggiValoreSistema(const std::string& chiave, const std::string& nome, std::string* dati, int* tipo) {
   return LeggiValoreRegistroNome(chiave, nome, dati, tipo);
 }
 
-namespace {
-
-// A prefix made for 32-bit Windows says so in its system.reg; a prefix without the line, or without the
-// file yet, is the 64-bit kind that Wine makes.
 bool Prefisso32Bit() {
   const auto testa = LeggiFileHost(PrefissoCorrente() + "/system.reg", 4096);
   return testa && testa->find("\n#arch=win32") != std::string::npos;
 }
+
+namespace {
 
 // The login whose folder Wine makes below C:\users.
 std::string Utente() {

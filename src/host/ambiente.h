@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace host {
@@ -65,6 +66,10 @@ enum class Origine {
 inline constexpr int kZonaNessuna = -1;  // no stream, or no ZoneId in it
 inline constexpr int kZonaIgnota = -2;   // the machine cannot tell (Wine)
 
+// The ZoneId of the [ZoneTransfer] section of a Zone.Identifier stream's text; kZonaNessuna where there is
+// none or it is no small number.
+int ZonaDelTesto(std::string_view testo);
+
 struct DllImportata {
   // As the import table names it.
   std::string nome;
@@ -97,11 +102,14 @@ struct Eseguibile {
 inline constexpr std::size_t kMassimoEseguibili = 64;
 inline constexpr std::size_t kMassimoImportazioni = 256;
 
-// The executables (*.exe) at the top of `cartella`, the `primi` among them first in the order given, then
-// the others by name without regard to case; at most kMassimoEseguibili.
+// The executables (*.exe) at the top of `cartella`, as paths below it: the `primi` (names) among them first
+// in the order given, then the others by name without regard to case; at most kMassimoEseguibili. What the
+// loader runs is never virtualized, so the listing is the raw folder's.
 std::vector<std::string> EseguibiliInCima(const std::string& cartella, const std::vector<std::string>& primi);
 
 // One executable: its machine, its imports resolved for its bitness on this Windows, its layers, its zone.
+// The folders the imports are looked for in are listed once after each LeggiSistemaWindows, which gives
+// `sistema`: files put there since are seen after the next one.
 Eseguibile StudiaEseguibile(const std::string& winPath, const SistemaWindows& sistema);
 
 // The files below `cartella` that a legacy program reads from the user's VirtualStore (their paths as the

@@ -105,6 +105,8 @@ void grezzo::Elenco(const std::string& pattern, int mask, std::vector<std::strin
     while (dirent* e = ::readdir(d)) {
       const std::string n = e->d_name;
       if (n == "." || n == "..") continue;
+      // Only the names the pattern takes are put in order: "*.exe" in a folder of 200,000 files is a few.
+      if (!contenuto && !CorrispondeModello(modello, DaUtf8(n))) continue;
       nomi.push_back(n);
     }
     ::closedir(d);

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "host/ambiente.h"
 #include "host/collegamenti.h"
 #include "host/machine.h"
 #include "host/nomi.h"
@@ -29,6 +30,16 @@ bool ImpostaAttributi(const std::string& path, int attr, int* err);
 // The last name of the path is a link, or may be one for all the platform tells: a symbolic link, a junction,
 // or a host link that Wine shows as the file it names. What stands behind it is not the entry's own.
 bool Collegamento(const std::string& path);
+
+// What only the back end can tell of SistemaWindows: the version numbers, the bitness of the system and of
+// this program, Wine and its version, the ANSI code page, the system DPI, the DEP policy.
+void Sistema(SistemaWindows* s);
+// The path under which this program reaches what the loader finds at `winPath` for a program of the
+// system's own bitness: a 32-bit program on 64-bit Windows names the real System32 "Sysnative", its own
+// "System32" being SysWOW64. `winPath` itself everywhere else.
+std::string PercorsoDelCaricatore(const std::string& winPath, const SistemaWindows& s);
+// The zone of a file's Zone.Identifier stream, kZonaNessuna where there is none or no ZoneId in it.
+int Zona(const std::string& winPath);
 
 }  // namespace host::grezzo
 

@@ -8,6 +8,8 @@
 #include <optional>
 #include <string>
 
+#include "host/versione.h"
+
 namespace host {
 
 // ---- Paths (percorsi_wine.cpp, prefisso_wine.cpp) ----
@@ -36,6 +38,18 @@ void SeparaUltimo(const std::string& p, std::string* cartella, std::string* nome
 std::optional<int> Dispositivo(const std::string& p);
 // Of the devices only NUL can be opened here: the others wait for hardware or a console.
 bool Nul(const std::string& p);
+
+// ---- The registry (accesso_registro_wine.cpp) ----
+
+// A prefix made for 32-bit Windows says so in its system.reg; a prefix without the line, or without the
+// file yet, is the 64-bit kind that Wine makes.
+bool Prefisso32Bit();
+
+// ---- Versions (versione_wine.cpp) ----
+
+// The system Wine reports to a program that may know every version (RtlGetVersion): the prefix's "Version"
+// setting, else what its registry describes, else Windows 7.
+VersioneOs VersioneWine();
 
 // ---- Attributes and order (attributi_wine.cpp, enumerazione_wine.cpp) ----
 

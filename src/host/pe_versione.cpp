@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "host/byte_le.h"
+#include "host/pe_immagine.h"
 #include "host/versione.h"
 
 namespace host {
@@ -17,48 +18,14 @@ constexpr std::uint32_t kRtVersion = 16;
 // In a resource directory entry: the offset names a further directory, not a data entry.
 constexpr std::uint32_t kSottocartella = 0x80000000u;
 
-constexpr std::size_t kDosHeader = 64;
-constexpr std::size_t kPosLfanew = 0x3C;
-constexpr std::size_t kFirmaECoff = 4 + 20;
-constexpr std::size_t kPosNumeroSezioni = 4 + 2;
-constexpr std::size_t kPosDimensioneOpzionale = 4 + 16;
-constexpr std::size_t kSezione = 40;
 constexpr std::size_t kCartellaRisorse = 16;
 constexpr std::size_t kVoceRisorsa = 8;
 constexpr std::size_t kVoceDati = 16;
 constexpr std::size_t kIndiceDatiRisorse = 2;
 
-struct Sezione {
-  std::uint32_t indirizzo = 0;  // relative virtual address of its first byte
-  std::uint32_t byteNelFile = 0;
-  std::uint32_t posizioneNelFile = 0;
-};
-
-struct Immagine {
-  LettoreByte* lettore = nullptr;
-  std::uint64_t lunghezza = 0;
-  std::vector<Sezione> sezioni;
-};
-
-bool LeggiNelFile(Immagine& im, std::uint64_t inizio, std::size_t n, std::string* out) {
-  if (inizio > im.lunghezza || n > im.lunghezza - inizio) return false;
-  return im.lettore->Leggi(inizio, n, out);
-}
-
-// Bytes at a relative virtual address; they must lie inside what one section holds in the file.
-bool LeggiRva(Immagine& im, std::uint32_t rva, std::size_t n, std::string* out) {
-  for (const Sezione& s : im.sezioni) {
-    if (rva < s.indirizzo) continue;
-    const std::uint64_t dentro = rva - s.indirizzo;
-    if (dentro >= s.byteNelFile || n > s.byteNelFile - dentro) continue;
-    return LeggiNelFile(im, s.posizioneNelFile + dentro, n, out);
-  }
-  return false;
-}
-
 // The offset of the chosen entry of the directory at `cartella`: the entry with id `id`, or the first entry
 // when `id` is negative. False when there is none or the directory does not fit.
-bool VoceScelta(Immagine& im, std::uint32_t cartella, std::int64_t id, std::uint32_t* offset) {
+bool VoceScelta(ImmaginePe& im, std::uint32_t cartella, std::int64_t id, std::uint32_t* offset) {
   std::string intestazione;
   if (!LeggiRva(im, cartella, kCartellaRisorse, &intestazione)) return false;
   const std::size_t numero = std::size_t{U16LE(intestazione, 12)} + U16LE(intestazione, 14);
@@ -84,49 +51,10 @@ bool LettoreMemoria::Leggi(std::uint64_t inizio, std::size_t n, std::string* out
 }
 
 std::string EstraiRisorsaVersione(LettoreByte& lettore) {
-  Immagine im;
-  im.lettore = &lettore;
-  im.lunghezza = lettore.Lunghezza();
-
-  std::string dos;
-  if (!LeggiNelFile(im, 0, kDosHeader, &dos) || dos[0] != 'M' || dos[1] != 'Z') return {};
-  const std::uint64_t pe = U32LE(dos, kPosLfanew);
-  std::string coff;
-  if (!LeggiNelFile(im, pe, kFirmaECoff, &coff) || coff.compare(0, 4, std::string("PE\0\0", 4)) != 0)
-    return {};
-  const std::size_t numeroSezioni = U16LE(coff, kPosNumeroSezioni);
-  const std::size_t dimensioneOpzionale = U16LE(coff, kPosDimensioneOpzionale);
-
-  std::string opzionale;
-  if (!LeggiNelFile(im, pe + kFirmaECoff, dimensioneOpzionale, &opzionale) || opzionale.size() < 2) return {};
-  std::size_t posNumeroCartelle = 0;
-  std::size_t posCartelle = 0;
-  switch (U16LE(opzionale, 0)) {
-    case 0x10B:  // PE32
-      posNumeroCartelle = 92;
-      posCartelle = 96;
-      break;
-    case 0x20B:  // PE32+
-      posNumeroCartelle = 108;
-      posCartelle = 112;
-      break;
-    default:
-      return {};
-  }
-  const std::size_t posRisorse = posCartelle + kIndiceDatiRisorse * 8;
-  if (opzionale.size() < posRisorse + 8 || U32LE(opzionale, posNumeroCartelle) <= kIndiceDatiRisorse)
-    return {};
-  const std::uint32_t radice = U32LE(opzionale, posRisorse);
+  ImmaginePe im;
+  if (!ApriImmaginePe(lettore, &im)) return {};
+  const std::uint32_t radice = CartellaDati(im, kIndiceDatiRisorse);
   if (radice == 0) return {};
-
-  std::string tabella;
-  if (!LeggiNelFile(im, pe + kFirmaECoff + dimensioneOpzionale, numeroSezioni * kSezione, &tabella))
-    return {};
-  im.sezioni.reserve(numeroSezioni);
-  for (std::size_t i = 0; i < numeroSezioni; ++i) {
-    const std::size_t s = i * kSezione;
-    im.sezioni.push_back({U32LE(tabella, s + 12), U32LE(tabella, s + 16), U32LE(tabella, s + 20)});
-  }
 
   // Type, then name, then language. Each level must lead to a directory not seen before: a tree whose
   // offsets point back is broken, not a longer way round.

@@ -8,38 +8,16 @@
 #include <string>
 
 #include "host/accesso_registro.h"
+#include "host/byte_le.h"
 #include "host/grezzo.h"
+#include "host/lettore_file.h"
+#include "host/interno_wine.h"
 #include "host/machine.h"
 #include "host/nomi.h"
 #include "host/registro_file.h"
 #include "host/versione.h"
 
 namespace host {
-
-namespace {
-
-// An open executable, read piece by piece: it may be far larger than the few hundred bytes needed of it.
-class LettoreFile final : public LettoreByte {
- public:
-  explicit LettoreFile(File& file) : file_(file) {
-    const std::int64_t n = file_.Lunghezza();
-    lunghezza_ = n > 0 ? static_cast<std::uint64_t>(n) : 0;
-  }
-  std::uint64_t Lunghezza() const override { return lunghezza_; }
-  bool Leggi(std::uint64_t inizio, std::size_t n, std::string* out) override {
-    if (inizio > lunghezza_ || n > lunghezza_ - inizio) return false;
-    const std::int64_t qui = file_.Posizione();
-    if (qui < 0 || !file_.Salta(static_cast<std::int64_t>(inizio) - qui)) return false;
-    out->resize(n);
-    return file_.Leggi(out->data(), n) == n;
-  }
-
- private:
-  File& file_;
-  std::uint64_t lunghezza_ = 0;
-};
-
-}  // namespace
 
 std::string grezzo::BloccoVersione(const std::string& winPath) {
   int err = 0;
@@ -90,6 +68,17 @@ bool VersioneDelRegistro(VersioneOs* v) {
   const std::string numero = Testo(chiave, "CurrentVersion");
   unsigned major = 0, minor = 0;
   if (std::sscanf(numero.c_str(), "%u.%u", &major, &minor) != 2 || major == 0) return false;
+  // Windows 10 on keeps "6.3" there for old programs and the real numbers in two DWORDs.
+  std::string dati;
+  int tipo = kRegNone;
+  if (LeggiValoreRegistroNome(chiave, "CurrentMajorVersionNumber", &dati, &tipo) == kRegOk && tipo == kRegDword &&
+      dati.size() >= 4) {
+    major = U32LE(dati, 0);
+    minor = LeggiValoreRegistroNome(chiave, "CurrentMinorVersionNumber", &dati, &tipo) == kRegOk &&
+                    tipo == kRegDword && dati.size() >= 4
+                ? U32LE(dati, 0)
+                : 0;
+  }
   v->dwMajorVersion = major;
   v->dwMinorVersion = minor;
   v->dwBuildNumber =
@@ -101,17 +90,23 @@ bool VersioneDelRegistro(VersioneOs* v) {
 
 }  // namespace
 
-bool LeggiVersioneOs(VersioneOs* versione) {
+VersioneOs VersioneWine() {
   // As Wine decides: the prefix's "Version" setting, else the system its registry describes, else Windows 7.
+  VersioneOs v;
   const std::string scelta =
       LeggiValoreRegistroTesto(PrefissoCorrente() + "/user.reg", "Software\\Wine", "Version");
   const SistemaWine* trovato = nullptr;
   for (const auto& s : kSistemi)
     if (UgualiSenzaCaso(scelta, s.nome)) trovato = &s;
   if (trovato)
-    *versione = trovato->versione;
-  else if (!VersioneDelRegistro(versione))
-    *versione = {6, 1, 7601, 2, "Service Pack 1"};
+    v = trovato->versione;
+  else if (!VersioneDelRegistro(&v))
+    v = {6, 1, 7601, 2, "Service Pack 1"};
+  return v;
+}
+
+bool LeggiVersioneOs(VersioneOs* versione) {
+  *versione = VersioneWine();
   // As a program whose manifest names no system newer than Windows 8 is told. checkordl.exe's manifest names
   // Windows 10, which then answers 10.0; the code recorded from either is 6, NT.
   if (versione->dwMajorVersion > 6 || (versione->dwMajorVersion == 6 && versione->dwMinorVersion > 2))

@@ -59,12 +59,15 @@ std::string Radice(std::string cartella) {
   return Maiuscolo(cartella);
 }
 
+constexpr const char* kPolitiche = "Software\\Microsoft\\Windows\\CurrentVersion\\Policies\\System";
+
 Impostazioni Leggi() {
   Impostazioni i;
   VersioneOs os;
-  const char* kPolitiche = "Software\\Microsoft\\Windows\\CurrentVersion\\Policies\\System";
+  bool uac = false, virtualizzazione = false;
+  StatoUac(&uac, &virtualizzazione);
   if (!LeggiVersioneOs(&os) || os.dwPlatformId != 2 || os.dwMajorVersion < 6) return i;
-  if (Numero(kPolitiche, "EnableLUA", 1) == 0 || Numero(kPolitiche, "EnableVirtualization", 1) == 0) return i;
+  if (!uac || !virtualizzazione) return i;
   long esito = 0;
   const std::string locale = CartellaSpeciale(kCsidlLocalAppData, &esito);
   if (esito != 0 || locale.size() < 3) return i;
@@ -132,6 +135,11 @@ void Unisci(std::vector<T>& originali, std::vector<T>&& copie, Nome nome) {
 }
 
 }  // namespace
+
+void StatoUac(bool* uac, bool* virtualizzazione) {
+  *uac = Numero(kPolitiche, "EnableLUA", 1) != 0;
+  *virtualizzazione = Numero(kPolitiche, "EnableVirtualization", 1) != 0;
+}
 
 void DimenticaVistaVirtuale() {
   Cache().reset();

@@ -21,6 +21,9 @@ std::string CopiaVirtuale(const std::string& winPath);
 // What a read of the path reaches: a file of the copy where there is one, the original otherwise (a folder
 // that exists in both is the original's, the listings of the two being merged).
 std::string PercorsoLettura(const std::string& winPath);
+// UAC (EnableLUA) and its file virtualization (EnableVirtualization) as the machine's registry sets them,
+// Windows' defaults (on) where it does not.
+void StatoUac(bool* uac, bool* virtualizzazione);
 // The machine's settings are read again at the next read (a prefix was chosen, the registry changed); no
 // folder is left out any more.
 void DimenticaVistaVirtuale();
