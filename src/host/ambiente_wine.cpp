@@ -36,7 +36,8 @@ void grezzo::Sistema(SistemaWindows* s) {
   s->minore = v.dwMinorVersion;
   s->build = v.dwBuildNumber;
   s->windows64 = !Prefisso32Bit();
-  s->wow64 = s->windows64;
+  // This program itself: a 32-bit build would run under WOW64 in a 64-bit prefix, this one is native.
+  s->wow64 = s->windows64 && sizeof(void*) == 4;
   s->wine = true;
   std::string acp;
   int tipo = kRegNone;

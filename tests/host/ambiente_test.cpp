@@ -234,7 +234,7 @@ TEST(Ambiente, MacchinaPiantata) {
     EXPECT_EQ(s.build, 19045u);
     EXPECT_EQ(s.dpi, 144u);
     EXPECT_EQ(s.codePage, 1250u);
-    EXPECT_EQ(s.wow64, a64);
+    EXPECT_EQ(s.wow64, a64 && sizeof(void*) == 4);
 #endif
 
     EXPECT_EQ(host::EseguibiliInCima("C:\\Giochi\\Trle", {"ngle.exe", "TOMB4.EXE"}),
