@@ -35,14 +35,14 @@ void Eseguibile(std::string& t, const formats::EseguibileAmbiente& ea, bool zone
   AggiungiRiga(t, "");
   Riga(t, std::string(formats::NomeCartella(ea.cartella)) + ": " + e.percorso);
   Riga(t, std::string("Machine: ") + formats::NomeMacchina(e.macchina), 2);
-  if (!e.problema.empty()) Riga(t, "Problem: " + e.problema, 2);
+  if (!e.problema.empty()) Riga(t, std::string("Problem: ") + e.problema, 2);
   if (e.livelli.empty()) Riga(t, "Compatibility layers: none", 2);
   for (const host::LivelloCompatibilita& l : e.livelli)
-    Riga(t, "Compatibility layers: " + l.radice + " \"" + l.dati + "\"", 2);
+    Riga(t, std::string("Compatibility layers: ") + l.radice + " \"" + l.dati + "\"", 2);
   // Where the streams cannot be read, no zone recorded does not mean no mark.
   const int zona = !zoneLeggibili && e.zona == host::kZonaNessuna ? host::kZonaIgnota : e.zona;
-  Riga(t, "Mark of the web: " + TestoZona(zona), 2);
-  Riga(t, "Imported DLLs: " + std::to_string(e.importazioni.size()), 2);
+  Riga(t, std::string("Mark of the web: ") + TestoZona(zona), 2);
+  Riga(t, std::string("Imported DLLs: ") + std::to_string(e.importazioni.size()), 2);
   for (const host::DllImportata& d : e.importazioni) {
     std::string riga = d.nome + ": " + formats::NomeOrigine(d.origine);
     if (!d.percorso.empty()) riga += ", " + d.percorso;
@@ -56,32 +56,36 @@ void Eseguibile(std::string& t, const formats::EseguibileAmbiente& ea, bool zone
 std::string TestoAmbiente(const formats::Ambiente& a) {
   const host::SistemaWindows& w = a.windows;
   std::string t;
-  AggiungiRiga(t, "Made: " + DataControllo(a));
-  AggiungiRiga(t, "Program: " + a.programma + " " + a.versioneProgramma + ", " + Bit(a.bitProgramma == 64));
-  AggiungiRiga(t, "Windows: " + Windows(w));
-  AggiungiRiga(t, "Runs as: " + Bit(a.bitProgramma == 64) + " program" + (w.wow64 ? ", under WOW64" : ""));
+  AggiungiRiga(t, std::string("Made: ") + DataControllo(a));
+  AggiungiRiga(t, std::string("Program: ") + a.programma + " " + a.versioneProgramma + ", " +
+                      Bit(a.bitProgramma == 64));
+  AggiungiRiga(t, std::string("Windows: ") + Windows(w));
+  AggiungiRiga(t, std::string("Runs as: ") + Bit(a.bitProgramma == 64) + " program" +
+                      (w.wow64 ? ", under WOW64" : ""));
   AggiungiRiga(t, std::string("Wine: ") + (!w.wine                  ? "no"
                                            : w.versioneWine.empty() ? "yes"
                                                                     : "yes, " + w.versioneWine));
-  Riga(t, "UAC: " + SiNo(w.uac) + ", virtualization: " + SiNo(w.virtualizzazione));
-  Riga(t, "ANSI code page: " + std::to_string(w.codePage));
-  Riga(t, "System DPI: " + std::to_string(w.dpi));
-  Riga(t, "Controlled Folder Access: " + TestoAccessoControllato(w.accessoControllato));
-  Riga(t, "DEP policy: " + TestoDep(w.dep));
+  Riga(t, std::string("UAC: ") + SiNo(w.uac) + ", virtualization: " + SiNo(w.virtualizzazione));
+  Riga(t, std::string("ANSI code page: ") + std::to_string(w.codePage));
+  Riga(t, std::string("System DPI: ") + std::to_string(w.dpi));
+  Riga(t, std::string("Controlled Folder Access: ") + TestoAccessoControllato(w.accessoControllato));
+  Riga(t, std::string("DEP policy: ") + TestoDep(w.dep));
   AggiungiRiga(t, "");
   AggiungiRiga(t,
                "Executables at the top of the installation folders: " + std::to_string(a.eseguibili.size()));
   for (const formats::EseguibileAmbiente& e : a.eseguibili) Eseguibile(t, e, w.zoneLeggibili);
   AggiungiRiga(t, "");
-  Riga(t, "From the VirtualStore: " + Quanti(a.membriVirtuali.size(), "member") + ", " +
+  Riga(t, std::string("From the VirtualStore: ") + Quanti(a.membriVirtuali.size(), "member") + ", " +
               Quanti(a.fileVirtualiTotale, "listed file"));
-  for (const std::string& m : a.membriVirtuali) Riga(t, "Member: " + m, 2);
-  for (const std::string& f : a.fileVirtuali) Riga(t, "Listed: " + f, 2);
+  for (const std::string& m : a.membriVirtuali) Riga(t, std::string("Member: ") + m, 2);
+  for (const std::string& f : a.fileVirtuali) Riga(t, std::string("Listed: ") + f, 2);
   if (a.fileVirtualiTotale > a.fileVirtuali.size())
-    Riga(t, "... and " + std::to_string(a.fileVirtualiTotale - a.fileVirtuali.size()) + " more listed files",
+    Riga(t,
+         std::string("... and ") + std::to_string(a.fileVirtualiTotale - a.fileVirtuali.size()) +
+             " more listed files",
          2);
   AggiungiRiga(t, "");
-  Riga(t, "Members not read: " + std::to_string(a.nonLetti.size()));
+  Riga(t, std::string("Members not read: ") + std::to_string(a.nonLetti.size()));
   for (const formats::MembroNonLetto& m : a.nonLetti)
     Riga(t, m.percorso + " (" + collection::MotivoEsclusione(m.errore) + ")", 2);
   return t;
@@ -94,7 +98,7 @@ std::optional<std::string> ProspettoAmbiente(const std::string& cartellaDati, su
       messaggi.Critico(kAmbienteAssente);
       return std::nullopt;
     case StatoAmbiente::illeggibile:
-      messaggi.Critico("The snapshot's ambiente.json cannot be read: " + letto.motivo);
+      messaggi.Critico(std::string("The snapshot's ambiente.json cannot be read: ") + letto.motivo);
       return std::nullopt;
     case StatoAmbiente::letto:
       break;
