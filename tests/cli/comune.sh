@@ -33,8 +33,15 @@ prefisso_c() {
 strumento() {
   local d=${cartella_strumento:-$t/bin}
   [ -n "$exe" ] || { "$d/checkordl-cli" "$@"; return; }
-  local rc=0
-  wine_esegui "$d/checkordl-cli.exe" "$@" 2>"$t/err.wine" || rc=$?
+  local rc tentativo
+  for tentativo in 1 2; do
+    rc=0
+    wine_esegui "$d/checkordl-cli.exe" "$@" 2>"$t/err.wine" || rc=$?
+    # Wine that could not start the program (lines of its own, nothing of the program's) gets one more try:
+    # a loaded machine makes that happen now and then.
+    [ "$rc" != 0 ] && grep -q '^wine: ' "$t/err.wine" && ! grep -qv '^wine: ' "$t/err.wine" || break
+    echo "Wine did not start $*: $(grep -m1 '^wine: ' "$t/err.wine")" >&2
+  done
   # Its messages may hold bytes of the ANSI code page that are no UTF-8.
   grep -av '^wine: ' "$t/err.wine" >&2 || true
   return $rc
