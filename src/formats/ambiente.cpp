@@ -51,7 +51,9 @@ const char* ParolaDi(const std::array<Parola<E>, N>& tabella, E v) {
   return "";
 }
 
-std::string Utf8(const std::string& cp1252) { return host::VersoUtf8(cp1252); }
+std::string Utf8(const std::string& cp1252) {
+  return host::VersoUtf8(cp1252);
+}
 
 Json Testi(const std::vector<std::string>& testi) {
   Json a = Json::array();
@@ -59,7 +61,9 @@ Json Testi(const std::vector<std::string>& testi) {
   return a;
 }
 
-Json Zona(int zona) { return zona >= 0 ? Json(zona) : Json(nullptr); }
+Json Zona(int zona) {
+  return zona >= 0 ? Json(zona) : Json(nullptr);
+}
 
 Json Eseguibile(const EseguibileAmbiente& ea) {
   const host::Eseguibile& e = ea.eseguibile;
@@ -116,8 +120,8 @@ class Lettura {
   }
 
   template <typename T>
-  bool Numero(const JsonLetto& o, const char* nome, const std::string& dove, long long minimo, long long massimo,
-              T* out) {
+  bool Numero(const JsonLetto& o, const char* nome, const std::string& dove, long long minimo,
+              long long massimo, T* out) {
     const JsonLetto* v = Campo(o, nome, dove);
     if (!v) return false;
     if (!v->is_number_integer()) return Errore(dove + nome, "not a whole number");
@@ -160,8 +164,8 @@ class Lettura {
   }
 
   template <typename E, std::size_t N>
-  bool Parola(const JsonLetto& o, const char* nome, const std::string& dove, const std::array<formats::Parola<E>, N>& t,
-              E* out) {
+  bool Parola(const JsonLetto& o, const char* nome, const std::string& dove,
+              const std::array<formats::Parola<E>, N>& t, E* out) {
     std::string s;
     if (!Testo(o, nome, dove, &s)) return false;
     for (const auto& p : t)
@@ -213,34 +217,13 @@ class Lettura {
 
 // "YYYY-MM-DDTHH:MM:SS" with plausible fields.
 bool DataValida(const std::string& d) {
-  if (d.size() != 19 || d[4] != '-' || d[7] != '-' || d[10] != 'T' || d[13] != ':' || d[16] != ':') return false;
+  if (d.size() != 19 || d[4] != '-' || d[7] != '-' || d[10] != 'T' || d[13] != ':' || d[16] != ':')
+    return false;
   for (std::size_t i : {0, 1, 2, 3, 5, 6, 8, 9, 11, 12, 14, 15, 17, 18})
     if (d[i] < '0' || d[i] > '9') return false;
   const auto due = [&](std::size_t i) { return (d[i] - '0') * 10 + (d[i + 1] - '0'); };
   return due(5) >= 1 && due(5) <= 12 && due(8) >= 1 && due(8) <= 31 && due(11) <= 23 && due(14) <= 59 &&
          due(17) <= 60;
-}
-
-// The deepest nesting of arrays and objects, counted outside strings, stopping once past `limite`.
-int Profondita(std::string_view byte, int limite) {
-  int livello = 0, massimo = 0;
-  bool inTesto = false, escape = false;
-  for (const char c : byte) {
-    if (inTesto) {
-      if (escape)
-        escape = false;
-      else if (c == '\\')
-        escape = true;
-      else if (c == '"')
-        inTesto = false;
-      continue;
-    }
-    if (c == '"') inTesto = true;
-    if (c == '[' || c == '{') massimo = std::max(massimo, ++livello);
-    if (c == ']' || c == '}') --livello;
-    if (massimo > limite) break;
-  }
-  return massimo;
 }
 
 bool LeggiWindows(Lettura& l, const JsonLetto& w, host::SistemaWindows* s) {
@@ -251,7 +234,8 @@ bool LeggiWindows(Lettura& l, const JsonLetto& w, host::SistemaWindows* s) {
          l.Vero(w, "wow64", d, &s->wow64) && l.Vero(w, "wine", d, &s->wine) &&
          l.Testo(w, "wine_version", d, &s->versioneWine) && l.Vero(w, "uac", d, &s->uac) &&
          l.Vero(w, "virtualization", d, &s->virtualizzazione) &&
-         l.Numero(w, "ansi_code_page", d, 0, 65535, &s->codePage) && l.Numero(w, "dpi", d, 0, 10000, &s->dpi) &&
+         l.Numero(w, "ansi_code_page", d, 0, 65535, &s->codePage) &&
+         l.Numero(w, "dpi", d, 0, 10000, &s->dpi) &&
          l.Facoltativo(w, "controlled_folder_access", d, 0xFFFFFFFFLL, &s->accessoControllato) &&
          l.Facoltativo(w, "dep_policy", d, 0xFFFFFFFFLL, &s->dep) &&
          l.Vero(w, "zone_readable", d, &s->zoneLeggibili);
@@ -288,9 +272,15 @@ bool LeggiEseguibile(Lettura& l, const JsonLetto& j, const std::string& d, Esegu
 
 }  // namespace
 
-const char* NomeMacchina(host::MacchinaPe m) { return ParolaDi(kMacchine, m); }
-const char* NomeOrigine(host::Origine o) { return ParolaDi(kOrigini, o); }
-const char* NomeCartella(CartellaEseguibile c) { return ParolaDi(kCartelle, c); }
+const char* NomeMacchina(host::MacchinaPe m) {
+  return ParolaDi(kMacchine, m);
+}
+const char* NomeOrigine(host::Origine o) {
+  return ParolaDi(kOrigini, o);
+}
+const char* NomeCartella(CartellaEseguibile c) {
+  return ParolaDi(kCartelle, c);
+}
 
 std::string CodificaAmbiente(const Ambiente& a) {
   const host::SistemaWindows& w = a.windows;
@@ -300,7 +290,8 @@ std::string CodificaAmbiente(const Ambiente& a) {
   for (const auto& m : a.nonLetti) nonLetti.push_back({{"path", Utf8(m.percorso)}, {"error", m.errore}});
   const Json j = {
       {"format", a.formato},
-      {"program", {{"name", Utf8(a.programma)}, {"version", Utf8(a.versioneProgramma)}, {"bits", a.bitProgramma}}},
+      {"program",
+       {{"name", Utf8(a.programma)}, {"version", Utf8(a.versioneProgramma)}, {"bits", a.bitProgramma}}},
       {"made", {{"local", a.dataLocale}, {"utc_offset_minutes", a.scartoUtcMinuti}}},
       {"windows",
        {{"product", Utf8(w.prodotto)},
@@ -332,11 +323,21 @@ std::string CodificaAmbiente(const Ambiente& a) {
 bool DecodificaAmbiente(std::string_view byte, Ambiente* a, std::string* motivo) {
   motivo->clear();
   *a = Ambiente{};
-  if (Profondita(byte, kProfonditaMassima) > kProfonditaMassima) {
+  // The parser tells each array's and object's depth as it opens (the document itself at 0): what lies
+  // deeper is dropped unbuilt, and the document refused.
+  bool profondo = false;
+  const JsonLetto::parser_callback_t limite = [&](int profondita, JsonLetto::parse_event_t evento,
+                                                  JsonLetto&) {
+    const bool apre =
+        evento == JsonLetto::parse_event_t::object_start || evento == JsonLetto::parse_event_t::array_start;
+    if (apre && profondita >= kProfonditaMassima) profondo = true;
+    return !profondo;
+  };
+  const JsonLetto j = JsonLetto::parse(byte.begin(), byte.end(), limite, false);
+  if (profondo) {
     *motivo = "nested too deeply";
     return false;
   }
-  const JsonLetto j = JsonLetto::parse(byte.begin(), byte.end(), nullptr, false);
   if (j.is_discarded()) {
     *motivo = "not JSON";
     return false;
