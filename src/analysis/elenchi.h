@@ -2,6 +2,8 @@
 // from one line to the next blanked, so that the folders read as a tree.
 #pragma once
 
+#include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
@@ -38,6 +40,8 @@ struct ElencoLetto {
   std::vector<std::pair<bool, std::string>> messaggi;
 };
 ElencoLetto LeggiElencoUnaVolta(const std::string& NomeFile);
+// Hands over a snapshot's list (by file name) already read for someone else.
+using LettoreElenchi = std::function<std::shared_ptr<const ElencoLetto>(const std::string& file)>;
 
 // How many entries of `elenco` can be used: its count, as far as both columns reach.
 std::size_t VociUsabili(const formats::ElencoFile& elenco);

@@ -442,7 +442,7 @@ class Verifica {
 std::vector<Esito> CalcolaRiepilogo(const std::string& cartellaDati,
                                     const collection::ContenutoSnapshot& contenuto,
                                     const std::string& cartellaProgramma, char separatoreDecimale,
-                                    const LettoreElenchi& lettore) {
+                                    const LettoreElenchi& lettore, const RegoleInVigore* /*regole*/) {
   return Verifica(cartellaDati, contenuto, cartellaProgramma, separatoreDecimale, lettore).Esegui();
 }
 

@@ -57,17 +57,21 @@ struct Esito {
   std::vector<Evidenza> Evidenze;
   // What the user should do; empty for a pass.
   std::string Azione;
+  // The file of the rule that gave it; "" for a built-in check.
+  std::string Regola = {};
 };
+
+struct RegoleInVigore;
 
 // The checks on the files that a snapshot left in `cartellaDati` (its table in `contenuto`). The backup
 // totals come in only when `cartellaProgramma` holds both sample lists. Failures first, then warnings,
 // then passes, each in check order.
 // `lettore`, when given, hands over the snapshot's lists (by file name) already read for someone else.
-using LettoreElenchi = std::function<std::shared_ptr<const ElencoLetto>(const std::string& file)>;
+// The rules' findings join the checks'; `regole` null means the rules in force for the program.
 std::vector<Esito> CalcolaRiepilogo(const std::string& cartellaDati,
                                     const collection::ContenutoSnapshot& contenuto,
                                     const std::string& cartellaProgramma, char separatoreDecimale,
-                                    const LettoreElenchi& lettore = {});
+                                    const LettoreElenchi& lettore = {}, const RegoleInVigore* regole = nullptr);
 
 // One snapshot opened into a folder of its own and checked.
 struct RiepilogoSnapshot {
