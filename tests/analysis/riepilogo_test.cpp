@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <functional>
 #include <map>
+#include <sstream>
 #include <nlohmann/json.hpp>
 
 #include "ambiente_prova.h"
@@ -307,6 +308,22 @@ TEST(Riepilogo, MembriDanneggiati) {
     // The other members' checks run as ever.
     EXPECT_NE(righe.find("pass editor.tomb4-present:"), std::string::npos) << righe;
   }
+}
+
+// The README's table of findings is the code's: each row once, in the same order, with the same severities
+// and words.
+TEST(Riepilogo, IdNelReadme) {
+  std::istringstream readme(MacchinaProva::LeggiHost(CHECKORDL_DATI_PROVA "/../../README.md"));
+  std::vector<std::string> righe, attese;
+  bool dentro = false;
+  for (std::string riga; std::getline(readme, riga);) {
+    if (riga.starts_with("## ")) dentro = riga == "## Findings";
+    if (dentro && riga.starts_with("| `")) righe.push_back(riga);
+  }
+  for (const analysis::VoceEsito& v : analysis::kEsitiNoti)
+    attese.push_back("| `" + std::string(v.id) + "` | " + std::string(v.livelli) + " | " + std::string(v.descrizione) +
+                     " |");
+  EXPECT_EQ(righe, attese);
 }
 
 // Every hostile snapshot of the snapshot tests gives findings, or the reason it could not be read.
