@@ -16,39 +16,31 @@
 
 namespace {
 
-// A pass over a member of `f` that is not read.
-bool PassaSuDanneggiato(const analysis::Fatti& f, const std::vector<analysis::Esito>& esiti) {
-  using analysis::StatoMembro, collection::Membro;
-  const std::pair<Membro, const char*> passi[] = {{Membro::script, "script.levels-present"},
-                                                   {Membro::intestazione, "flag.none"},
-                                                   {Membro::preferenze, "prefs.same-editor-folder"},
-                                                   {Membro::archivio, "archive.folders-match"},
-                                                   {Membro::elencoTrle, "editor.tomb4-present"}};
-  for (const auto& [m, id] : passi)
-    if (f.Stato(m) != StatoMembro::letto)
-      for (const auto& e : esiti)
-        if (e.Id == id) return true;
-  return false;
-}
-
+// The bytes as every member at once: each is there, and none that its reader refused is passed over.
 void Ognuno(const std::string& drive, const std::uint8_t* dati, std::size_t n) {
+  using analysis::StatoMembro, collection::Membro;
   std::filesystem::remove_all(drive + "/Dati");
   std::filesystem::create_directory(drive + "/Dati");
-  collection::ContenutoSnapshot contenuto;
+  collection::ContenutoSnapshot contenuto{static_cast<std::int32_t>(collection::kMembri.size()), {}, {}};
   for (const collection::VoceMembro& m : collection::kMembri) {
-    std::ofstream(drive + "/Dati/" + m.nomeDati, std::ios::binary | std::ios::trunc)
+    std::ofstream(drive + "/Dati/" + m.nomeDati, std::ios::binary)
         .write(reinterpret_cast<const char*>(dati), static_cast<std::streamsize>(n));
     contenuto.Nomi.push_back(std::string("C:\\") + m.nomeControllo);
     contenuto.Dimensioni.push_back(static_cast<std::int32_t>(n));
   }
-  contenuto.Numero = static_cast<std::int32_t>(contenuto.Nomi.size());
   const analysis::Fatti f = analysis::LeggiFatti("C:\\Dati", contenuto);
-  for (const collection::VoceMembro& m : collection::kMembri)
-    if (f.Stato(m.membro) == analysis::StatoMembro::assente) std::abort();
-  if (f.archivio.stato == analysis::StatoMembro::letto &&
-      f.archivio.livelli.size() != static_cast<std::size_t>(f.archivio.header.TotLivelli))
-    std::abort();
-  if (PassaSuDanneggiato(f, analysis::CalcolaRiepilogo("C:\\Dati", contenuto, "C:\\Dati", '.'))) std::abort();
+  const auto esiti = analysis::CalcolaRiepilogo("C:\\Dati", contenuto, "C:\\Dati", '.');
+  const std::pair<Membro, const char*> passi[] = {{Membro::script, "script.levels-present"},
+                                                   {Membro::intestazione, "flag.none"},
+                                                   {Membro::preferenze, "prefs.same-editor-folder"},
+                                                   {Membro::archivio, "archive.folders-match"}};
+  for (const auto& [m, passa] : passi) {
+    if (f.Stato(m) == StatoMembro::assente) std::abort();
+    for (const auto& e : esiti)
+      if (f.Stato(m) != StatoMembro::letto && e.Id == passa) std::abort();
+  }
+  const auto contati = static_cast<std::size_t>(f.archivio.header.TotLivelli);
+  if (f.archivio.stato == StatoMembro::letto && f.archivio.livelli.size() != contati) std::abort();
 }
 
 }  // namespace
