@@ -1,6 +1,7 @@
 #include "analysis/riepilogo.h"
 
 #include <algorithm>
+#include <array>
 #include <unordered_set>
 
 #include "analysis/ambiente_dati.h"
@@ -20,7 +21,7 @@ struct Verifica {
   void (*esegui)(const Contesto&);
 };
 // In the order their findings show within a severity.
-constexpr Verifica kVerifiche[] = {
+constexpr std::array<Verifica, 12> kVerifiche = {{
     {"membri", nullptr, VerificaMembri},
     {"membri", nullptr, VerificaFlag},
     {"editor", NomiScript, VerificaLivelliScript},
@@ -33,7 +34,7 @@ constexpr Verifica kVerifiche[] = {
     {"ordelio", nullptr, VerificaVersioneOrdelio},
     {"backup", nullptr, VerificaBackup},
     {"ambiente", nullptr, VerificaAmbiente},
-};
+}};
 
 // Of the names the checks look for, those the editor list holds, found in one pass over the list: a set of
 // the whole list would cost more than every check together. Only a list read whole is looked in.
@@ -75,7 +76,8 @@ std::vector<Esito> CalcolaRiepilogo(const std::string& cartellaDati,
   std::vector<Esito> esiti;
   const Contesto c{fatti, nomiTrle, cartellaProgramma, separatoreDecimale, esiti};
   for (const Verifica& v : kVerifiche) v.esegui(c);
-  std::stable_sort(esiti.begin(), esiti.end(), [](const Esito& a, const Esito& b) { return a.Livello < b.Livello; });
+  std::stable_sort(esiti.begin(), esiti.end(),
+                   [](const Esito& a, const Esito& b) { return a.Livello < b.Livello; });
   return esiti;
 }
 
@@ -92,7 +94,10 @@ RiepilogoSnapshot ApriEVerifica(const std::string& snapshot, const std::string& 
       r.Data = DataControllo(a.ambiente);
   } else
     // A filter on the failures must not pass a snapshot it could not read as clean.
-    r.Esiti = {{std::string(VoceDi(IdEsito::snapshotUnreadable).id), Gravita::fail, "The snapshot cannot be read", {{"reason", r.Errore}},
+    r.Esiti = {{std::string(VoceDi(IdEsito::snapshotUnreadable).id),
+                Gravita::fail,
+                "The snapshot cannot be read",
+                {{"reason", r.Errore}},
                 "Ask the user to send the snapshot again, attached as the file the check wrote."}};
   return r;
 }
