@@ -67,9 +67,8 @@ void LeggiArchivio(const std::string& percorso, ArchivioFatti& a) {
   const std::int32_t contati = a.header.TotLivelli;
   if (contati < 0) return Danneggiato(a, "its header counts " + std::to_string(contati) + " levels");
   // Bounded by what the file holds before anything is read for it.
-  const auto interi =
-      static_cast<std::int64_t>((a.dimensione - static_cast<std::int64_t>(ArchivioHeader::kDimensione)) /
-                                static_cast<std::int64_t>(ArchivioLivello::kDimensione));
+  const std::int64_t interi = (a.dimensione - static_cast<std::int64_t>(ArchivioHeader::kDimensione)) /
+                              static_cast<std::int64_t>(ArchivioLivello::kDimensione);
   const std::int64_t n = std::min<std::int64_t>(contati, interi);
   if (n > 0 &&
       formats::LeggiTesta(
