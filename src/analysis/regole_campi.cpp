@@ -238,9 +238,9 @@ void Piega(std::string_view s, std::string& out) {
   for (std::size_t i = 0; i < s.size(); ++i) out[i] = s[i] == '/' ? '\\' : host::Maiuscola(s[i]);
 }
 
-Modello FaiModello(std::string_view pattern) {
+Modello FaiModello(std::string_view pattern, bool percorsi) {
   Modello m;
-  m.percorso = !pattern.empty() && (pattern.front() == '/' || pattern.front() == '\\');
+  m.percorso = percorsi && !pattern.empty() && (pattern.front() == '/' || pattern.front() == '\\');
   Piega(pattern, m.testo);
   if (m.percorso) {
     const std::size_t primo = m.testo.find_first_not_of('\\');

@@ -18,12 +18,13 @@ namespace analysis {
 
 // A name with `*` and `?`, folded as host::Maiuscolo folds, `/` made `\`. A path pattern (one that began
 // with a separator) keeps a single `\` in front and is matched against the whole path from the list's folder.
+// A pattern of a text field's value (`percorsi` false) is taken whole.
 struct Modello {
   std::string testo;
   bool percorso = false;
   bool jolly = false;
 };
-Modello FaiModello(std::string_view pattern);
+Modello FaiModello(std::string_view pattern, bool percorsi = true);
 // `nome` already folded, `\` for every separator.
 bool Corrisponde(const Modello& m, std::string_view nome);
 // Folded, `/` made `\`, into `out` (whose room is reused).
