@@ -27,7 +27,7 @@ open(sys.argv[1], "wb").write(lista(b"C:\\Giochi\\Trle", voci))
 
 def regola(i, quando):
     return {"id": "bench.r%03d" % i, "outcomes": [
-        {"severity": "warn", "title": "rule %d" % i, "evidence": {"what": "{file}{value}"}, "when": quando},
+        {"severity": "warn", "title": "rule %d" % i, "evidence": {"what": "{value}" if "field" in quando else "{file}"}, "when": quando},
         {"severity": "pass", "title": "rule %d holds nothing" % i, "when": {"member": "trle.el"}}]}
 
 quando = []

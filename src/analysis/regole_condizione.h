@@ -23,6 +23,8 @@ struct Modello {
   std::string testo;
   bool percorso = false;
   bool jolly = false;
+  // Where the first and the last `*` stand (npos for none): what lies before and after is matched first.
+  std::size_t primaStella = std::string::npos, ultimaStella = std::string::npos;
 };
 Modello FaiModello(std::string_view pattern, bool percorsi = true);
 // `nome` already folded, `\` for every separator.
@@ -62,6 +64,7 @@ struct Termine {
 // Every term must hold.
 using Confronto = std::vector<Termine>;
 bool Confronta(const Confronto& c, TipoCampo tipo, const ValoreCampo& v);
+bool ConfrontaNumero(const Confronto& c, double x);
 
 enum class TipoCondizione { tutte, una, non, membro, file, campo, livelloScript, eseguibile };
 enum class StatoVoluto { presente, assente, danneggiato, letto };
