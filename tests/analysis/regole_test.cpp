@@ -116,6 +116,12 @@ TEST(Regole, FileValido) {
   ASSERT_EQ(r.esiti[0].evidenze.size(), 2u);
   EXPECT_EQ(r.esiti[0].evidenze[0].first, "z");
   EXPECT_EQ(r.file, "C:\\r.json");
+  // Texts arrive in UTF-8 and are kept in Windows-1252, as every text of the program.
+  const FileRegole u = AnalizzaRegole(
+      "{\"format\": 1, \"rules\": [{\"id\": \"u\", \"outcomes\": [{\"severity\": \"pass\", \"title\": \"caff\\u00e8 \xE2\x82\xAC\"}]}]}",
+      "u.json");
+  ASSERT_EQ(u.regole.size(), 1u) << Errori(u);
+  EXPECT_EQ(u.regole[0].esiti[0].titolo, "caff\xE8 \x80");
   EXPECT_EQ(TestoErrore(LeggiRegole("C:\\nessuno.json").errori.at(0)), "C:\\nessuno.json: the file cannot be read");
 }
 
