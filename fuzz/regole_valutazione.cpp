@@ -3,6 +3,7 @@
 // rule's id and severity.
 #include <cstdint>
 #include <cstdlib>
+#include <limits>
 #include <memory>
 #include <string_view>
 
@@ -16,6 +17,9 @@ analysis::Fatti Pieni() {
   f.header.stato = f.preferenze.stato = f.archivio.stato = f.script.stato = StatoMembro::letto;
   f.infoHeader.VersioneOrdelio.Assegna("2.10.3");
   f.infoHeader.FlagErrori = 0x102;
+  // Doubles as a damaged record may hold them.
+  f.infoHeader.SpazioDiscoC = 1e300;
+  f.infoHeader.SpazioDiscoMaggiore = std::numeric_limits<double>::quiet_NaN();
   f.script.livelli = {"DATA\\L001.tr4", "L002.tr4"};
   auto lista = std::make_shared<analysis::ElencoLetto>();
   lista->elenco = {4, "C:\\Trle", {"\\tomb4.exe", "\\ddraw.dll", "\\data\\a.tr4", "b"}, {12345, 800, 10, 0}};

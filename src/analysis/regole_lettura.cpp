@@ -217,7 +217,7 @@ class Verifica {
       const auto x = Numero(v, ptr, tipo == TipoCampo::intero || op == Operatore::bit);
       if (!x) return std::nullopt;
       t.numero = *x;
-      t.bit = static_cast<std::int64_t>(*x);
+      if (op == Operatore::bit) t.bit = static_cast<std::int64_t>(*x);
     } else if (testuale) {
       const auto s = Testo(v, ptr);
       if (!s) return std::nullopt;

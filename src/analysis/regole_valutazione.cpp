@@ -63,11 +63,10 @@ std::string TestoValore(const ValoreCampo& v) {
   if (const bool* b = std::get_if<bool>(&v)) return *b ? "true" : "false";
   if (const std::string* s = std::get_if<std::string>(&v)) return *s;
   const double x = std::get<double>(v);
+  if (x > -1e15 && x < 1e15 && x == static_cast<double>(static_cast<long long>(x)))
+    return std::to_string(static_cast<long long>(x));
   char t[32];
-  if (x == static_cast<double>(static_cast<long long>(x)) && x > -1e15 && x < 1e15)
-    std::snprintf(t, sizeof t, "%lld", static_cast<long long>(x));
-  else
-    std::snprintf(t, sizeof t, "%.15g", x);
+  std::snprintf(t, sizeof t, "%.15g", x);
   return t;
 }
 
