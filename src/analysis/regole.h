@@ -81,6 +81,10 @@ std::vector<std::string> CartelleRegole();
 // The rules in force for this run, read once.
 const RegoleInVigore& RegoleDelProgramma();
 
+// The fields a rule may compare, one line each: name, type, the member that holds it (for the README and the
+// command line).
+std::string TestoCampiRegole();
+
 // What one rule says of one snapshot: the outcome that held (its index), or none.
 struct RisultatoRegola {
   const Regola* regola = nullptr;

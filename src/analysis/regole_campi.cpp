@@ -1,0 +1,330 @@
+// The fields a rule may compare, one row each: the reader checks a rule's field and operands against the
+// row, the evaluation reads the value through it, and the README's list is printed from it.
+#include <charconv>
+#include <cstdio>
+#include <string>
+
+#include "analysis/regole.h"
+#include "analysis/regole_condizione.h"
+#include "host/nomi.h"
+#include "support/valori.h"
+
+namespace analysis {
+namespace {
+
+using collection::Membro;
+using formats::ArchivioHeader;
+using formats::InfoHeader;
+using formats::PrefRecord;
+
+ValoreCampo Valore(bool b) {
+  return b;
+}
+ValoreCampo Valore(std::int16_t n) {
+  return static_cast<double>(n);
+}
+ValoreCampo Valore(std::int32_t n) {
+  return static_cast<double>(n);
+}
+ValoreCampo Valore(double n) {
+  return n;
+}
+template <std::size_t N>
+ValoreCampo Valore(const formats::StringaFissa<N>& s) {
+  return support::PulisciStringa(s.Testo());
+}
+
+template <auto Record, auto Membro>
+std::optional<ValoreCampo> Leggi(const Fatti& f) {
+  return Valore((f.*Record).*Membro);
+}
+
+template <auto M>
+std::optional<ValoreCampo> Intestazione(const Fatti& f) {
+  return Leggi<&Fatti::infoHeader, M>(f);
+}
+template <auto M>
+std::optional<ValoreCampo> Preferenza(const Fatti& f) {
+  return Leggi<&Fatti::prf, M>(f);
+}
+template <auto M>
+std::optional<ValoreCampo> Archivio(const Fatti& f) {
+  return Valore(f.archivio.header.*M);
+}
+
+// The file's length, once the facts carry it.
+template <typename R>
+std::optional<ValoreCampo> Dimensione(const R& r) {
+  if constexpr (requires { r.dimensione; })
+    return static_cast<double>(r.dimensione);
+  else
+    return std::nullopt;
+}
+
+const host::SistemaWindows& Win(const Fatti& f) {
+  return f.ambiente.ambiente.windows;
+}
+double Numero(std::uint32_t n) {
+  return static_cast<double>(n);
+}
+
+std::vector<CampoRegola> FaiCampi() {
+  using T = TipoCampo;
+  const Membro h = Membro::intestazione, p = Membro::preferenze, a = Membro::archivio, e = Membro::ambiente;
+  std::vector<CampoRegola> c = {
+      {"header.FlagErrori", T::intero, h, Intestazione<&InfoHeader::FlagErrori>},
+      {"header.VersioneOrdelio", T::versione, h, Intestazione<&InfoHeader::VersioneOrdelio>},
+      {"header.WindowsXp", T::booleano, h, Intestazione<&InfoHeader::WindowsXp>},
+      {"header.SpazioDiscoC", T::numero, h, Intestazione<&InfoHeader::SpazioDiscoC>},
+      {"header.SpazioDiscoMaggiore", T::numero, h, Intestazione<&InfoHeader::SpazioDiscoMaggiore>},
+      {"header.DiscoMaggiore", T::testo, h, Intestazione<&InfoHeader::DiscoMaggiore>},
+      {"header.StartFolderTrle", T::testo, h, Intestazione<&InfoHeader::StartFolderTrle>},
+      {"header.StartFolderOrdl", T::testo, h, Intestazione<&InfoHeader::StartFolderOrdl>},
+      {"preferences.PathArchivio", T::testo, p, Preferenza<&PrefRecord::PathArchivio>},
+      {"preferences.PathTRLE", T::testo, p, Preferenza<&PrefRecord::PathTRLE>},
+      {"preferences.NameTom2Pc", T::testo, p, Preferenza<&PrefRecord::NameTom2Pc>},
+      {"preferences.NameTomb4", T::testo, p, Preferenza<&PrefRecord::NameTomb4>},
+      {"preferences.DefaultLoadDir", T::testo, p, Preferenza<&PrefRecord::DefaultLoadDir>},
+      {"preferences.PathEditorGrafico", T::testo, p, Preferenza<&PrefRecord::PathEditorGrafico>},
+      {"preferences.LinguaAttuale", T::testo, p, Preferenza<&PrefRecord::LinguaAttuale>},
+      {"preferences.FolderSavegameExt", T::testo, p, Preferenza<&PrefRecord::FolderSavegameExt>},
+      {"preferences.FolderScriptEx", T::testo, p, Preferenza<&PrefRecord::FolderScriptEx>},
+      {"preferences.LinguaDatDefault", T::testo, p, Preferenza<&PrefRecord::LinguaDatDefault>},
+      {"preferences.Flags", T::intero, p, Preferenza<&PrefRecord::Flags>},
+      {"preferences.VersioneSubBumber", T::intero, p, Preferenza<&PrefRecord::VersioneSubBumber>},
+      {"preferences.NumeroArcSavegame", T::intero, p, Preferenza<&PrefRecord::NumeroArcSavegame>},
+      {"preferences.TimerDecimi", T::intero, p, Preferenza<&PrefRecord::TimerDecimi>},
+      {"preferences.TestShowScreenShot", T::booleano, p, Preferenza<&PrefRecord::TestShowScreenShot>},
+      {"preferences.TestChiediDopoCattura", T::booleano, p, Preferenza<&PrefRecord::TestChiediDopoCattura>},
+      {"preferences.TestNoAutoCompile", T::booleano, p, Preferenza<&PrefRecord::TestNoAutoCompile>},
+      {"preferences.TestConfrontaUguali", T::booleano, p, Preferenza<&PrefRecord::TestConfrontaUguali>},
+      {"preferences.TestLogFile", T::booleano, p, Preferenza<&PrefRecord::TestLogFile>},
+      {"preferences.TestNonDecomprimere", T::booleano, p, Preferenza<&PrefRecord::TestNonDecomprimere>},
+      {"preferences.TestFullBackup", T::booleano, p, Preferenza<&PrefRecord::TestFullBackup>},
+      {"preferences.TestAutoSave", T::booleano, p, Preferenza<&PrefRecord::TestAutoSave>},
+      {"preferences.TestArchiviaSavegame", T::booleano, p, Preferenza<&PrefRecord::TestArchiviaSavegame>},
+      {"preferences.TestVerifyImpage", T::booleano, p, Preferenza<&PrefRecord::TestVerifyImpage>},
+      {"preferences.TestAttivaJoystick", T::booleano, p, Preferenza<&PrefRecord::TestAttivaJoystick>},
+      {"preferences.size", T::intero, p, [](const Fatti& f) { return Dimensione(f.preferenze); }},
+      {"archive.NVersione", T::intero, a, Archivio<&ArchivioHeader::NVersione>},
+      {"archive.TotLivelli", T::intero, a, Archivio<&ArchivioHeader::TotLivelli>},
+      {"archive.TotCD", T::intero, a, Archivio<&ArchivioHeader::TotCD>},
+      {"archive.MainDir", T::testo, a, Archivio<&ArchivioHeader::MainDir>},
+      {"archive.SecondaryDir", T::testo, a, Archivio<&ArchivioHeader::SecondaryDir>},
+      {"archive.TestCompresso", T::booleano, a, Archivio<&ArchivioHeader::TestCompresso>},
+      {"archive.TestAudioInMp3", T::booleano, a, Archivio<&ArchivioHeader::TestAudioInMp3>},
+      {"archive.TestSetupCd", T::booleano, a, Archivio<&ArchivioHeader::TestSetupCd>},
+      {"archive.SizeMainDir", T::numero, a, Archivio<&ArchivioHeader::SizeMainDir>},
+      {"archive.SizeSecondayDir", T::numero, a, Archivio<&ArchivioHeader::SizeSecondayDir>},
+      {"archive.levels_read", T::intero, a,
+       [](const Fatti& f) -> std::optional<ValoreCampo> { return static_cast<double>(f.archivio.livelli.size()); }},
+      {"script.levels", T::intero, Membro::script,
+       [](const Fatti& f) -> std::optional<ValoreCampo> { return static_cast<double>(f.script.livelli.size()); }},
+      {"windows.product", T::testo, e, [](const Fatti& f) -> std::optional<ValoreCampo> { return Win(f).prodotto; }},
+      {"windows.version", T::versione, e,
+       [](const Fatti& f) -> std::optional<ValoreCampo> {
+         const auto& w = Win(f);
+         return std::to_string(w.maggiore) + "." + std::to_string(w.minore) + "." + std::to_string(w.build);
+       }},
+      {"windows.major", T::intero, e, [](const Fatti& f) -> std::optional<ValoreCampo> { return Numero(Win(f).maggiore); }},
+      {"windows.minor", T::intero, e, [](const Fatti& f) -> std::optional<ValoreCampo> { return Numero(Win(f).minore); }},
+      {"windows.build", T::intero, e, [](const Fatti& f) -> std::optional<ValoreCampo> { return Numero(Win(f).build); }},
+      {"windows.display_version", T::testo, e,
+       [](const Fatti& f) -> std::optional<ValoreCampo> { return Win(f).rilascio; }},
+      {"windows.bits", T::intero, e,
+       [](const Fatti& f) -> std::optional<ValoreCampo> { return Win(f).windows64 ? 64.0 : 32.0; }},
+      {"windows.wow64", T::booleano, e, [](const Fatti& f) -> std::optional<ValoreCampo> { return Win(f).wow64; }},
+      {"windows.wine", T::booleano, e, [](const Fatti& f) -> std::optional<ValoreCampo> { return Win(f).wine; }},
+      {"windows.wine_version", T::testo, e,
+       [](const Fatti& f) -> std::optional<ValoreCampo> { return Win(f).versioneWine; }},
+      {"windows.uac", T::booleano, e, [](const Fatti& f) -> std::optional<ValoreCampo> { return Win(f).uac; }},
+      {"windows.virtualization", T::booleano, e,
+       [](const Fatti& f) -> std::optional<ValoreCampo> { return Win(f).virtualizzazione; }},
+      {"windows.codepage", T::intero, e,
+       [](const Fatti& f) -> std::optional<ValoreCampo> { return Numero(Win(f).codePage); }},
+      {"windows.dpi", T::intero, e, [](const Fatti& f) -> std::optional<ValoreCampo> { return Numero(Win(f).dpi); }},
+      {"program.version", T::versione, e,
+       [](const Fatti& f) -> std::optional<ValoreCampo> { return f.ambiente.ambiente.versioneProgramma; }},
+      {"program.bits", T::intero, e,
+       [](const Fatti& f) -> std::optional<ValoreCampo> {
+         return static_cast<double>(f.ambiente.ambiente.bitProgramma);
+       }},
+  };
+  return c;
+}
+
+// One part of a version: its leading digits without leading zeros, and what follows them.
+struct Parte {
+  std::string_view cifre, resto;
+};
+Parte ProssimaParte(std::string_view& v) {
+  while (!v.empty() && (v.front() == ' ' || v.front() == '.' || v.front() == ',')) v.remove_prefix(1);
+  std::size_t fine = 0;
+  while (fine < v.size() && v[fine] != '.' && v[fine] != ',') ++fine;
+  std::string_view p = v.substr(0, fine);
+  v.remove_prefix(fine);
+  while (!p.empty() && p.back() == ' ') p.remove_suffix(1);
+  std::size_t c = 0;
+  while (c < p.size() && p[c] >= '0' && p[c] <= '9') ++c;
+  std::string_view cifre = p.substr(0, c);
+  while (!cifre.empty() && cifre.front() == '0') cifre.remove_prefix(1);
+  return {cifre, p.substr(c)};
+}
+
+template <typename T>
+bool Ordina(Operatore op, const T& a, const T& b) {
+  switch (op) {
+    case Operatore::uguale:
+      return a == b;
+    case Operatore::diverso:
+      return a != b;
+    case Operatore::minore:
+      return a < b;
+    case Operatore::minoreUguale:
+      return a <= b;
+    case Operatore::maggiore:
+      return a > b;
+    case Operatore::maggioreUguale:
+      return a >= b;
+    default:
+      return false;
+  }
+}
+
+}  // namespace
+
+const std::vector<CampoRegola>& CampiRegole() {
+  static const std::vector<CampoRegola> campi = FaiCampi();
+  return campi;
+}
+
+const CampoRegola* CercaCampo(std::string_view nome) {
+  for (const CampoRegola& c : CampiRegole())
+    if (c.nome == nome) return &c;
+  return nullptr;
+}
+
+const char* NomeTipo(TipoCampo t) {
+  static constexpr const char* kNomi[] = {"integer", "number", "text", "version", "true/false"};
+  return kNomi[static_cast<int>(t)];
+}
+
+std::string TestoCampiRegole() {
+  std::string t;
+  for (const CampoRegola& c : CampiRegole()) {
+    char riga[128];
+    std::snprintf(riga, sizeof riga, "%-34.*s %-11s %s\n", static_cast<int>(c.nome.size()), c.nome.data(),
+                  NomeTipo(c.tipo), collection::VoceDi(c.membro).nomeDati);
+    t += riga;
+  }
+  return t;
+}
+
+int ConfrontaVersioni(std::string_view a, std::string_view b) {
+  while (true) {
+    const bool finita = a.find_first_not_of(" .,") == std::string_view::npos &&
+                        b.find_first_not_of(" .,") == std::string_view::npos;
+    if (finita) return 0;
+    const Parte pa = ProssimaParte(a), pb = ProssimaParte(b);
+    if (pa.cifre.size() != pb.cifre.size()) return pa.cifre.size() < pb.cifre.size() ? -1 : 1;
+    if (const int c = pa.cifre.compare(pb.cifre)) return c < 0 ? -1 : 1;
+    const std::string ra = host::Maiuscolo(pa.resto), rb = host::Maiuscolo(pb.resto);
+    if (const int c = ra.compare(rb)) return c < 0 ? -1 : 1;
+  }
+}
+
+void Piega(std::string_view s, std::string& out) {
+  out.resize(s.size());
+  for (std::size_t i = 0; i < s.size(); ++i) out[i] = s[i] == '/' ? '\\' : host::Maiuscola(s[i]);
+}
+
+Modello FaiModello(std::string_view pattern) {
+  Modello m;
+  m.percorso = !pattern.empty() && (pattern.front() == '/' || pattern.front() == '\\');
+  Piega(pattern, m.testo);
+  if (m.percorso) {
+    const std::size_t primo = m.testo.find_first_not_of('\\');
+    m.testo = "\\" + (primo == std::string::npos ? std::string() : m.testo.substr(primo));
+  }
+  m.jolly = host::HaJolly(m.testo);
+  return m;
+}
+
+bool Corrisponde(const Modello& m, std::string_view nome) {
+  const std::string_view p = m.testo;
+  if (!m.jolly) return p == nome;
+  // The literal head and tail first: most names fail there, without the walk.
+  const std::size_t primaStella = p.find('*');
+  if (primaStella == std::string_view::npos) {
+    if (p.size() != nome.size()) return false;
+    for (std::size_t i = 0; i < p.size(); ++i)
+      if (p[i] != '?' && p[i] != nome[i]) return false;
+    return true;
+  }
+  const std::size_t ultimaStella = p.rfind('*');
+  const std::string_view testa = p.substr(0, primaStella), coda = p.substr(ultimaStella + 1);
+  if (testa.size() + coda.size() > nome.size()) return false;
+  for (std::size_t i = 0; i < testa.size(); ++i)
+    if (testa[i] != '?' && testa[i] != nome[i]) return false;
+  const std::string_view fineNome = nome.substr(nome.size() - coda.size());
+  for (std::size_t i = 0; i < coda.size(); ++i)
+    if (coda[i] != '?' && coda[i] != fineNome[i]) return false;
+  // Between the first and the last star: two pointers with one point to go back to, never more, so no
+  // pattern takes more than a pass for each star.
+  const std::string_view pm = p.substr(primaStella, ultimaStella + 1 - primaStella);
+  const std::string_view n = nome.substr(testa.size(), nome.size() - testa.size() - coda.size());
+  std::size_t pi = 0, ni = 0, stella = std::string_view::npos, dopo = 0;
+  while (ni < n.size()) {
+    if (pi < pm.size() && pm[pi] == '*') {
+      stella = pi++;
+      dopo = ni;
+    } else if (pi < pm.size() && (pm[pi] == '?' || pm[pi] == n[ni])) {
+      ++pi;
+      ++ni;
+    } else if (stella != std::string_view::npos) {
+      pi = stella + 1;
+      ni = ++dopo;
+    } else {
+      return false;
+    }
+  }
+  while (pi < pm.size() && pm[pi] == '*') ++pi;
+  return pi == pm.size();
+}
+
+bool Confronta(const Confronto& c, TipoCampo tipo, const ValoreCampo& v) {
+  std::string piegato;
+  for (const Termine& t : c) {
+    bool ok = false;
+    switch (tipo) {
+      case TipoCampo::intero:
+      case TipoCampo::numero: {
+        const double x = std::get<double>(v);
+        if (t.op == Operatore::bit)
+          ok = x >= -9007199254740992.0 && x <= 9007199254740992.0 &&
+               (static_cast<std::int64_t>(x) & t.bit) == t.bit;
+        else
+          ok = Ordina(t.op, x, t.numero);
+        break;
+      }
+      case TipoCampo::testo:
+      case TipoCampo::versione: {
+        Piega(std::get<std::string>(v), piegato);
+        if (t.op == Operatore::corrisponde)
+          ok = Corrisponde(t.modello, piegato);
+        else if (tipo == TipoCampo::versione)
+          ok = Ordina(t.op, ConfrontaVersioni(piegato, t.testo), 0);
+        else
+          ok = Ordina(t.op, piegato, t.testo);
+        break;
+      }
+      case TipoCampo::booleano:
+        ok = Ordina(t.op, std::get<bool>(v), t.booleano);
+        break;
+    }
+    if (!ok) return false;
+  }
+  return true;
+}
+
+}  // namespace analysis
