@@ -35,9 +35,10 @@ trle = [(("\\data\\livello%03d\\sub%02d\\file%03d.tr4" % (k // 2000, k // 100 % 
         for k in range(200000)]
 trle += [(("\\data\\l%03d.tr4" % k).encode(), 1000) for k in range(100) if k % 10]
 open(d + "/trle.el", "wb").write(lista(b"C:\\Giochi\\Trle", trle))
-nomi = b"".join(("DATA\\L%03d" % k).encode() + b"\0" for k in range(100))
-tabella = b"".join(struct.pack('<h', 0) for _ in range(99)) + struct.pack('<h', len(nomi) - 30)
-open(d + "/script.dat", "wb").write(b"\0" * 10 + struct.pack('<h', 100) + b"\0" * 44 + tabella + nomi)
+nomi = [("DATA\\L%03d" % k).encode() + b"\0" for k in range(100)]
+tabella = b"".join(struct.pack('<H', sum(len(n) for n in nomi[:k])) for k in range(100))
+blocco = b"".join(nomi)
+open(d + "/script.dat", "wb").write(b"\0" * 10 + struct.pack('<HH', 100, len(blocco)) + b"\0" * 42 + tabella + blocco)
 open(d + "/infofile.bin", "wb").write(b"\0" * 791)
 PY
 "$cli" pack "$dir/grande.bin" "$dir/infofile.bin" "$dir/trle.el" "$dir/script.dat" >/dev/null

@@ -40,7 +40,8 @@ std::string Script(const std::vector<std::string>& livelli) {
     tabella += Le16(static_cast<int>(nomi.size()));
     nomi += l + '\0';
   }
-  std::string testa = std::string(10, '\0') + Le16(static_cast<int>(livelli.size())) + std::string(44, '\0');
+  std::string testa = std::string(10, '\0') + Le16(static_cast<int>(livelli.size())) +
+                      Le16(static_cast<int>(nomi.size())) + std::string(42, '\0');
   return testa + tabella + nomi + std::string(40, '\0');
 }
 

@@ -32,6 +32,8 @@ enum class StatoMembro {
 struct Record {
   StatoMembro stato = StatoMembro::assente;
   std::string problema;
+  // The file's length in bytes; 0 when it is absent.
+  std::int64_t dimensione = 0;
 };
 
 // A list member: the entries read (all of them when `stato` is letto, those before the fault when not).

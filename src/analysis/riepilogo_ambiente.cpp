@@ -6,6 +6,8 @@
 #include <set>
 #include <string_view>
 
+#include "analysis/riepilogo_aree.h"
+#include "analysis/riepilogo_installazione.h"
 #include "collection/snapshot.h"
 #include "host/nomi.h"
 #include "support/files.h"
@@ -120,19 +122,18 @@ bool SottoCartellaProtetta(const std::string& cartella) {
 
 class Ambiente {
  public:
-  explicit Ambiente(const formats::Ambiente& a) : a_(a) {}
+  Ambiente(const Contesto& c, const formats::Ambiente& a) : c_(c), a_(a) {}
 
-  std::vector<Esito> Verifica(const std::vector<ElencoDiCartella>& elenchi) {
+  void Verifica(const std::vector<ElencoDiCartella>& elenchi) {
     Dll();
     Impostazioni();
     AccessoControllato(elenchi);
-    return std::move(esiti_);
   }
 
  private:
-  void Aggiungi(const char* id, Gravita g, std::string titolo, std::vector<Evidenza> evidenze = {},
+  void Aggiungi(IdEsito id, Gravita g, std::string titolo, std::vector<Evidenza> evidenze = {},
                 std::string azione = {}) {
-    esiti_.push_back({id, g, std::move(titolo), std::move(evidenze), std::move(azione)});
+    c_.Aggiungi(id, g, std::move(titolo), std::move(evidenze), std::move(azione));
   }
 
   void Dll() {
@@ -145,13 +146,13 @@ class Ambiente {
         if (d.origine != host::Origine::nonTrovata) continue;
         ++mancanti;
         Aggiungi(
-            "dll.not-found", Gravita::fail, nome + " imports " + d.nome + ", which Windows cannot find",
+            IdEsito::dllNotFound, Gravita::fail, nome + " imports " + d.nome + ", which Windows cannot find",
             {{"executable", e.percorso}, {"dll", d.nome}, {"machine", formats::NomeMacchina(e.macchina)}},
             AzioneDll(d.nome, e.macchina) + " Until then " + nome + " does not start.");
       }
     }
     if (mancanti == 0 && dll > 0)
-      Aggiungi("dll.all-found", Gravita::pass,
+      Aggiungi(IdEsito::dllAllFound, Gravita::pass,
                "Windows finds every DLL the executables import: " +
                    Quanti(static_cast<std::size_t>(dll), "DLL") + ", " +
                    Quanti(a_.eseguibili.size(), "executable"),
@@ -166,7 +167,7 @@ class Ambiente {
   void Marchio(const std::string& file, int zona) {
     if (!ZonaDelWeb(zona)) return;
     ++segnalati_;
-    Aggiungi("web.marked", Gravita::warn,
+    Aggiungi(IdEsito::webMarked, Gravita::warn,
              support::EstraiNomeFile(file) + " carries the mark of the web: zone " + TestoZona(zona),
              {{"file", file}, {"zone", static_cast<std::int64_t>(zona)}},
              "Open the file's Properties and tick \"Unblock\", or unblock the downloaded zip and extract it "
@@ -186,7 +187,7 @@ class Ambiente {
           effetti += (effetti.empty() ? "" : "; ") + EffettoLivello(livello);
         if (effetti.empty()) continue;
         ++segnalati_;
-        Aggiungi("exe.compat-layers", Gravita::warn,
+        Aggiungi(IdEsito::exeCompatLayers, Gravita::warn,
                  support::EstraiNomeFile(e.percorso) + " runs with compatibility layers set in " + l.radice,
                  {{"executable", e.percorso}, {"root", l.radice}, {"layers", l.dati}},
                  effetti +
@@ -196,7 +197,7 @@ class Ambiente {
       }
     }
     if (segnalati_ == 0 && !a_.eseguibili.empty())
-      Aggiungi("exe.settings-ok", Gravita::pass,
+      Aggiungi(IdEsito::exeSettingsOk, Gravita::pass,
                "The level tools carry no compatibility layer and no mark of the web");
   }
 
@@ -214,12 +215,12 @@ class Ambiente {
       const std::vector<Evidenza> evidenze = {
           {"folder", ruolo}, {"path", cartella}, {"EnableControlledFolderAccess", std::int64_t{*valore}}};
       if (*valore == 2)
-        Aggiungi("cfa.audit", Gravita::pass,
+        Aggiungi(IdEsito::cfaAudit, Gravita::pass,
                  "Controlled Folder Access only audits the " + ruolo + " folder, below a guarded folder",
                  evidenze);
       else
         Aggiungi(
-            "cfa.guarded-folder", Gravita::warn,
+            IdEsito::cfaGuardedFolder, Gravita::warn,
             "Controlled Folder Access is on and the " + ruolo + " folder is below a folder it guards",
             evidenze,
             "Allow the level editor, tomb4.exe and ordl2009.exe in Windows Security, Ransomware protection, "
@@ -227,9 +228,9 @@ class Ambiente {
     }
   }
 
+  const Contesto& c_;
   const formats::Ambiente& a_;
   std::int64_t segnalati_ = 0;
-  std::vector<Esito> esiti_;
 };
 
 }  // namespace
@@ -244,7 +245,7 @@ const formats::MembroNonLetto* MembroNonLettoDi(const AmbienteLetto& a, collecti
 Esito MembroIlleggibile(const formats::MembroNonLetto& n, collection::Membro m) {
   const char* nome = collection::VoceDi(m).nomeDati;
   const std::string motivo = collection::MotivoEsclusione(n.errore);
-  return {"member.unreadable",
+  return {std::string(VoceDi(IdEsito::memberUnreadable).id),
           Gravita::warn,
           std::string("The check could not read ") + nome + ": " + motivo,
           {{"member", nome},
@@ -254,24 +255,20 @@ Esito MembroIlleggibile(const formats::MembroNonLetto& n, collection::Membro m) 
           "Close Ordelio and the level editor, then run the check again."};
 }
 
-std::vector<Esito> VerificaAmbiente(const AmbienteLetto& a, const std::vector<ElencoDiCartella>& elenchi) {
+void VerificaAmbiente(const Contesto& c) {
+  const AmbienteLetto& a = c.fatti.ambiente;
   switch (a.stato) {
     case StatoAmbiente::assente:
-      return {{"environment.not-recorded",
-               Gravita::pass,
-               "The snapshot records no environment: an older program made it",
-               {},
-               {}}};
+      return c.Aggiungi(IdEsito::environmentNotRecorded, Gravita::pass,
+                        "The snapshot records no environment: an older program made it");
     case StatoAmbiente::illeggibile:
-      return {{"environment.unreadable",
-               Gravita::warn,
-               "The snapshot's ambiente.json cannot be read",
-               {{"reason", a.motivo}},
-               "Ask the user for a new snapshot: the checks on the environment were left out."}};
+      return c.Aggiungi(IdEsito::environmentUnreadable, Gravita::warn,
+                        "The snapshot's ambiente.json cannot be read", {{"reason", a.motivo}},
+                        "Ask the user for a new snapshot: the checks on the environment were left out.");
     case StatoAmbiente::letto:
       break;
   }
-  return Ambiente(a.ambiente).Verifica(elenchi);
+  Ambiente(c, a.ambiente).Verifica(ElenchiPresenti(c.fatti));
 }
 
 }  // namespace analysis

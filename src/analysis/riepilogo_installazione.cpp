@@ -5,6 +5,7 @@
 
 #include "analysis/ambiente_dati.h"
 #include "analysis/elenchi.h"
+#include "analysis/riepilogo_aree.h"
 #include "host/nomi.h"
 
 namespace analysis {
@@ -38,43 +39,41 @@ std::string SenzaBarra(std::string cartella) {
 
 class Installazione {
  public:
-  std::vector<Esito> Verifica(const std::vector<ElencoDiCartella>& elenchi,
-                              const formats::Ambiente* ambiente) {
+  explicit Installazione(const Contesto& c) : c_(c) {}
+
+  void Verifica(const std::vector<ElencoDiCartella>& elenchi, const formats::Ambiente* ambiente) {
     for (const auto& e : elenchi) Cartella(e.ruolo, *e.elenco);
-    if (esiti_.empty())
-      esiti_.push_back({"install.paths-ok",
-                        Gravita::pass,
-                        "The installation folders are outside Program Files and OneDrive, plain and short",
-                        {},
-                        {}});
+    if (avvisi_ == 0)
+      c_.Aggiungi(IdEsito::installPathsOk, Gravita::pass,
+                  "The installation folders are outside Program Files and OneDrive, plain and short");
     if (ambiente) VirtualStore(*ambiente);
-    return std::move(esiti_);
   }
 
  private:
-  void Avvisa(const char* id, std::string titolo, std::vector<Evidenza> evidenze, std::string azione) {
-    esiti_.push_back({id, Gravita::warn, std::move(titolo), std::move(evidenze), std::move(azione)});
+  void Avvisa(IdEsito id, std::string titolo, std::vector<Evidenza> evidenze, std::string azione) {
+    ++avvisi_;
+    c_.Aggiungi(id, Gravita::warn, std::move(titolo), std::move(evidenze), std::move(azione));
   }
 
   void Cartella(const std::string& ruolo, const formats::ElencoFile& elenco) {
     const std::string cartella = SenzaBarra(elenco.CartellaBase);
     const std::vector<Evidenza> evidenza = {{"folder", ruolo}, {"path", cartella}};
     if (SottoProgrammi(cartella))
-      Avvisa("install.program-files", "The " + ruolo + " folder is below a Program Files folder", evidenza,
+      Avvisa(IdEsito::installProgramFiles, "The " + ruolo + " folder is below a Program Files folder", evidenza,
              std::string("Files the level tools write there may live in the user's VirtualStore and differ "
                          "from what others see; installing in a folder of the user's, ") +
                  kAltrove + ", avoids it.");
     if (!SoloAscii(cartella))
-      Avvisa("install.non-ascii-path", "The " + ruolo + " folder's path has characters outside ASCII",
+      Avvisa(IdEsito::installNonAsciiPath, "The " + ruolo + " folder's path has characters outside ASCII",
              evidenza,
              std::string("Move the installation to a folder whose path is plain ASCII, ") + kAltrove +
                  ": the level tools may not open it.");
     if (SottoOneDrive(cartella))
-      Avvisa("install.onedrive", "The " + ruolo + " folder is below a OneDrive folder", evidenza,
+      Avvisa(IdEsito::installOnedrive, "The " + ruolo + " folder is below a OneDrive folder", evidenza,
              std::string("Move the installation out of OneDrive into a folder of the user's, ") + kAltrove +
                  ": OneDrive may keep files online only or lock them while it syncs.");
     if (cartella.size() + kMargine >= kLimite)
-      Avvisa("install.long-path",
+      Avvisa(IdEsito::installLongPath,
              "The " + ruolo + " folder's path is " + std::to_string(cartella.size()) +
                  " characters long, near the limit of 260",
              {{"folder", ruolo}, {"path", cartella}, {"length", static_cast<std::int64_t>(cartella.size())}},
@@ -95,12 +94,12 @@ class Installazione {
       if (lunghezza + 1 > kLimite && lunghi++ == 0) primoLungo = nome;
     }
     if (illeggibili > 0)
-      Avvisa("install.unshowable-name",
+      Avvisa(IdEsito::installUnshowableName,
              "The " + ruolo + " folder holds names with characters the Windows code page cannot show",
              {{"folder", ruolo}, {"names", illeggibili}, {"first", primoIlleggibile}},
              "Rename those files and folders with plain letters: the level tools cannot open them.");
     if (lunghi > 0)
-      Avvisa("install.long-name",
+      Avvisa(IdEsito::installLongName,
              "The " + ruolo + " folder holds paths that reach the limit of 260 characters",
              {{"folder", ruolo}, {"names", lunghi}, {"first", primoLungo}},
              std::string("Shorten those names, or move the installation to a shorter path, ") + kAltrove +
@@ -116,7 +115,7 @@ class Installazione {
     std::vector<Evidenza> evidenze = {{"members", membri},
                                       {"listed_files", static_cast<std::int64_t>(a.fileVirtualiTotale)}};
     if (!a.fileVirtuali.empty()) evidenze.push_back({"first_listed", a.fileVirtuali.front()});
-    Avvisa("install.virtualstore",
+    Avvisa(IdEsito::installVirtualstore,
            "Windows served " + Quanti(a.membriVirtuali.size(), "member") + " and " +
                Quanti(a.fileVirtualiTotale, "listed file") + " from the VirtualStore",
            std::move(evidenze),
@@ -126,7 +125,8 @@ class Installazione {
                kAltrove + ", and copy the VirtualStore's files into it.");
   }
 
-  std::vector<Esito> esiti_;
+  const Contesto& c_;
+  std::int64_t avvisi_ = 0;
 };
 
 }  // namespace
@@ -142,9 +142,19 @@ std::vector<std::string> ComponentiCartella(const std::string& cartella) {
   return parti;
 }
 
-std::vector<Esito> VerificaInstallazione(const std::vector<ElencoDiCartella>& elenchi,
-                                         const formats::Ambiente* ambiente) {
-  return Installazione().Verifica(elenchi, ambiente);
+std::vector<ElencoDiCartella> ElenchiPresenti(const Fatti& f) {
+  std::vector<ElencoDiCartella> elenchi;
+  if (f.trle.stato != StatoMembro::assente) elenchi.push_back({"editor", &f.trle.letto->elenco});
+  if (f.ordl.stato != StatoMembro::assente) elenchi.push_back({"Ordelio", &f.ordl.letto->elenco});
+  if (f.dirarc.stato != StatoMembro::assente) elenchi.push_back({"archive", &f.dirarc.letto->elenco});
+  return elenchi;
+}
+
+void VerificaInstallazione(const Contesto& c) {
+  const std::vector<ElencoDiCartella> elenchi = ElenchiPresenti(c.fatti);
+  if (elenchi.empty()) return;
+  const AmbienteLetto& a = c.fatti.ambiente;
+  Installazione(c).Verifica(elenchi, a.stato == StatoAmbiente::letto ? &a.ambiente : nullptr);
 }
 
 }  // namespace analysis

@@ -1,12 +1,11 @@
-// The findings about where things are installed, from the folders and names of the snapshot's three lists:
-// below a program-files folder (UAC virtualization), characters the level tools cannot open, OneDrive, and
-// paths near the 260-character limit; and the files Windows served from the VirtualStore.
+// What the checks on where things are installed (below a program-files folder, characters the level tools
+// cannot open, OneDrive, paths near the 260-character limit, the VirtualStore) share with the environment's:
+// the snapshot's lists by the folder they list, and a folder's components.
 #pragma once
 
 #include <vector>
 
-#include "analysis/riepilogo.h"
-#include "formats/ambiente.h"
+#include "analysis/fatti.h"
 #include "formats/elenco.h"
 
 namespace analysis {
@@ -17,10 +16,8 @@ struct ElencoDiCartella {
   const formats::ElencoFile* elenco;
 };
 
-// A warning for each thing found in the folders, else one pass line; then, with the check run's environment,
-// one warning that names the members and listed files that came from the VirtualStore.
-std::vector<Esito> VerificaInstallazione(const std::vector<ElencoDiCartella>& elenchi,
-                                         const formats::Ambiente* ambiente = nullptr);
+// The lists the snapshot holds, read whole or not: their folders were read either way.
+std::vector<ElencoDiCartella> ElenchiPresenti(const Fatti& f);
 
 // The components of a Windows path after its drive, in upper case.
 std::vector<std::string> ComponentiCartella(const std::string& cartella);

@@ -44,11 +44,34 @@ bool LeggiLivelliScript(const std::string& percorso, std::int32_t& numero,
   numero = 0;
   livelli.clear();
   if (!support::FileExists(percorso)) return false;
-  // The head, the table of at most 32767 entries and a block of at most 32767 bytes: never more.
-  constexpr std::size_t kMassimo = kDimensioneIntestazioneScript + 2 * 32767 + 32767;
   std::string byte;
-  if (LeggiTesta(percorso, kMassimo, &byte, nullptr)) livelli = AnalizzaScript(byte, numero);
+  if (LeggiTesta(percorso, kLetturaScript, &byte, nullptr)) livelli = AnalizzaScript(byte, numero);
   return true;
+}
+
+std::string ProblemaScript(std::string_view byte) {
+  if (byte.size() < kDimensioneIntestazioneScript)
+    return std::to_string(byte.size()) + " bytes, shorter than the script's head of " +
+           std::to_string(kDimensioneIntestazioneScript);
+  const std::int32_t numero = host::I16LE(byte, kOffsetNumeroLivelliScript);
+  if (numero <= 0) return "its head counts " + std::to_string(numero) + " level files";
+  const auto n = static_cast<std::size_t>(numero);
+  const std::size_t inizio = kDimensioneIntestazioneScript + 2 * n;
+  const std::size_t lunghezza = host::U16LE(byte, kOffsetLunghezzaNomiScript);
+  if (inizio + lunghezza > byte.size())
+    return "its table of " + std::to_string(n) + " level files and their names (" +
+           std::to_string(lunghezza) + " bytes) run past the end of the file";
+  const std::string_view blocco = byte.substr(inizio, lunghezza);
+  const auto quale = [n](std::size_t i) { return std::to_string(i + 1) + " of " + std::to_string(n); };
+  std::size_t atteso = 0;
+  for (std::size_t i = 0; i < n; ++i) {
+    if (host::U16LE(byte, kDimensioneIntestazioneScript + 2 * i) != atteso)
+      return "the table's entry for level file " + quale(i) + " does not point where the name before ends";
+    const std::size_t fine = blocco.find('\0', atteso);
+    if (fine == std::string_view::npos) return "the name of level file " + quale(i) + " runs past its block";
+    atteso = fine + 1;
+  }
+  return "";
 }
 
 }  // namespace formats

@@ -79,6 +79,7 @@ std::string Script(const std::vector<std::string>& livelli) {
     host::AccodaLE(tabella, static_cast<std::uint16_t>(nomi.size()));
     nomi += l + '\0';
   }
+  host::ScriviLE(testa, 12, static_cast<std::uint16_t>(nomi.size()));
   return testa + tabella + nomi + std::string(30, '\0');
 }
 

@@ -34,6 +34,7 @@ std::string Con(std::string t, const std::string& a, const std::string& b) {
 std::string Script(const std::string& a) {
   std::string b(56, '\0');
   host::ScriviLE(b, 10, std::uint16_t{1});
+  host::ScriviLE(b, 12, std::uint16_t{11});
   host::AccodaLE(b, std::uint16_t{0});
   b += std::string("data\\title") + '\0' + std::string(20, '\0');
   return b + "C:\\Users\\" + a + "\\Desktop\\Trle\\script.txt" + '\0';

@@ -13,10 +13,12 @@
 
 #include "ambiente_prova.h"
 #include "analysis/forma_analisi.h"
+#include "analysis/id_esiti.h"
 #include "esadecimale.h"
 #include "formats/archivio.h"
 #include "formats/info_header.h"
 #include "formats/preferenze.h"
+#include "host/byte_le.h"
 #include "macchina_prova.h"
 #include "support/files.h"
 
@@ -33,14 +35,17 @@ std::string Elenco(const std::string& base, const std::vector<std::pair<std::str
   return b;
 }
 
-// The count at offset 10, a table of offsets of which only the last is read (30 bytes past it must hold the
-// last name), the names.
+// A level script as the editor's compiler writes it: the count at offset 10 and the names' length at 12, a
+// table of offsets, the names.
 std::string Script(const std::vector<std::string>& livelli) {
-  std::string nomi;
-  for (const auto& l : livelli) nomi += l + '\0';
-  const auto n = static_cast<std::int32_t>(livelli.size());
-  return std::string(10, '\0') + Le32(n).substr(0, 2) + std::string(42 + 2 * n, '\0') +
-         Le32(static_cast<std::int32_t>(nomi.size())).substr(0, 2) + nomi;
+  std::string testa(56, '\0'), tabella, nomi;
+  for (const auto& l : livelli) {
+    host::AccodaLE(tabella, static_cast<std::uint16_t>(nomi.size()));
+    nomi += l + '\0';
+  }
+  host::ScriviLE(testa, 10, static_cast<std::uint16_t>(livelli.size()));
+  host::ScriviLE(testa, 12, static_cast<std::uint16_t>(nomi.size()));
+  return testa + tabella + nomi;
 }
 
 struct Caso {
@@ -70,10 +75,16 @@ struct Caso {
     p.PathTRLE.Assegna("c:\\giochi\\TRLE\\");
     a.TotLivelli = 2;
   }
+  // The header and as many level records as it counts.
+  std::string Archivio() const {
+    std::string archivio = formats::CodificaArchivioHeader(a);
+    for (std::int32_t i = 0; i < a.TotLivelli; ++i) archivio += formats::CodificaArchivioLivello({});
+    return archivio;
+  }
   std::string Snapshot() {
     membri.try_emplace("infofile.bin", formats::CodificaInfoHeader(h));
     membri.try_emplace("ordelio.prf", formats::CodificaPreferenze(p));
-    membri.try_emplace("Archivio.QLV", formats::CodificaArchivioHeader(a));
+    membri.try_emplace("Archivio.QLV", Archivio());
     std::erase_if(membri, [](const auto& m) { return m.second.empty(); });
     std::string tabella, corpi;
     for (const auto& [nome, byte] : membri) {
@@ -83,6 +94,31 @@ struct Caso {
     return Le32(static_cast<std::int32_t>(membri.size())) + tabella + corpi;
   }
 };
+
+// The case's snapshot opened and checked, with the sample lists beside the program when it asks for them.
+analysis::RiepilogoSnapshot Verifica(Caso& c, MacchinaProva& m) {
+  MacchinaProva::ScriviHost(m.C("s.bin"), c.Snapshot());
+  EXPECT_TRUE(support::CreaCartella("C:\\Dati"));
+  // The good copy of a backup folder that holds tomb4.exe and a.tr4, and its sample lists.
+  MacchinaProva::ScriviHost(m.C("Campione/tomb4.exe"), "1234");
+  MacchinaProva::ScriviHost(m.C("Campione/a.tr4"), "123");
+  if (c.campioni) {
+    MacchinaProva::ScriviHost(m.C("P/backup_trle.le"), Elenco("C:\\Campione", {{"\\tomb4.exe", 4}, {"\\a.tr4", 3}}));
+    MacchinaProva::ScriviHost(m.C("P/trle_cd.le"), Elenco("D:", {}));
+  }
+  return analysis::ApriEVerifica("C:\\s.bin", "C:\\Dati", "C:\\P", '.');
+}
+
+const char* NomeLivello(analysis::Gravita g) {
+  return g == analysis::Gravita::fail ? "fail" : g == analysis::Gravita::warn ? "warn" : "pass";
+}
+
+// A finding carries an id of the table, with one of the severities the table gives it.
+void EsitoDellaTabella(const analysis::Esito& e) {
+  const analysis::VoceEsito* v = analysis::CercaEsito(e.Id);
+  ASSERT_NE(v, nullptr) << e.Id;
+  EXPECT_NE(v->livelli.find(NomeLivello(e.Livello)), std::string_view::npos) << e.Id << " " << v->livelli;
+}
 
 TEST(Riepilogo, CasiControAttesi) {
   const std::map<std::string, std::function<void(Caso&)>> casi = {
@@ -156,6 +192,15 @@ TEST(Riepilogo, CasiControAttesi) {
        }},
       {"ambiente_illeggibile", [](Caso& c) { c.membri["ambiente.json"] = "{\"format\": 1, \"program\": "; }},
       // Lists that cannot be read leave their checks out; without ordl2009.exe no version is expected.
+      // The files of a walk through damaged snapshots: a script.dat of random bytes, an archive cut to 1,500
+      // bytes whose header counts 2 levels; and records of other lengths.
+      {"danneggiati",
+       [](Caso& c) {
+         c.membri["script.dat"] = MacchinaProva::LeggiHost(CHECKORDL_DATI_PROVA "/riepilogo/script_casuale.bin");
+         c.membri["Archivio.QLV"] = c.Archivio().substr(0, 1500);
+         c.membri["infofile.bin"] = formats::CodificaInfoHeader(c.h).substr(0, 790);
+         c.membri["ordelio.prf"] = formats::CodificaPreferenze(c.p) + "\r\n";
+       }},
       {"elenchi_rotti_senza_ordl2009",
        [](Caso& c) {
          c.membri["TRLE.el"] = Le32(1000) + Stringa("C:\\x") + Stringa("\\tomb4.exe");
@@ -172,18 +217,8 @@ TEST(Riepilogo, CasiControAttesi) {
     MacchinaProva m;
     Caso c;
     prepara(c);
-    MacchinaProva::ScriviHost(m.C("s.bin"), c.Snapshot());
-    ASSERT_TRUE(support::CreaCartella("C:\\Dati"));
-    // The good copy of a backup folder that holds tomb4.exe and a.tr4, and its sample lists.
-    MacchinaProva::ScriviHost(m.C("Campione/tomb4.exe"), "1234");
-    MacchinaProva::ScriviHost(m.C("Campione/a.tr4"), "123");
-    if (c.campioni) {
-      MacchinaProva::ScriviHost(m.C("P/backup_trle.le"),
-                                Elenco("C:\\Campione", {{"\\tomb4.exe", 4}, {"\\a.tr4", 3}}));
-      MacchinaProva::ScriviHost(m.C("P/trle_cd.le"), Elenco("D:", {}));
-    }
-
-    const auto r = analysis::ApriEVerifica("C:\\s.bin", "C:\\Dati", "C:\\P", '.');
+    const auto r = Verifica(c, m);
+    for (const auto& e : r.Esiti) EsitoDellaTabella(e);
     const std::string testo = analysis::TestoRiepilogo(r);
     const std::string json = analysis::JsonRiepilogo("C:\\s.bin", r) + "\n";
     const auto j = nlohmann::json::parse(json);
@@ -195,6 +230,82 @@ TEST(Riepilogo, CasiControAttesi) {
     EXPECT_EQ(testo, MacchinaProva::LeggiHost(cartella + nome + ".txt"));
     EXPECT_LE(RigaPiuLarga(testo), static_cast<std::size_t>(analysis::ColonneAreaProspetto()));
     EXPECT_EQ(json, MacchinaProva::LeggiHost(cartella + nome + ".json"));
+  }
+}
+
+// A finding on one line: "fail archive.cut: title (name: value; ...)".
+std::string Riga(const analysis::Esito& e) {
+  std::string r = std::string(NomeLivello(e.Livello)) + " " + e.Id + ": " + e.Titolo + " (";
+  for (const auto& p : e.Evidenze) {
+    const auto* t = std::get_if<std::string>(&p.Valore);
+    r += p.Nome + ": " + (t ? *t : std::to_string(std::get<std::int64_t>(p.Valore))) + "; ";
+  }
+  return r + ")";
+}
+
+// A member its reader refuses gives its area's finding, no finding that passes over it, and counts as
+// present; the checks of the other members run as ever.
+TEST(Riepilogo, MembriDanneggiati) {
+  struct Danno {
+    const char* nome;
+    std::function<void(Caso&)> danneggia;
+    // The finding's severity and id, a piece of its line (Riga), and the findings that must not show.
+    const char* esito;
+    const char* pezzo;
+    std::vector<std::string> assenti;
+  };
+  const std::vector<std::string> script = {"script.levels-present", "script.level-missing"};
+  const std::vector<std::string> archivio = {"archive.folders-match", "archive.few-folders"};
+  const std::vector<std::string> header = {"flag.none", "disk.space-ok", "ordelio.version"};
+  const std::vector<Danno> danni = {
+      {"script of random bytes",
+       [](Caso& c) {
+         c.membri["script.dat"] = MacchinaProva::LeggiHost(CHECKORDL_DATI_PROVA "/riepilogo/script_casuale.bin");
+       },
+       "fail script.unreadable", "size: 300", script},
+      {"script whose names are cut",
+       [](Caso& c) { c.membri["script.dat"] = Script({"DATA\\TITLE", "DATA\\EGYPT"}).substr(0, 70); },
+       "fail script.unreadable", "run past the end", script},
+      {"archive cut to 1,500 bytes", [](Caso& c) { c.membri["Archivio.QLV"] = c.Archivio().substr(0, 1500); },
+       "fail archive.cut", "holds 0 of the 2 levels", archivio},
+      {"archive's last record cut",
+       [](Caso& c) {
+         const std::string a = c.Archivio();
+         c.membri["Archivio.QLV"] = a.substr(0, a.size() - 1);
+       },
+       "fail archive.cut", "counted: 2; read: 1;", archivio},
+      {"archive shorter than its header",
+       [](Caso& c) { c.membri["Archivio.QLV"] = c.Archivio().substr(0, 545); }, "fail archive.unreadable",
+       "545 bytes", archivio},
+      {"archive counting -1 levels",
+       [](Caso& c) {
+         c.a.TotLivelli = -1;
+         c.membri["Archivio.QLV"] = c.Archivio();
+       },
+       "fail archive.unreadable", "-1 levels", archivio},
+      {"header one byte short",
+       [](Caso& c) { c.membri["infofile.bin"] = formats::CodificaInfoHeader(c.h).substr(0, 790); },
+       "fail header.unreadable", "790 bytes", header},
+      {"header one byte long", [](Caso& c) { c.membri["infofile.bin"] = formats::CodificaInfoHeader(c.h) + "x"; },
+       "fail header.unreadable", "792 bytes", header},
+      {"preferences one byte short",
+       [](Caso& c) { c.membri["ordelio.prf"] = formats::CodificaPreferenze(c.p).substr(0, 2605); },
+       "warn prefs.wrong-length", "2605 bytes", {"prefs.same-editor-folder", "prefs.other-editor-folder"}},
+  };
+  for (const Danno& d : danni) {
+    SCOPED_TRACE(d.nome);
+    MacchinaProva m;
+    Caso c;
+    d.danneggia(c);
+    std::string righe;
+    for (const auto& e : Verifica(c, m).Esiti) righe += Riga(e) + "\n";
+    const std::size_t riga = righe.find(std::string(d.esito) + ":");
+    ASSERT_NE(riga, std::string::npos) << righe;
+    EXPECT_NE(righe.substr(riga, righe.find('\n', riga) - riga).find(d.pezzo), std::string::npos) << righe;
+    for (const std::string& assente : d.assenti) EXPECT_EQ(righe.find(" " + assente + ":"), std::string::npos) << righe;
+    EXPECT_NE(righe.find("pass member.all-present:"), std::string::npos) << righe;
+    // The other members' checks run as ever.
+    EXPECT_NE(righe.find("pass editor.tomb4-present:"), std::string::npos) << righe;
   }
 }
 
