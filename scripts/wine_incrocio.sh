@@ -34,6 +34,8 @@ c=$p/drive_c
 # Both tools from one folder on C:, so that the program folder is the same Windows path for both.
 mkdir -p "$c/Strumenti"
 cp "$nativo/cli/checkordl-cli" "$windows/cli/checkordl-cli.exe" "$c/Strumenti/"
+# The shipped rules beside both, as the builds and the packages place them: both must read them alike.
+cp -r "$nativo/cli/regole" "$c/Strumenti/"
 cp "$nativo/tools/checkordl_sonda" "$windows/tools/checkordl_sonda.exe" "$c/Strumenti/"
 nat=$c/Strumenti/checkordl-cli
 win=$c/Strumenti/checkordl-cli.exe
