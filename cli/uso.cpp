@@ -40,9 +40,10 @@ const std::vector<Verbo>& Tabella() {
        "write a copy of the snapshot with every account name in its paths replaced by user1, user2, ...; "
        "--authors: the level authors too; --key: the stand-ins and the names they replace into FILE",
        VerboAnonymize},
-      {"rules", "check [FILE...] | test FILE SNAPSHOT... | list",
+      {"rules", "check [FILE...] | test FILE SNAPSHOT... | list | fields",
        "check rules files (no FILE: those in force) and print every error with its place; print what each "
-       "rule of FILE says of each snapshot; list the rules in force, their files and the files left out",
+       "rule of FILE says of each snapshot; list the rules in force, their files and the files left out; "
+       "list the fields a rule may compare",
        VerboRules},
       {"demo", "DIR", "make a sample machine in DIR, run the check and every report on it", VerboDemo},
   };

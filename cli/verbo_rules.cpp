@@ -104,11 +104,16 @@ int List() {
 }  // namespace
 
 int VerboRules(const Argomenti& args, MessaggiConsole& msg) {
-  if (args.empty()) return Uso("rules needs check, test or list");
+  if (args.empty()) return Uso("rules needs check, test, list or fields");
   const Argomenti resto(args.begin() + 1, args.end());
   if (args[0] == "check") return Check(resto);
   if (args[0] == "test") return Test(resto, msg);
   if (args[0] == "list") return resto.empty() ? List() : Uso("rules list takes no arguments");
+  if (args[0] == "fields") {
+    if (!resto.empty()) return Uso("rules fields takes no arguments");
+    ScriviByte(analysis::TestoCampiRegole());
+    return 0;
+  }
   return Uso("unknown rules command: " + args[0]);
 }
 

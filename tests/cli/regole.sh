@@ -12,6 +12,14 @@ set -e
 sed "s|^$dati/||" "$t/err" > "$t/errori"
 diff -u "$dati/regole/rotto.txt" "$t/errori" || fail "errors of the broken file"
 [ "$("$cli" rules check "$regole"/*.json)" = "16 rules in 5 files: OK" ] || fail "the shipped rules"
+# The README's examples are rules files the program takes.
+python3 - "$(dirname "$0")/../../README.md" "$t" <<'PY'
+import re, sys
+testo = open(sys.argv[1]).read()
+for n, b in enumerate(re.findall(r"```jsonc\n(.*?)```", testo[testo.index("## Rules"):], re.S)):
+    open(f"{sys.argv[2]}/esempio{n}.json", "w").write(b)
+PY
+"$cli" rules check "$t"/esempio*.json | grep -q '^4 rules in 4 files: OK$' || fail "the README's examples"
 
 "$cli" demo "$WINEPREFIX" >/dev/null 2>&1 || fail "demo"
 printf 12 > "$c/Giochi/Trle/ddraw.dll"
