@@ -51,7 +51,9 @@ int Check(const Argomenti& file) {
     ScriviErrori(f);
   }
   if (errati) {
-    std::fprintf(stderr, "%zu of %zu rules files have errors\n", errati, letti.size());
+    std::fflush(stdout);
+    std::fputs((std::to_string(errati) + " of " + std::to_string(letti.size()) + " rules files have errors\n").c_str(),
+               stderr);
     return 1;
   }
   ScriviByte(std::to_string(regole) + " rules in " + std::to_string(letti.size()) + " files: OK\n");

@@ -74,7 +74,8 @@ TEST(RegoleFonti, CartelleInOrdineELaPiuTardaVince) {
   tutti.push_back(tutti[1]);
   tutti[2].Livello = analysis::Gravita::pass;
   const std::string testo = analysis::TestoRiepilogo(tutti);
-  const std::string riga = "\n" + std::string(33, ' ') + "rule: locali\\mine.json";
+  std::string riga = "\n";
+  riga.append(33, ' ').append("rule: locali\\mine.json");
   std::size_t volte = 0;
   for (auto i = testo.find(riga); i != std::string::npos; i = testo.find(riga, i + 1)) ++volte;
   EXPECT_EQ(volte, 2u) << testo;
