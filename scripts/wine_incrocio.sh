@@ -361,6 +361,13 @@ for v in $voci_report; do
   confronta "report $v" report 'C:\Istantanea.bin' "$v"
 done
 
+# ---- the shipped rules beside both: the same rules in force, and what each says of the snapshot ----
+confronta "rules list" rules list
+confronta "rules check" rules check
+for f in "$c"/Strumenti/regole/*.json; do
+  confronta "rules test $(basename "$f")" rules test "C:\Strumenti\regole\$(basename "$f")" 'C:\Istantanea.bin'
+done
+
 # ---- one program folder for both builds: a lock of either kind keeps the other out. Wine makes LockFileEx a
 # record lock of the host file, which the native build's lock (an open file description's) conflicts with;
 # each kind is held from outside, and both builds must refuse the run ----
