@@ -365,7 +365,8 @@ done
 confronta "rules list" rules list
 confronta "rules check" rules check
 for f in "$c"/Strumenti/regole/*.json; do
-  confronta "rules test $(basename "$f")" rules test "C:\Strumenti\regole\$(basename "$f")" 'C:\Istantanea.bin'
+  n=$(basename "$f")
+  confronta "rules test $n" rules test 'C:\Strumenti\regole\'"$n" 'C:\Istantanea.bin'
 done
 
 # ---- one program folder for both builds: a lock of either kind keeps the other out. Wine makes LockFileEx a
