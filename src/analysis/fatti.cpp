@@ -82,12 +82,10 @@ void LeggiArchivio(const std::string& percorso, ArchivioFatti& a) {
 void LeggiScript(const std::string& percorso, ScriptFatti& s) {
   std::string byte;
   if (!Apri(percorso, formats::kLetturaScript, s, byte)) return;
-  if (std::string problema = formats::ProblemaScript(byte); !problema.empty())
-    return Danneggiato(s, std::move(problema));
-  // As the script report reads them.
-  std::int32_t numero = 0;
-  s.livelli = formats::AnalizzaScript(byte, numero);
-  std::erase_if(s.livelli, [](const std::string& l) { return l.empty(); });
+  formats::TabellaScript t = formats::AnalizzaTabellaScript(byte);
+  if (!t.problema.empty()) return Danneggiato(s, std::move(t.problema));
+  s.livelli = std::move(t.livelli);
+  std::erase_if(s.livelli, [](const std::string& l) { return l == ".tr4"; });
 }
 
 }  // namespace

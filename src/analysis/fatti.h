@@ -48,7 +48,8 @@ struct ArchivioFatti : Record {
 };
 
 struct ScriptFatti : Record {
-  // The level files the script names, each with ".tr4" behind it, empty names left out.
+  // The level files the script's table names, each with ".tr4" behind it, empty names left out: those the
+  // script report shows, but for a long last name, which that report cuts.
   std::vector<std::string> livelli;
 };
 

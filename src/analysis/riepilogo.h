@@ -1,33 +1,15 @@
 // Findings first: what an opened snapshot says about the user's machine, as a short list of checks that
 // failed, look doubtful or passed, each with its evidence and one sentence on what to do. Every check reads
-// the same files in the working folder as the reports, with the same readers.
+// the same files in the working folder as the reports, with the same readers (the level script's table is
+// read whole, where its report reads what it can).
 //
-// Identifiers are stable, so that a folder of snapshots can be sorted by them. A check that fires gives its
-// failure identifier, once per thing it found (one line per missing level, say); a check that does not fire
-// gives one pass line. A check whose files the snapshot lacks gives nothing: the missing member says it.
-//
-//   flag.no-archive flag.no-ordelio-folder flag.no-archive-folder flag.no-backup-folder
-//   flag.no-editor-folder flag.no-preferences flag.no-ordl2009 flag.no-script    fail, a bit of FlagErrori
-//   flag.no-ordeio-txt  warn         flag.unknown-bits  warn         flag.none                pass
-//   member.missing      fail/warn    member.all-present         pass list.unreadable          warn
-//   member.unreadable   warn  (for member.missing when the check run could not read the member)
-//   script.level-missing fail        script.levels-present      pass
-//   editor.empty-level  fail         editor.no-empty-level      pass
-//   editor.no-tomb4     fail         editor.tomb4-present       pass
-//   prefs.other-editor-folder fail   prefs.same-editor-folder   pass
-//   archive.few-folders warn         archive.folders-match      pass
-//   disk.low-space      warn         disk.space-ok              pass
-//   ordelio.no-version  warn         ordelio.version            pass
-//   backup.differs      warn         backup.matches             pass  (only with the sample lists at hand)
-//   backup.no-sample-lists warn  (the sample lists are not beside the program)
-//   install.program-files install.non-ascii-path install.onedrive install.long-path install.unshowable-name
-//   install.long-name   warn         install.paths-ok           pass  (from the lists' folders and names)
-//   install.virtualstore warn  (the members and listed files that came from the VirtualStore)
-//   dll.not-found       fail         dll.all-found              pass  (one line per executable and DLL)
-//   exe.compat-layers   warn  web.marked warn  exe.settings-ok  pass  (layers on the level tools; marked files)
-//   cfa.guarded-folder  warn         cfa.audit                  pass  (Controlled Folder Access over a folder)
-//   environment.not-recorded pass  (no environment member: an older program)  environment.unreadable warn
-//   snapshot.unreadable fail  (the snapshot opened apart could not be read; the only finding then)
+// Identifiers are stable, so that a folder of snapshots can be sorted by them; every one is a row of
+// kEsitiNoti (id_esiti.h), with the severities it may carry, and the README lists the same rows. A check that
+// fires gives its failure identifier, once per thing it found (one line per missing level, say); a check that
+// does not fire gives one pass line. A check whose files the snapshot lacks gives nothing: the missing member
+// says it. A member that is there but that its reader refuses gives its own finding (script.unreadable,
+// archive.cut, ...), and no check passes over it. The checks, one table of them by area, are in
+// riepilogo.cpp; they judge the facts of the snapshot (fatti.h), as the rules do.
 #pragma once
 
 #include <cstdint>

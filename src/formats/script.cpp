@@ -49,29 +49,41 @@ bool LeggiLivelliScript(const std::string& percorso, std::int32_t& numero,
   return true;
 }
 
-std::string ProblemaScript(std::string_view byte) {
-  if (byte.size() < kDimensioneIntestazioneScript)
-    return std::to_string(byte.size()) + " bytes, shorter than the script's head of " +
-           std::to_string(kDimensioneIntestazioneScript);
+TabellaScript AnalizzaTabellaScript(std::string_view byte) {
+  TabellaScript t;
+  if (byte.size() < kDimensioneIntestazioneScript) {
+    t.problema = std::to_string(byte.size()) + " bytes, shorter than the script's head of " +
+                 std::to_string(kDimensioneIntestazioneScript);
+    return t;
+  }
   const std::int32_t numero = host::I16LE(byte, kOffsetNumeroLivelliScript);
-  if (numero <= 0) return "its head counts " + std::to_string(numero) + " level files";
+  if (numero <= 0) {
+    t.problema = "its head counts " + std::to_string(numero) + " level files";
+    return t;
+  }
   const auto n = static_cast<std::size_t>(numero);
   const std::size_t inizio = kDimensioneIntestazioneScript + 2 * n;
   const std::size_t lunghezza = host::U16LE(byte, kOffsetLunghezzaNomiScript);
-  if (inizio + lunghezza > byte.size())
-    return "its table of " + std::to_string(n) + " level files and their names (" +
-           std::to_string(lunghezza) + " bytes) run past the end of the file";
+  if (inizio + lunghezza > byte.size()) {
+    t.problema = "its table of " + std::to_string(n) + " level files and their names (" +
+                 std::to_string(lunghezza) + " bytes) run past the end of the file";
+    return t;
+  }
   const std::string_view blocco = byte.substr(inizio, lunghezza);
   const auto quale = [n](std::size_t i) { return std::to_string(i + 1) + " of " + std::to_string(n); };
   std::size_t atteso = 0;
-  for (std::size_t i = 0; i < n; ++i) {
-    if (host::U16LE(byte, kDimensioneIntestazioneScript + 2 * i) != atteso)
-      return "the table's entry for level file " + quale(i) + " does not point where the name before ends";
+  for (std::size_t i = 0; i < n && t.problema.empty(); ++i) {
     const std::size_t fine = blocco.find('\0', atteso);
-    if (fine == std::string_view::npos) return "the name of level file " + quale(i) + " runs past its block";
+    if (host::U16LE(byte, kDimensioneIntestazioneScript + 2 * i) != atteso)
+      t.problema = "the table's entry for level file " + quale(i) + " does not point where the name before ends";
+    else if (fine == std::string_view::npos)
+      t.problema = "the name of level file " + quale(i) + " runs past its block";
+    else
+      t.livelli.push_back(std::string(blocco.substr(atteso, fine - atteso)) + ".tr4");
     atteso = fine + 1;
   }
-  return "";
+  if (!t.problema.empty()) t.livelli.clear();
+  return t;
 }
 
 }  // namespace formats

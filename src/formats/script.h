@@ -24,10 +24,15 @@ bool LeggiLivelliScript(const std::string& percorso, std::int32_t& numero, std::
 // The same on the file's bytes: what lies past their end does not exist.
 std::vector<std::string> AnalizzaScript(std::string_view byte, std::int32_t& numero);
 
-// Why the bytes (the file's first kLetturaScript at least) are not a level script's head and table of names,
-// in a few words; "" when they are. The reader above reads anything; this tells whether what it read is
-// the script's: a whole head that counts at least one level file, a table whose entries point, one behind the
-// other, at names that each end in NUL inside the block of names the head measures, and that block whole.
-std::string ProblemaScript(std::string_view byte);
+// The script as the level editor's compiler writes it: a whole head that counts at least one level file, a
+// table whose entries point, one behind the other, at names that each end in NUL inside the block of names
+// the head measures, and that block whole. The reader above reads anything, and cuts a long last name.
+struct TabellaScript {
+  // Why the bytes (the file's first kLetturaScript at least) are not that, in a few words; "" when they are.
+  std::string problema;
+  // Each name the table points at, with ".tr4" behind it; none when there is a problem.
+  std::vector<std::string> livelli;
+};
+TabellaScript AnalizzaTabellaScript(std::string_view byte);
 
 }  // namespace formats

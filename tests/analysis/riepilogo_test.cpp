@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <functional>
 #include <map>
+#include <sstream>
 #include <nlohmann/json.hpp>
 
 #include "ambiente_prova.h"
@@ -75,16 +76,17 @@ struct Caso {
     p.PathTRLE.Assegna("c:\\giochi\\TRLE\\");
     a.TotLivelli = 2;
   }
-  // The header and as many level records as it counts.
-  std::string Archivio() const {
+  // The records' members, each with its own value unless the case set it; the archive holds as many level
+  // records as its header counts.
+  void Completa() {
     std::string archivio = formats::CodificaArchivioHeader(a);
     for (std::int32_t i = 0; i < a.TotLivelli; ++i) archivio += formats::CodificaArchivioLivello({});
-    return archivio;
-  }
-  std::string Snapshot() {
     membri.try_emplace("infofile.bin", formats::CodificaInfoHeader(h));
     membri.try_emplace("ordelio.prf", formats::CodificaPreferenze(p));
-    membri.try_emplace("Archivio.QLV", Archivio());
+    membri.try_emplace("Archivio.QLV", archivio);
+  }
+  std::string Snapshot() {
+    Completa();
     std::erase_if(membri, [](const auto& m) { return m.second.empty(); });
     std::string tabella, corpi;
     for (const auto& [nome, byte] : membri) {
@@ -109,15 +111,18 @@ analysis::RiepilogoSnapshot Verifica(Caso& c, MacchinaProva& m) {
   return analysis::ApriEVerifica("C:\\s.bin", "C:\\Dati", "C:\\P", '.');
 }
 
-const char* NomeLivello(analysis::Gravita g) {
-  return g == analysis::Gravita::fail ? "fail" : g == analysis::Gravita::warn ? "warn" : "pass";
-}
-
-// A finding carries an id of the table, with one of the severities the table gives it.
-void EsitoDellaTabella(const analysis::Esito& e) {
-  const analysis::VoceEsito* v = analysis::CercaEsito(e.Id);
-  ASSERT_NE(v, nullptr) << e.Id;
-  EXPECT_NE(v->livelli.find(NomeLivello(e.Livello)), std::string_view::npos) << e.Id << " " << v->livelli;
+// The findings of the JSON line, one a line: "fail archive.cut: title {evidence}".
+std::string Righe(const analysis::RiepilogoSnapshot& r) {
+  std::string righe;
+  const auto j = nlohmann::json::parse(analysis::JsonRiepilogo("", r));
+  for (const auto& f : j["findings"]) {
+    righe += "\n" + f["severity"].get<std::string>() + " " + f["id"].get<std::string>() + ": " +
+             f["title"].get<std::string>() + " " + f["evidence"].dump();
+    // An id of the table, with one of the severities the table gives it.
+    const analysis::VoceEsito* v = analysis::CercaEsito(f["id"].get<std::string>());
+    EXPECT_TRUE(v && v->livelli.find(f["severity"].get<std::string>()) != std::string_view::npos) << righe;
+  }
+  return righe;
 }
 
 TEST(Riepilogo, CasiControAttesi) {
@@ -196,10 +201,11 @@ TEST(Riepilogo, CasiControAttesi) {
       // bytes whose header counts 2 levels; and records of other lengths.
       {"danneggiati",
        [](Caso& c) {
+         c.Completa();
          c.membri["script.dat"] = MacchinaProva::LeggiHost(CHECKORDL_DATI_PROVA "/riepilogo/script_casuale.bin");
-         c.membri["Archivio.QLV"] = c.Archivio().substr(0, 1500);
-         c.membri["infofile.bin"] = formats::CodificaInfoHeader(c.h).substr(0, 790);
-         c.membri["ordelio.prf"] = formats::CodificaPreferenze(c.p) + "\r\n";
+         c.membri["Archivio.QLV"].resize(1500);
+         c.membri["infofile.bin"].pop_back();
+         c.membri["ordelio.prf"] += "\r\n";
        }},
       {"elenchi_rotti_senza_ordl2009",
        [](Caso& c) {
@@ -218,7 +224,7 @@ TEST(Riepilogo, CasiControAttesi) {
     Caso c;
     prepara(c);
     const auto r = Verifica(c, m);
-    for (const auto& e : r.Esiti) EsitoDellaTabella(e);
+    Righe(r);
     const std::string testo = analysis::TestoRiepilogo(r);
     const std::string json = analysis::JsonRiepilogo("C:\\s.bin", r) + "\n";
     const auto j = nlohmann::json::parse(json);
@@ -233,80 +239,45 @@ TEST(Riepilogo, CasiControAttesi) {
   }
 }
 
-// A finding on one line: "fail archive.cut: title (name: value; ...)".
-std::string Riga(const analysis::Esito& e) {
-  std::string r = std::string(NomeLivello(e.Livello)) + " " + e.Id + ": " + e.Titolo + " (";
-  for (const auto& p : e.Evidenze) {
-    const auto* t = std::get_if<std::string>(&p.Valore);
-    r += p.Nome + ": " + (t ? *t : std::to_string(std::get<std::int64_t>(p.Valore))) + "; ";
-  }
-  return r + ")";
-}
-
 // A member its reader refuses gives its area's finding, no finding that passes over it, and counts as
-// present; the checks of the other members run as ever.
+// present; the checks of the other members run as ever. The cases are tests/data/riepilogo/danneggiati.tab.
 TEST(Riepilogo, MembriDanneggiati) {
-  struct Danno {
-    const char* nome;
-    std::function<void(Caso&)> danneggia;
-    // The finding's severity and id, a piece of its line (Riga), and the findings that must not show.
-    const char* esito;
-    const char* pezzo;
-    std::vector<std::string> assenti;
-  };
-  const std::vector<std::string> script = {"script.levels-present", "script.level-missing"};
-  const std::vector<std::string> archivio = {"archive.folders-match", "archive.few-folders"};
-  const std::vector<std::string> header = {"flag.none", "disk.space-ok", "ordelio.version"};
-  const std::vector<Danno> danni = {
-      {"script of random bytes",
-       [](Caso& c) {
-         c.membri["script.dat"] = MacchinaProva::LeggiHost(CHECKORDL_DATI_PROVA "/riepilogo/script_casuale.bin");
-       },
-       "fail script.unreadable", "size: 300", script},
-      {"script whose names are cut",
-       [](Caso& c) { c.membri["script.dat"] = Script({"DATA\\TITLE", "DATA\\EGYPT"}).substr(0, 70); },
-       "fail script.unreadable", "run past the end", script},
-      {"archive cut to 1,500 bytes", [](Caso& c) { c.membri["Archivio.QLV"] = c.Archivio().substr(0, 1500); },
-       "fail archive.cut", "holds 0 of the 2 levels", archivio},
-      {"archive's last record cut",
-       [](Caso& c) {
-         const std::string a = c.Archivio();
-         c.membri["Archivio.QLV"] = a.substr(0, a.size() - 1);
-       },
-       "fail archive.cut", "counted: 2; read: 1;", archivio},
-      {"archive shorter than its header",
-       [](Caso& c) { c.membri["Archivio.QLV"] = c.Archivio().substr(0, 545); }, "fail archive.unreadable",
-       "545 bytes", archivio},
-      {"archive counting -1 levels",
-       [](Caso& c) {
-         c.a.TotLivelli = -1;
-         c.membri["Archivio.QLV"] = c.Archivio();
-       },
-       "fail archive.unreadable", "-1 levels", archivio},
-      {"header one byte short",
-       [](Caso& c) { c.membri["infofile.bin"] = formats::CodificaInfoHeader(c.h).substr(0, 790); },
-       "fail header.unreadable", "790 bytes", header},
-      {"header one byte long", [](Caso& c) { c.membri["infofile.bin"] = formats::CodificaInfoHeader(c.h) + "x"; },
-       "fail header.unreadable", "792 bytes", header},
-      {"preferences one byte short",
-       [](Caso& c) { c.membri["ordelio.prf"] = formats::CodificaPreferenze(c.p).substr(0, 2605); },
-       "warn prefs.wrong-length", "2605 bytes", {"prefs.same-editor-folder", "prefs.other-editor-folder"}},
-  };
-  for (const Danno& d : danni) {
-    SCOPED_TRACE(d.nome);
+  for (const auto& d : LeggiTabella("riepilogo/danneggiati.tab")) {
+    SCOPED_TRACE(d[0]);
     MacchinaProva m;
     Caso c;
-    d.danneggia(c);
-    std::string righe;
-    for (const auto& e : Verifica(c, m).Esiti) righe += Riga(e) + "\n";
-    const std::size_t riga = righe.find(std::string(d.esito) + ":");
+    c.Completa();
+    std::string& byte = c.membri[d[1]];
+    const auto n = [&] { return static_cast<std::size_t>(std::stol(d[3])); };
+    if (d[2] == "cut") byte.resize(d[3].starts_with('-') ? byte.size() + n() : n());
+    if (d[2] == "add") byte += d[3];
+    if (d[2] == "at") byte.replace(n(), 4, "\xff\xff\xff\xff");
+    if (d[2] == "file") byte = MacchinaProva::LeggiHost(CHECKORDL_DATI_PROVA "/riepilogo/" + d[3]);
+    const std::string righe = Righe(Verifica(c, m));
+    const std::size_t riga = righe.find("\n" + d[4] + ":");
     ASSERT_NE(riga, std::string::npos) << righe;
-    EXPECT_NE(righe.substr(riga, righe.find('\n', riga) - riga).find(d.pezzo), std::string::npos) << righe;
-    for (const std::string& assente : d.assenti) EXPECT_EQ(righe.find(" " + assente + ":"), std::string::npos) << righe;
-    EXPECT_NE(righe.find("pass member.all-present:"), std::string::npos) << righe;
-    // The other members' checks run as ever.
-    EXPECT_NE(righe.find("pass editor.tomb4-present:"), std::string::npos) << righe;
+    EXPECT_NE(righe.substr(riga, righe.find('\n', riga + 1) - riga).find(d[5]), std::string::npos) << righe;
+    std::istringstream assenti(d[6] + " member.missing");
+    for (std::string id; assenti >> id;) EXPECT_EQ(righe.find(" " + id + ":"), std::string::npos) << id << righe;
+    for (const char* id : {"\npass member.all-present:", "\npass editor.tomb4-present:"})
+      EXPECT_NE(righe.find(id), std::string::npos) << righe;
   }
+}
+
+// The README's table of findings is the code's: each row once, in the same order, with the same severities
+// and words.
+TEST(Riepilogo, IdNelReadme) {
+  std::istringstream readme(MacchinaProva::LeggiHost(CHECKORDL_DATI_PROVA "/../../README.md"));
+  std::vector<std::string> righe, attese;
+  bool dentro = false;
+  for (std::string riga; std::getline(readme, riga);) {
+    if (riga.starts_with("## ")) dentro = riga == "## Findings";
+    if (dentro && riga.starts_with("| `")) righe.push_back(riga);
+  }
+  for (const analysis::VoceEsito& v : analysis::kEsitiNoti)
+    attese.push_back("| `" + std::string(v.id) + "` | " + std::string(v.livelli) + " | " + std::string(v.descrizione) +
+                     " |");
+  EXPECT_EQ(righe, attese);
 }
 
 // Every hostile snapshot of the snapshot tests gives findings, or the reason it could not be read.

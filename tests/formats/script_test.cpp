@@ -37,30 +37,34 @@ TEST(Script, LivelliLetti) {
   EXPECT_EQ(n, 13);
 }
 
-// The heads of tests/data/script/problemi.hex; the two real files, which read whole and read as nothing
-// once cut anywhere in their head, table or names; and random bytes, which never pass.
+// The heads of tests/data/script/problemi.hex; the two real files, whose table gives the names the reader
+// gives, and which read as nothing once cut anywhere in their head, table or names; and random bytes,
+// which never pass.
 TEST(Script, ProblemaDellaTesta) {
   for (const auto& c : LeggiCasi("script/problemi.hex")) {
-    const std::string problema = formats::ProblemaScript(c.byte);
-    EXPECT_EQ(problema.substr(0, c.campi[1].size()), c.campi[1]) << c.campi[0] << ": " << problema;
-    EXPECT_EQ(problema.empty(), c.campi[1].empty()) << c.campi[0] << ": " << problema;
+    const formats::TabellaScript t = formats::AnalizzaTabellaScript(c.byte);
+    EXPECT_EQ(t.problema.substr(0, c.campi[1].size()), c.campi[1]) << c.campi[0] << ": " << t.problema;
+    EXPECT_EQ(t.problema.empty(), c.campi[1].empty()) << c.campi[0] << ": " << t.problema;
+    EXPECT_EQ(t.livelli, V(c.campi.begin() + 2, c.campi.end())) << c.campi[0];
   }
   std::mt19937 caso(32);
   for (int i = 0; i < 2000; ++i) {
     std::string byte(300, '\0');
     for (char& b : byte) b = static_cast<char>(caso());
-    EXPECT_NE(formats::ProblemaScript(byte), "") << i;
+    EXPECT_NE(formats::AnalizzaTabellaScript(byte).problema, "") << i;
   }
   const std::string reali = CHECKORDL_DATI_REALI;
   for (const char* f : {"/script-small/script.dat", "/script-trng/script.dat"}) {
     const std::string byte = MacchinaProva::LeggiHost(reali + f);
     if (byte.empty()) GTEST_SKIP() << "no real script files beside the project";
-    EXPECT_EQ(formats::ProblemaScript(byte), "") << f;
+    std::int32_t numero = 0;
+    EXPECT_EQ(formats::AnalizzaTabellaScript(byte).livelli, AnalizzaScript(byte, numero)) << f;
     // The head, the table and the names: what the count and the length at offset 12 measure.
     const std::size_t fine =
         formats::kDimensioneIntestazioneScript + 2 * host::U16LE(byte, 10) + host::U16LE(byte, 12);
-    for (std::size_t n = 0; n < fine; ++n) EXPECT_NE(formats::ProblemaScript(byte.substr(0, n)), "") << f << n;
-    EXPECT_EQ(formats::ProblemaScript(byte.substr(0, fine)), "") << f;
+    for (std::size_t n = 0; n < fine; ++n)
+      EXPECT_NE(formats::AnalizzaTabellaScript(byte.substr(0, n)).problema, "") << f << n;
+    EXPECT_EQ(formats::AnalizzaTabellaScript(byte.substr(0, fine)).problema, "") << f;
   }
 }
 
