@@ -39,6 +39,7 @@ set -e
 cp -r "$regole" "$t/bin/regole"
 mkdir "$t/bin/regole_locali"
 cp "$dati/regole/mie.json" "$t/bin/regole_locali/"
+[ "$("$cli" rules check)" = "18 rules in 6 files: OK" ] || fail "rules check of the rules in force"
 "$cli" rules list > "$t/lista"
 [ "$(wc -l < "$t/lista")" = 17 ] || fail "rules list: $(cat "$t/lista")"
 grep -q '^wrapper\.ddraw  *Z:.*\\bin\\regole_locali\\mie\.json$' "$t/lista" || fail "local rule: $(cat "$t/lista")"
@@ -72,4 +73,9 @@ assert nuove[0]["evidence"]["errors"] == 7 and nuove[0]["evidence"]["error"].sta
 assert "rule" not in nuove[0] and [x for x in dopo if x["id"] != "rules.unreadable"] == prima
 PY
 "$cli" rules list | grep -q '^left out: .*rotto\.json:5:13: ' || fail "list of a broken file"
+set +e
+"$cli" rules check >/dev/null 2>"$t/err"; rc=$?
+set -e
+[ $rc = 1 ] && grep -qF 'regole_locali\rotto.json:7:125: unknown key "extra"' "$t/err" ||
+  fail "rules check of the rules in force with a broken file: $rc $(cat "$t/err")"
 echo "cli regole: ok"
