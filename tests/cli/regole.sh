@@ -12,12 +12,19 @@ set -e
 sed "s|^$dati/||" "$t/err" > "$t/errori"
 diff -u "$dati/regole/rotto.txt" "$t/errori" || fail "errors of the broken file"
 [ "$("$cli" rules check "$regole"/*.json)" = "16 rules in 5 files: OK" ] || fail "the shipped rules"
-# The README's examples are rules files the program takes.
-python3 - "$(dirname "$0")/../../README.md" "$t" <<'PY'
+# The README's examples are rules files the program takes, and its table names every field there is.
+"$cli" rules fields > "$t/campi"
+python3 - "$(dirname "$0")/../../README.md" "$t" <<'PY' || fail "the README's fields"
 import re, sys
 testo = open(sys.argv[1]).read()
-for n, b in enumerate(re.findall(r"```jsonc\n(.*?)```", testo[testo.index("## Rules"):], re.S)):
+regole = testo[testo.index("## Rules"):]
+regole = regole[:regole.index("\n## ")]
+for n, b in enumerate(re.findall(r"```jsonc\n(.*?)```", regole, re.S)):
     open(f"{sys.argv[2]}/esempio{n}.json", "w").write(b)
+for riga in open(f"{sys.argv[2]}/campi"):
+    campo = riga.split()[0]
+    breve = "`." + campo.split(".", 1)[1] + "`"
+    assert f"`{campo}`" in regole or breve in regole, campo
 PY
 "$cli" rules check "$t"/esempio*.json | grep -q '^4 rules in 4 files: OK$' || fail "the README's examples"
 
