@@ -41,7 +41,8 @@ std::string Allineato(std::string testo, std::size_t larghezza) {
 int Check(const Argomenti& file) {
   std::vector<analysis::FileRegole> letti;
   if (file.empty())
-    for (const auto& f : analysis::CaricaRegole(analysis::CartelleRegole()).file) letti.push_back(analysis::LeggiRegole(f));
+    for (const auto& f : analysis::CaricaRegole(analysis::CartelleRegole()).file)
+      letti.push_back(analysis::LeggiRegole(f));
   else
     for (const auto& f : file) letti.push_back(LeggiArgomento(f));
   std::size_t regole = 0, errati = 0;
@@ -52,7 +53,8 @@ int Check(const Argomenti& file) {
   }
   if (errati) {
     std::fflush(stdout);
-    std::fputs((std::to_string(errati) + " of " + std::to_string(letti.size()) + " rules files have errors\n").c_str(),
+    std::fputs((std::to_string(errati) + " of " + std::to_string(letti.size()) + " rules files have errors\n")
+                   .c_str(),
                stderr);
     return 1;
   }

@@ -96,7 +96,8 @@ std::vector<std::string> CartelleRegole() {
   const std::string programma = host::CartellaProgramma();
   cartelle.push_back(programma + "\\regole_locali");
   const std::string utente = host::CartellaUtente();
-  if (!utente.empty() && !host::UgualiSenzaCaso(utente, programma)) cartelle.push_back(utente + "\\regole_locali");
+  if (!utente.empty() && !host::UgualiSenzaCaso(utente, programma))
+    cartelle.push_back(utente + "\\regole_locali");
   return cartelle;
 }
 

@@ -45,8 +45,8 @@ TEST(RegoleFonti, CartelleInOrdineELaPiuTardaVince) {
   EXPECT_EQ(Id(r), (std::vector<std::string>{"x.zero C:\\regole\\A.JSON", "x.one C:\\regole\\b.json",
                                              "x.two C:\\locali\\mine.json"}));
   EXPECT_EQ(r.regole[2].esiti[0].titolo, "Mine");
-  EXPECT_EQ(r.file, (std::vector<std::string>{"C:\\regole\\A.JSON", "C:\\regole\\b.json", "C:\\locali\\mine.json",
-                                              "C:\\locali\\rotto.json"}))
+  EXPECT_EQ(r.file, (std::vector<std::string>{"C:\\regole\\A.JSON", "C:\\regole\\b.json",
+                                              "C:\\locali\\mine.json", "C:\\locali\\rotto.json"}))
       << (collegamento ? "a link was read" : "");
   ASSERT_EQ(r.scartati.size(), 1u);
   EXPECT_EQ(r.scartati[0].file, "C:\\locali\\rotto.json");
