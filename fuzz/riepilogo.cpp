@@ -31,9 +31,9 @@ void Ognuno(const std::string& drive, const std::uint8_t* dati, std::size_t n) {
   const analysis::Fatti f = analysis::LeggiFatti("C:\\Dati", contenuto);
   const auto esiti = analysis::CalcolaRiepilogo("C:\\Dati", contenuto, "C:\\Dati", '.');
   const std::pair<Membro, const char*> passi[] = {{Membro::script, "script.levels-present"},
-                                                   {Membro::intestazione, "flag.none"},
-                                                   {Membro::preferenze, "prefs.same-editor-folder"},
-                                                   {Membro::archivio, "archive.folders-match"}};
+                                                  {Membro::intestazione, "flag.none"},
+                                                  {Membro::preferenze, "prefs.same-editor-folder"},
+                                                  {Membro::archivio, "archive.folders-match"}};
   for (const auto& [m, passa] : passi) {
     if (f.Stato(m) == StatoMembro::assente) std::abort();
     for (const auto& e : esiti)

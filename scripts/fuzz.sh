@@ -25,6 +25,8 @@ declare -A semi=(
   [snapshot]="tests/data/prospetti/INFO_ORDL.BIN tests/data/snapshot/utenti.bin"
   [anonimo]="tests/data/prospetti/INFO_ORDL.BIN tests/data/snapshot/utenti.bin tests/data/snapshot/ambiente.bin"
   [versione]="tests/data/versione $wine_pe/winver.exe $wine_pe/notepad.exe"
+  [regole]="tests/data/regole"
+  [regole_valutazione]="tests/data/regole"
   [pe_importazioni]="$wine_pe/winver.exe $wine_pe/notepad.exe $wine_pe/../i386-windows/notepad.exe"
 )
 

@@ -67,12 +67,13 @@ void LeggiArchivio(const std::string& percorso, ArchivioFatti& a) {
   const std::int32_t contati = a.header.TotLivelli;
   if (contati < 0) return Danneggiato(a, "its header counts " + std::to_string(contati) + " levels");
   // Bounded by what the file holds before anything is read for it.
-  const auto interi = static_cast<std::int64_t>((a.dimensione - static_cast<std::int64_t>(ArchivioHeader::kDimensione)) /
-                                                static_cast<std::int64_t>(ArchivioLivello::kDimensione));
+  const std::int64_t interi = (a.dimensione - static_cast<std::int64_t>(ArchivioHeader::kDimensione)) /
+                              static_cast<std::int64_t>(ArchivioLivello::kDimensione);
   const std::int64_t n = std::min<std::int64_t>(contati, interi);
-  if (n > 0 && formats::LeggiTesta(percorso,
-                                   ArchivioHeader::kDimensione + static_cast<std::size_t>(n) * ArchivioLivello::kDimensione,
-                                   &byte, nullptr))
+  if (n > 0 &&
+      formats::LeggiTesta(
+          percorso, ArchivioHeader::kDimensione + static_cast<std::size_t>(n) * ArchivioLivello::kDimensione,
+          &byte, nullptr))
     a.livelli = formats::DecodificaLivelli(byte, static_cast<std::int32_t>(n));
   if (static_cast<std::int64_t>(a.livelli.size()) < contati)
     Danneggiato(a, "its header counts " + std::to_string(contati) + " levels, the file holds " +

@@ -1,6 +1,6 @@
 // The fields a rule may compare, one row each: the reader checks a rule's field and operands against the
 // row, the evaluation reads the value through it, and the README's list is printed from it.
-#include <charconv>
+#include <array>
 #include <cstdio>
 #include <string>
 
@@ -234,41 +234,49 @@ int ConfrontaVersioni(std::string_view a, std::string_view b) {
 }
 
 void Piega(std::string_view s, std::string& out) {
+  // Every name of a large list goes through here: a table, made once.
+  static const std::array<char, 256> kPiega = [] {
+    std::array<char, 256> t{};
+    for (int c = 0; c < 256; ++c) t[static_cast<std::size_t>(c)] = host::Maiuscola(static_cast<char>(c));
+    t['/'] = '\\';
+    return t;
+  }();
   out.resize(s.size());
-  for (std::size_t i = 0; i < s.size(); ++i) out[i] = s[i] == '/' ? '\\' : host::Maiuscola(s[i]);
+  for (std::size_t i = 0; i < s.size(); ++i) out[i] = kPiega[static_cast<unsigned char>(s[i])];
 }
 
-Modello FaiModello(std::string_view pattern) {
+Modello FaiModello(std::string_view pattern, bool percorsi) {
   Modello m;
-  m.percorso = !pattern.empty() && (pattern.front() == '/' || pattern.front() == '\\');
+  m.percorso = percorsi && !pattern.empty() && (pattern.front() == '/' || pattern.front() == '\\');
   Piega(pattern, m.testo);
   if (m.percorso) {
     const std::size_t primo = m.testo.find_first_not_of('\\');
     m.testo = "\\" + (primo == std::string::npos ? std::string() : m.testo.substr(primo));
   }
   m.jolly = host::HaJolly(m.testo);
+  m.primaStella = m.testo.find('*');
+  m.ultimaStella = m.testo.rfind('*');
   return m;
 }
 
 bool Corrisponde(const Modello& m, std::string_view nome) {
   const std::string_view p = m.testo;
   if (!m.jolly) return p == nome;
-  // The literal head and tail first: most names fail there, without the walk.
-  const std::size_t primaStella = p.find('*');
+  const std::size_t primaStella = m.primaStella, ultimaStella = m.ultimaStella;
   if (primaStella == std::string_view::npos) {
     if (p.size() != nome.size()) return false;
     for (std::size_t i = 0; i < p.size(); ++i)
       if (p[i] != '?' && p[i] != nome[i]) return false;
     return true;
   }
-  const std::size_t ultimaStella = p.rfind('*');
+  // The literal tail and head first: most names fail there, without the walk.
   const std::string_view testa = p.substr(0, primaStella), coda = p.substr(ultimaStella + 1);
   if (testa.size() + coda.size() > nome.size()) return false;
-  for (std::size_t i = 0; i < testa.size(); ++i)
-    if (testa[i] != '?' && testa[i] != nome[i]) return false;
   const std::string_view fineNome = nome.substr(nome.size() - coda.size());
   for (std::size_t i = 0; i < coda.size(); ++i)
     if (coda[i] != '?' && coda[i] != fineNome[i]) return false;
+  for (std::size_t i = 0; i < testa.size(); ++i)
+    if (testa[i] != '?' && testa[i] != nome[i]) return false;
   // Between the first and the last star: two pointers with one point to go back to, never more, so no
   // pattern takes more than a pass for each star.
   const std::string_view pm = p.substr(primaStella, ultimaStella + 1 - primaStella);
@@ -292,36 +300,30 @@ bool Corrisponde(const Modello& m, std::string_view nome) {
   return pi == pm.size();
 }
 
+bool ConfrontaNumero(const Confronto& c, double x) {
+  for (const Termine& t : c) {
+    const bool ok = t.op == Operatore::bit ? x >= -9007199254740992.0 && x <= 9007199254740992.0 &&
+                                                 (static_cast<std::int64_t>(x) & t.bit) == t.bit
+                                           : Ordina(t.op, x, t.numero);
+    if (!ok) return false;
+  }
+  return true;
+}
+
 bool Confronta(const Confronto& c, TipoCampo tipo, const ValoreCampo& v) {
+  if (tipo == TipoCampo::intero || tipo == TipoCampo::numero) return ConfrontaNumero(c, std::get<double>(v));
   std::string piegato;
+  if (const std::string* testo = std::get_if<std::string>(&v)) Piega(*testo, piegato);
   for (const Termine& t : c) {
     bool ok = false;
-    switch (tipo) {
-      case TipoCampo::intero:
-      case TipoCampo::numero: {
-        const double x = std::get<double>(v);
-        if (t.op == Operatore::bit)
-          ok = x >= -9007199254740992.0 && x <= 9007199254740992.0 &&
-               (static_cast<std::int64_t>(x) & t.bit) == t.bit;
-        else
-          ok = Ordina(t.op, x, t.numero);
-        break;
-      }
-      case TipoCampo::testo:
-      case TipoCampo::versione: {
-        Piega(std::get<std::string>(v), piegato);
-        if (t.op == Operatore::corrisponde)
-          ok = Corrisponde(t.modello, piegato);
-        else if (tipo == TipoCampo::versione)
-          ok = Ordina(t.op, ConfrontaVersioni(piegato, t.testo), 0);
-        else
-          ok = Ordina(t.op, piegato, t.testo);
-        break;
-      }
-      case TipoCampo::booleano:
-        ok = Ordina(t.op, std::get<bool>(v), t.booleano);
-        break;
-    }
+    if (tipo == TipoCampo::booleano)
+      ok = Ordina(t.op, std::get<bool>(v), t.booleano);
+    else if (t.op == Operatore::corrisponde)
+      ok = Corrisponde(t.modello, piegato);
+    else if (tipo == TipoCampo::versione)
+      ok = Ordina(t.op, ConfrontaVersioni(piegato, t.testo), 0);
+    else
+      ok = Ordina(t.op, piegato, t.testo);
     if (!ok) return false;
   }
   return true;

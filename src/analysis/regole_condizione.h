@@ -18,12 +18,15 @@ namespace analysis {
 
 // A name with `*` and `?`, folded as host::Maiuscolo folds, `/` made `\`. A path pattern (one that began
 // with a separator) keeps a single `\` in front and is matched against the whole path from the list's folder.
+// A pattern of a text field's value (`percorsi` false) is taken whole.
 struct Modello {
   std::string testo;
   bool percorso = false;
   bool jolly = false;
+  // Where the first and the last `*` stand (npos for none): what lies before and after is matched first.
+  std::size_t primaStella = std::string::npos, ultimaStella = std::string::npos;
 };
-Modello FaiModello(std::string_view pattern);
+Modello FaiModello(std::string_view pattern, bool percorsi = true);
 // `nome` already folded, `\` for every separator.
 bool Corrisponde(const Modello& m, std::string_view nome);
 // Folded, `/` made `\`, into `out` (whose room is reused).
@@ -61,6 +64,7 @@ struct Termine {
 // Every term must hold.
 using Confronto = std::vector<Termine>;
 bool Confronta(const Confronto& c, TipoCampo tipo, const ValoreCampo& v);
+bool ConfrontaNumero(const Confronto& c, double x);
 
 enum class TipoCondizione { tutte, una, non, membro, file, campo, livelloScript, eseguibile };
 enum class StatoVoluto { presente, assente, danneggiato, letto };

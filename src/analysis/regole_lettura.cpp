@@ -32,6 +32,8 @@ constexpr int kProfondita = 32;
 // No object of the format has more keys than an evidence's 16; past this the file is refused unparsed.
 constexpr std::size_t kChiaviMassime = 64;
 constexpr std::size_t kRegoleMassime = 10000;
+// No array of the format holds more values than the rules of a file.
+constexpr Limiti kLimiti{kProfondita, kChiaviMassime, kRegoleMassime};
 constexpr std::size_t kEsitiMassimi = 16;
 constexpr int kCondizioniMassime = 256;
 constexpr std::size_t kStringaMassima = 4096;
@@ -142,14 +144,21 @@ class Verifica {
     return std::nullopt;
   }
 
-  std::optional<Modello> Pattern(const Json& v, const std::string& ptr) {
+  // A name, or with `percorsi` a path from a list's folder: a folder in the middle of a name would match
+  // nothing, so it is refused.
+  std::optional<Modello> Pattern(const Json& v, const std::string& ptr, bool percorsi = true) {
     const auto t = Testo(v, ptr);
     if (!t) return std::nullopt;
     if (t->empty()) {
       Errore(ptr, "an empty pattern");
       return std::nullopt;
     }
-    return FaiModello(*t);
+    Modello m = FaiModello(*t, percorsi);
+    if (percorsi && !m.percorso && m.testo.find('\\') != std::string::npos) {
+      Errore(ptr, "a pattern with a folder begins with / (a path from the list's folder)");
+      return std::nullopt;
+    }
+    return m;
   }
 
   // A comparison against a field of this type: a scalar for "=", or an object of operators.
@@ -160,7 +169,9 @@ class Verifica {
       return c;
     }
     if (v.empty()) Errore(ptr, "a comparison needs an operator");
-    for (const auto& [k, operando] : v.items()) {
+    for (const auto& voce : v.items()) {
+      const std::string& k = voce.key();
+      const Json& operando = voce.value();
       static constexpr std::array<std::pair<std::string_view, Operatore>, 8> kOp = {{
           {"=", Operatore::uguale},
           {"!=", Operatore::diverso},
@@ -199,7 +210,7 @@ class Verifica {
       return std::nullopt;
     }
     if (op == Operatore::corrisponde) {
-      auto m = Pattern(v, ptr);
+      auto m = Pattern(v, ptr, false);
       if (!m) return std::nullopt;
       t.modello = std::move(*m);
     } else if (numerico) {
@@ -242,10 +253,6 @@ class LetturaRegole {
     if (!r) return;
     if (!r->is_array()) {
       v_.Errore("/rules", "expected an array");
-      return;
-    }
-    if (r->size() > kRegoleMassime) {
-      v_.Errore("/rules/" + std::to_string(kRegoleMassime), "more than 10000 rules in one file");
       return;
     }
     for (std::size_t i = 0; i < r->size() && !v_.Basta(); ++i) {
@@ -480,6 +487,95 @@ class LetturaRegole {
   std::unordered_map<std::string, std::string> ids_;
 };
 
+// The document built from the parser's events, as nlohmann's own builder does, but held to the limits as it
+// goes: a container opened too deep or a key past the most one object may have stops the parse. (The
+// parser's callback form would do the same, but it looks through a container's values again each time one
+// of them closes, which a file of many rules makes quadratic.)
+class Costruttore {
+ public:
+  explicit Costruttore(Json& radice) : radice_(radice) {}
+
+  bool null() { return Metti(nullptr) != nullptr; }
+  bool boolean(bool v) { return Metti(v) != nullptr; }
+  bool number_integer(Json::number_integer_t v) { return Metti(v) != nullptr; }
+  bool number_unsigned(Json::number_unsigned_t v) { return Metti(v) != nullptr; }
+  bool number_float(Json::number_float_t v, const Json::string_t&) { return Metti(v) != nullptr; }
+  bool string(Json::string_t& v) { return Metti(std::move(v)) != nullptr; }
+  bool binary(Json::binary_t&) { return false; }
+  bool start_object(std::size_t) {
+    if (!Apri(Json::object())) return false;
+    chiavi_.push_back(0);
+    return true;
+  }
+  bool key(Json::string_t& k) {
+    if (++chiavi_.back() > kChiaviMassime) {
+      oltre = true;
+      return false;
+    }
+    chiave_ = &(*pila_.back())[k];
+    return true;
+  }
+  bool end_object() {
+    chiavi_.pop_back();
+    pila_.pop_back();
+    return true;
+  }
+  bool start_array(std::size_t) { return Apri(Json::array()); }
+  bool end_array() {
+    pila_.pop_back();
+    return true;
+  }
+  bool parse_error(std::size_t posizione, const std::string&, const Json::exception& e) {
+    errore.emplace(e.id, e.what());
+    dove = posizione;
+    return false;
+  }
+
+  bool oltre = false;
+  struct Errore {
+    int id;
+    std::string what;
+    Errore(int i, const char* w) : id(i), what(w) {}
+  };
+  std::optional<Errore> errore;
+  std::size_t dove = 0;
+
+ private:
+  bool Apri(Json v) {
+    if (pila_.size() >= static_cast<std::size_t>(kProfondita)) {
+      oltre = true;
+      return false;
+    }
+    Json* messo = Metti(std::move(v));
+    if (messo) pila_.push_back(messo);
+    return messo != nullptr;
+  }
+  // Into the open array, or as the value of the key just read; the containers on the stack are not touched
+  // while one inside them is open, so the pointers to them stay good.
+  Json* Metti(Json v) {
+    if (pila_.empty()) {
+      radice_ = std::move(v);
+      return &radice_;
+    }
+    Json& cima = *pila_.back();
+    if (cima.is_array()) {
+      if (cima.size() >= kRegoleMassime) {
+        oltre = true;
+        return nullptr;
+      }
+      cima.push_back(std::move(v));
+      return &cima.back();
+    }
+    *chiave_ = std::move(v);
+    return chiave_;
+  }
+
+  Json& radice_;
+  std::vector<Json*> pila_;
+  std::vector<std::size_t> chiavi_;
+  Json* chiave_ = nullptr;
+};
+
 // The text after nlohmann's "[json.exception...] parse error at line L, column C: ".
 std::string MessaggioSintassi(const std::string& what) {
   std::string m = what;
@@ -508,46 +604,30 @@ FileRegole AnalizzaRegole(std::string_view testo, const std::string& file) {
     return out;
   }
   const Righe righe(testo);
-  bool oltre = false;
-  std::vector<std::size_t> chiavi;
-  const Json::parser_callback_t limite = [&](int profondita, Json::parse_event_t evento, Json&) {
-    if (oltre) return false;
-    if (evento == Json::parse_event_t::object_start || evento == Json::parse_event_t::array_start) {
-      if (profondita >= kProfondita) oltre = true;
-      if (evento == Json::parse_event_t::object_start) chiavi.push_back(0);
-    } else if (evento == Json::parse_event_t::key) {
-      if (!chiavi.empty() && ++chiavi.back() > kChiaviMassime) oltre = true;
-    } else if (evento == Json::parse_event_t::object_end) {
-      if (!chiavi.empty()) chiavi.pop_back();
-    }
-    return !oltre;
-  };
   Json j;
-  std::string sintassi;
-  std::size_t dove = 0;
-  bool infinito = false;
-  try {
-    j = Json::parse(testo.begin(), testo.end(), limite, true, true);
-  } catch (const Json::parse_error& e) {
-    sintassi = MessaggioSintassi(e.what());
-    dove = e.byte > 0 ? e.byte - 1 : 0;
-  } catch (const Json::exception&) {
-    infinito = true;
-  }
+  Costruttore c(j);
+  Json::sax_parse(testo.begin(), testo.end(), &c, nlohmann::json::input_format_t::json, true, true);
+  const bool oltre = c.oltre, infinito = c.errore && c.errore->id == 406;
   if (oltre || infinito) {
-    const Mappa m = Localizza(testo, {}, kProfondita, kChiaviMassime);
-    if (m.troppoProfondo != kNessunLuogo && (oltre || infinito))
-      errore(righe.Di(m.troppoProfondo), "nested deeper than 32 levels");
-    else if (m.troppeChiavi != kNessunLuogo)
-      errore(righe.Di(m.troppeChiavi), "more than 64 keys in one object");
-    else if (m.numeroInfinito != kNessunLuogo)
-      errore(righe.Di(m.numeroInfinito), "a number too large");
+    // The first place past a limit; the parser stopped there.
+    const Mappa m = Localizza(testo, {}, kLimiti);
+    const std::pair<std::size_t, const char*> luoghi[] = {
+        {m.troppoProfondo, "nested deeper than 32 levels"},
+        {m.troppeChiavi, "more than 64 keys in one object"},
+        {m.numeroInfinito, "a number too large"},
+        {m.troppiValori, m.arrayTroppoLungo == "/rules" ? "more than 10000 rules in one file"
+                                                        : "more than 10000 values in one array"},
+    };
+    const auto primo = std::min_element(std::begin(luoghi), std::end(luoghi),
+                                         [](const auto& a, const auto& b) { return a.first < b.first; });
+    if (primo->first != kNessunLuogo)
+      errore(righe.Di(primo->first), primo->second);
     else
       errore({1, 1}, oltre ? "nested deeper than 32 levels" : "a number too large");
     return out;
   }
-  if (!sintassi.empty()) {
-    errore(righe.Di(dove), sintassi);
+  if (c.errore) {
+    errore(righe.Di(c.dove > 0 ? c.dove - 1 : 0), MessaggioSintassi(c.errore->what));
     return out;
   }
 
@@ -562,7 +642,7 @@ FileRegole AnalizzaRegole(std::string_view testo, const std::string& file) {
     if (!d.primo.empty()) cercati.insert(d.primo);
   }
   if (v.difetti.empty()) cercati.insert(puntatoriId.begin(), puntatoriId.end());
-  const Mappa m = Localizza(testo, cercati, kProfondita, kChiaviMassime);
+  const Mappa m = Localizza(testo, cercati, kLimiti);
   auto luogo = [&](const std::string& ptr, bool chiave) {
     const auto it = m.luoghi.find(ptr);
     if (it == m.luoghi.end()) return std::pair{1, 1};

@@ -28,11 +28,15 @@ void Utf8(std::string& out, unsigned long c) {
 
 class Scorsa {
  public:
-  Scorsa(std::string_view t, const std::unordered_set<std::string>& cercati, int profondita, std::size_t chiavi)
-      : t_(t), cercati_(cercati), profondita_(static_cast<std::size_t>(profondita)), chiavi_(chiavi) {}
+  Scorsa(std::string_view t, const std::unordered_set<std::string>& cercati, const Limiti& limiti)
+      : t_(t), cercati_(cercati), limiti_(limiti) {}
 
   Mappa Fai() {
     while (Salta()) {
+      // Asked only where the limits are passed: the first place is enough.
+      if (cercati_.empty() && (m_.troppoProfondo & m_.numeroInfinito & m_.troppeChiavi & m_.troppiValori) !=
+                                  kNessunLuogo)
+        break;
       const char c = t_[i_];
       Cornice* cima = pila_.empty() ? nullptr : &pila_.back();
       if (c == '}' || c == ']') {
@@ -54,7 +58,7 @@ class Scorsa {
         }
         cima->offsetChiave = inizio;
         cima->attendoChiave = false;
-        if (++cima->chiavi > chiavi_ && m_.troppeChiavi == kNessunLuogo) m_.troppeChiavi = inizio;
+        if (++cima->chiavi > limiti_.chiavi && m_.troppeChiavi == kNessunLuogo) m_.troppeChiavi = inizio;
       } else {
         Valore(cima);
       }
@@ -136,6 +140,10 @@ class Scorsa {
   void Valore(Cornice* cima) {
     const std::size_t inizio = i_;
     if (cima) {
+      if (!cima->oggetto && cima->indice >= limiti_.valori && m_.troppiValori == kNessunLuogo) {
+        m_.troppiValori = inizio;
+        m_.arrayTroppoLungo = ptr_.substr(0, cima->base);
+      }
       ptr_.resize(cima->base);
       ptr_ += '/';
       ptr_ += cima->oggetto ? Segmento(cima->chiave) : std::to_string(cima->indice);
@@ -146,7 +154,7 @@ class Scorsa {
     }
     const char c = t_[i_];
     if (c == '{' || c == '[') {
-      if (pila_.size() >= profondita_ && m_.troppoProfondo == kNessunLuogo) m_.troppoProfondo = inizio;
+      if (pila_.size() >= static_cast<std::size_t>(limiti_.profondita) && m_.troppoProfondo == kNessunLuogo) m_.troppoProfondo = inizio;
       pila_.push_back({c == '{', c == '{', 0, ptr_.size(), 0, kNessunLuogo, {}});
       ++i_;
     } else if (c == '"') {
@@ -163,7 +171,7 @@ class Scorsa {
 
   std::string_view t_;
   const std::unordered_set<std::string>& cercati_;
-  std::size_t profondita_, chiavi_;
+  const Limiti limiti_;
   std::size_t i_ = 0;
   std::vector<Cornice> pila_;
   std::string ptr_;
@@ -172,9 +180,8 @@ class Scorsa {
 
 }  // namespace
 
-Mappa Localizza(std::string_view testo, const std::unordered_set<std::string>& cercati, int profondita,
-                std::size_t chiavi) {
-  return Scorsa(testo, cercati, profondita, chiavi).Fai();
+Mappa Localizza(std::string_view testo, const std::unordered_set<std::string>& cercati, const Limiti& limiti) {
+  return Scorsa(testo, cercati, limiti).Fai();
 }
 
 Righe::Righe(std::string_view testo) : inizi_{0}, fine_(testo.size()) {

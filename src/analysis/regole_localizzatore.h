@@ -24,14 +24,20 @@ struct Luogo {
 struct Mappa {
   std::unordered_map<std::string, Luogo> luoghi;
   // The first container that opens `profondita` levels deep (the document itself at 0), the first number
-  // that is not finite, the first key past `chiavi` in one object.
+  // that is not finite, the first key past `chiavi` in one object, the first value past `valori` in one array
+  // (and that array's pointer).
   std::size_t troppoProfondo = kNessunLuogo;
   std::size_t numeroInfinito = kNessunLuogo;
   std::size_t troppeChiavi = kNessunLuogo;
+  std::size_t troppiValori = kNessunLuogo;
+  std::string arrayTroppoLungo;
 };
 
-Mappa Localizza(std::string_view testo, const std::unordered_set<std::string>& cercati, int profondita,
-                std::size_t chiavi);
+struct Limiti {
+  int profondita;
+  std::size_t chiavi, valori;
+};
+Mappa Localizza(std::string_view testo, const std::unordered_set<std::string>& cercati, const Limiti& limiti);
 
 // Line and column, from 1, of a byte offset (the column counted in bytes); the lines' starts found once.
 class Righe {

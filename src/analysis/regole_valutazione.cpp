@@ -88,14 +88,22 @@ bool CorrispondeTesto(const Modello& m, std::string_view testo, std::string& buf
 // What the rules ask of one list, and, once made, the entries each pattern matched (in list order).
 struct Indice {
   std::unordered_map<std::string, std::vector<std::uint32_t>> nomi, percorsi, jolly;
-  std::vector<const Modello*> modelliJolly;
+  // Each distinct wildcard pattern and where its matches go (a map's values stay where they are).
+  std::vector<std::pair<const Modello*, std::vector<std::uint32_t>*>> modelliJolly;
+  // The lengths of the paths asked for: a path of another length is not looked up.
+  std::vector<bool> lunghezze;
   bool fatto = false;
 
   void Chiedi(const Modello& m) {
     if (m.jolly) {
-      if (jolly.emplace(m.testo, std::vector<std::uint32_t>{}).second) modelliJolly.push_back(&m);
+      const auto [voce, nuovo] = jolly.emplace(m.testo, std::vector<std::uint32_t>{});
+      if (nuovo) modelliJolly.emplace_back(&m, &voce->second);
     } else {
       (m.percorso ? percorsi : nomi).emplace(m.testo, std::vector<std::uint32_t>{});
+      if (m.percorso) {
+        if (lunghezze.size() <= m.testo.size()) lunghezze.resize(m.testo.size() + 1);
+        lunghezze[m.testo.size()] = true;
+      }
     }
   }
 
@@ -114,10 +122,15 @@ struct Indice {
         nome.assign(solo);
         if (const auto it = nomi.find(nome); it != nomi.end()) it->second.push_back(indice);
       }
-      if (!percorsi.empty())
+      if (percorso.size() < lunghezze.size() && lunghezze[percorso.size()])
         if (const auto it = percorsi.find(percorso); it != percorsi.end()) it->second.push_back(indice);
-      for (const Modello* m : modelliJolly)
-        if (Corrisponde(*m, m->percorso ? std::string_view(percorso) : solo)) jolly[m->testo].push_back(indice);
+      for (const auto& [m, trovati] : modelliJolly) {
+        const std::string_view bersaglio = m->percorso ? std::string_view(percorso) : solo;
+        // A pattern that ends in a letter takes only names that end in it: most fail here, unwalked.
+        const char ultima = m->testo.back();
+        if (ultima != '*' && ultima != '?' && (bersaglio.empty() || bersaglio.back() != ultima)) continue;
+        if (Corrisponde(*m, bersaglio)) trovati->push_back(indice);
+      }
     }
   }
 
@@ -217,8 +230,7 @@ class Valutazione {
     const std::vector<std::uint32_t>& trovati = indice.Trovati(c.modello);
     std::optional<std::uint32_t> scelto;
     for (const std::uint32_t i : trovati) {
-      const ValoreCampo dimensione = static_cast<double>(e.DimensioniFile[i]);
-      if (!c.dimensione || Confronta(*c.dimensione, TipoCampo::intero, dimensione)) {
+      if (!c.dimensione || ConfrontaNumero(*c.dimensione, e.DimensioniFile[i])) {
         scelto = i;
         break;
       }

@@ -1,6 +1,7 @@
 #include "analysis/riepilogo.h"
 
 #include <algorithm>
+#include <array>
 #include <unordered_set>
 
 #include "analysis/ambiente_dati.h"
@@ -21,7 +22,7 @@ struct Verifica {
   void (*esegui)(const Contesto&);
 };
 // In the order their findings show within a severity.
-constexpr Verifica kVerifiche[] = {
+constexpr std::array<Verifica, 12> kVerifiche = {{
     {"membri", nullptr, VerificaMembri},
     {"membri", nullptr, VerificaFlag},
     {"editor", NomiScript, VerificaLivelliScript},
@@ -34,7 +35,7 @@ constexpr Verifica kVerifiche[] = {
     {"ordelio", nullptr, VerificaVersioneOrdelio},
     {"backup", nullptr, VerificaBackup},
     {"ambiente", nullptr, VerificaAmbiente},
-};
+}};
 
 // Of the names the checks look for, those the editor list holds, found in one pass over the list: a set of
 // the whole list would cost more than every check together. Only a list read whole is looked in.
@@ -77,7 +78,8 @@ std::vector<Esito> CalcolaRiepilogo(const std::string& cartellaDati,
   const Contesto c{fatti, nomiTrle, cartellaProgramma, separatoreDecimale, esiti};
   for (const Verifica& v : kVerifiche) v.esegui(c);
   for (Esito& e : EsitiRegole(regole ? *regole : RegoleDelProgramma(), fatti)) esiti.push_back(std::move(e));
-  std::stable_sort(esiti.begin(), esiti.end(), [](const Esito& a, const Esito& b) { return a.Livello < b.Livello; });
+  std::stable_sort(esiti.begin(), esiti.end(),
+                   [](const Esito& a, const Esito& b) { return a.Livello < b.Livello; });
   return esiti;
 }
 
@@ -94,7 +96,10 @@ RiepilogoSnapshot ApriEVerifica(const std::string& snapshot, const std::string& 
       r.Data = DataControllo(a.ambiente);
   } else
     // A filter on the failures must not pass a snapshot it could not read as clean.
-    r.Esiti = {{std::string(VoceDi(IdEsito::snapshotUnreadable).id), Gravita::fail, "The snapshot cannot be read", {{"reason", r.Errore}},
+    r.Esiti = {{std::string(VoceDi(IdEsito::snapshotUnreadable).id),
+                Gravita::fail,
+                "The snapshot cannot be read",
+                {{"reason", r.Errore}},
                 "Ask the user to send the snapshot again, attached as the file the check wrote."}};
   return r;
 }

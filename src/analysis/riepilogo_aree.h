@@ -38,7 +38,8 @@ using NomiCercati = void (*)(const Fatti&, std::vector<std::string>&);
 void VerificaMembri(const Contesto& c);
 void VerificaFlag(const Contesto& c);
 
-// The editor folder: the script that cannot be read, or its levels against the folder; empty levels; tomb4.exe.
+// The editor folder: the script that cannot be read, or its levels against the folder; empty levels;
+// tomb4.exe.
 void NomiScript(const Fatti& f, std::vector<std::string>& nomi);
 void VerificaLivelliScript(const Contesto& c);
 void VerificaLivelliVuoti(const Contesto& c);

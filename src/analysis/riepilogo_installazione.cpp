@@ -59,7 +59,8 @@ class Installazione {
     const std::string cartella = SenzaBarra(elenco.CartellaBase);
     const std::vector<Evidenza> evidenza = {{"folder", ruolo}, {"path", cartella}};
     if (SottoProgrammi(cartella))
-      Avvisa(IdEsito::installProgramFiles, "The " + ruolo + " folder is below a Program Files folder", evidenza,
+      Avvisa(IdEsito::installProgramFiles, "The " + ruolo + " folder is below a Program Files folder",
+             evidenza,
              std::string("Files the level tools write there may live in the user's VirtualStore and differ "
                          "from what others see; installing in a folder of the user's, ") +
                  kAltrove + ", avoids it.");

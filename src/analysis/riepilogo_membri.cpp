@@ -112,7 +112,8 @@ void VerificaFlag(const Contesto& c) {
     c.Aggiungi(IdEsito::flagUnknownBits, Gravita::warn, "Error flags are set that this program does not know",
                {{"FlagErrori", esa}, {"unknown_bits", "0x" + Esadecimale(flag & ~kBitNoti, 32)}},
                "Ask the user which program made the snapshot, and make it again with this one.");
-  if (flag == 0) c.Aggiungi(IdEsito::flagNone, Gravita::pass, "The check set no error flag", {{"FlagErrori", esa}});
+  if (flag == 0)
+    c.Aggiungi(IdEsito::flagNone, Gravita::pass, "The check set no error flag", {{"FlagErrori", esa}});
 }
 
 }  // namespace analysis

@@ -70,10 +70,11 @@ void VerificaCartellaEditor(const Contesto& c) {
     c.Aggiungi(IdEsito::prefsSameEditorFolder, Gravita::pass,
                "Ordelio points at the editor folder that was checked", evidenze);
   else
-    c.Aggiungi(IdEsito::prefsOtherEditorFolder, Gravita::fail,
-               "Ordelio points at another editor folder than the one that was checked", evidenze,
-               "Set the editor folder in Ordelio's settings to the level editor the user plays, or check that "
-               "folder instead.");
+    c.Aggiungi(
+        IdEsito::prefsOtherEditorFolder, Gravita::fail,
+        "Ordelio points at another editor folder than the one that was checked", evidenze,
+        "Set the editor folder in Ordelio's settings to the level editor the user plays, or check that "
+        "folder instead.");
 }
 
 void VerificaArchivio(const Contesto& c) {
@@ -97,7 +98,8 @@ void VerificaArchivio(const Contesto& c) {
     c.Aggiungi(IdEsito::archiveFewFolders, Gravita::warn,
                "The archive lists " + std::to_string(livelli) + " levels but its folder holds " +
                    std::to_string(numero) + " level folders",
-               evidenze, "Restore the missing level folders from a backup, or let Ordelio rebuild its archive.");
+               evidenze,
+               "Restore the missing level folders from a backup, or let Ordelio rebuild its archive.");
   else
     c.Aggiungi(IdEsito::archiveFoldersMatch, Gravita::pass,
                "The archive folder holds a folder for each of the " + std::to_string(livelli) + " levels",
@@ -135,9 +137,10 @@ void VerificaVersioneOrdelio(const Contesto& c) {
   if (c.fatti.header.stato != StatoMembro::letto || (h.FlagErrori & formats::kMancaOrdl2009Exe)) return;
   const std::string versione = support::PulisciStringa(h.VersioneOrdelio.Testo());
   if (versione.empty())
-    c.Aggiungi(IdEsito::ordelioNoVersion, Gravita::warn, "ordl2009.exe was found but carries no version text",
-               {{"VersioneOrdelio", versione}},
-               "Reinstall Ordelio from its own setup: this ordl2009.exe may be damaged or not the right one.");
+    c.Aggiungi(
+        IdEsito::ordelioNoVersion, Gravita::warn, "ordl2009.exe was found but carries no version text",
+        {{"VersioneOrdelio", versione}},
+        "Reinstall Ordelio from its own setup: this ordl2009.exe may be damaged or not the right one.");
   else
     c.Aggiungi(IdEsito::ordelioVersion, Gravita::pass, "Ordelio's version is " + versione,
                {{"VersioneOrdelio", versione}});

@@ -75,7 +75,8 @@ TabellaScript AnalizzaTabellaScript(std::string_view byte) {
   for (std::size_t i = 0; i < n && t.problema.empty(); ++i) {
     const std::size_t fine = blocco.find('\0', atteso);
     if (host::U16LE(byte, kDimensioneIntestazioneScript + 2 * i) != atteso)
-      t.problema = "the table's entry for level file " + quale(i) + " does not point where the name before ends";
+      t.problema =
+          "the table's entry for level file " + quale(i) + " does not point where the name before ends";
     else if (fine == std::string_view::npos)
       t.problema = "the name of level file " + quale(i) + " runs past its block";
     else

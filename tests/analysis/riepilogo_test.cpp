@@ -9,8 +9,8 @@
 #include <cstdlib>
 #include <functional>
 #include <map>
-#include <sstream>
 #include <nlohmann/json.hpp>
+#include <sstream>
 
 #include "ambiente_prova.h"
 #include "analysis/forma_analisi.h"
@@ -105,7 +105,8 @@ analysis::RiepilogoSnapshot Verifica(Caso& c, MacchinaProva& m) {
   MacchinaProva::ScriviHost(m.C("Campione/tomb4.exe"), "1234");
   MacchinaProva::ScriviHost(m.C("Campione/a.tr4"), "123");
   if (c.campioni) {
-    MacchinaProva::ScriviHost(m.C("P/backup_trle.le"), Elenco("C:\\Campione", {{"\\tomb4.exe", 4}, {"\\a.tr4", 3}}));
+    MacchinaProva::ScriviHost(m.C("P/backup_trle.le"),
+                              Elenco("C:\\Campione", {{"\\tomb4.exe", 4}, {"\\a.tr4", 3}}));
     MacchinaProva::ScriviHost(m.C("P/trle_cd.le"), Elenco("D:", {}));
   }
   return analysis::ApriEVerifica("C:\\s.bin", "C:\\Dati", "C:\\P", '.');
@@ -154,8 +155,8 @@ TEST(Riepilogo, CasiControAttesi) {
          c.membri = {
              {"script.dat", Script({"X"})}, {"infofile.bin", ""}, {"ordelio.prf", ""}, {"Archivio.QLV", ""}};
        }},
-      // The editor where its 32-bit installer puts it, Ordelio in a OneDrive folder with an accented name, the
-      // archive on a long path; names the code page could not show, and one past the path limit.
+      // The editor where its 32-bit installer puts it, Ordelio in a OneDrive folder with an accented name,
+      // the archive on a long path; names the code page could not show, and one past the path limit.
       {"installazione",
        [](Caso& c) {
          const std::string editor = "C:\\Program Files (x86)\\Core Design\\trle";
@@ -202,7 +203,8 @@ TEST(Riepilogo, CasiControAttesi) {
       {"danneggiati",
        [](Caso& c) {
          c.Completa();
-         c.membri["script.dat"] = MacchinaProva::LeggiHost(CHECKORDL_DATI_PROVA "/riepilogo/script_casuale.bin");
+         c.membri["script.dat"] =
+             MacchinaProva::LeggiHost(CHECKORDL_DATI_PROVA "/riepilogo/script_casuale.bin");
          c.membri["Archivio.QLV"].resize(1500);
          c.membri["infofile.bin"].pop_back();
          c.membri["ordelio.prf"] += "\r\n";
@@ -258,7 +260,8 @@ TEST(Riepilogo, MembriDanneggiati) {
     ASSERT_NE(riga, std::string::npos) << righe;
     EXPECT_NE(righe.substr(riga, righe.find('\n', riga + 1) - riga).find(d[5]), std::string::npos) << righe;
     std::istringstream assenti(d[6] + " member.missing");
-    for (std::string id; assenti >> id;) EXPECT_EQ(righe.find(" " + id + ":"), std::string::npos) << id << righe;
+    for (std::string id; assenti >> id;)
+      EXPECT_EQ(righe.find(" " + id + ":"), std::string::npos) << id << righe;
     for (const char* id : {"\npass member.all-present:", "\npass editor.tomb4-present:"})
       EXPECT_NE(righe.find(id), std::string::npos) << righe;
   }
@@ -275,8 +278,8 @@ TEST(Riepilogo, IdNelReadme) {
     if (dentro && riga.starts_with("| `")) righe.push_back(riga);
   }
   for (const analysis::VoceEsito& v : analysis::kEsitiNoti)
-    attese.push_back("| `" + std::string(v.id) + "` | " + std::string(v.livelli) + " | " + std::string(v.descrizione) +
-                     " |");
+    attese.push_back("| `" + std::string(v.id) + "` | " + std::string(v.livelli) + " | " +
+                     std::string(v.descrizione) + " |");
   EXPECT_EQ(righe, attese);
 }
 
