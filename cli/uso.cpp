@@ -40,6 +40,11 @@ const std::vector<Verbo>& Tabella() {
        "write a copy of the snapshot with every account name in its paths replaced by user1, user2, ...; "
        "--authors: the level authors too; --key: the stand-ins and the names they replace into FILE",
        VerboAnonymize},
+      {"rules", "check [FILE...] | test FILE SNAPSHOT... | list | fields",
+       "check rules files (no FILE: those in force) and print every error with its place; print what each "
+       "rule of FILE says of each snapshot; list the rules in force, their files and the files left out; "
+       "list the fields a rule may compare",
+       VerboRules},
       {"demo", "DIR", "make a sample machine in DIR, run the check and every report on it", VerboDemo},
   };
   return verbi;
@@ -132,7 +137,10 @@ std::string PaginaManuale(const std::string& versione) {
        "It is the folder of the executable where this user may write there and it is not below\n.IR /usr ;\n"
        "otherwise\n.IR $XDG_DATA_HOME/checkordl ,\nelse\n.IR ~/.local/share/checkordl ,\n"
        "made when first needed.\n"
-       "The desktop program uses the same folder.\n";
+       "The desktop program uses the same folder.\n"
+       ".PP\nRules files (\n.IR *.json )\nare read from the folder\n.I regole\nbeside the executable (else\n"
+       ".IR ../share/checkordl/regole ),\nthen from\n.I regole_locali\nin the program folder and in the user's "
+       "data folder; a later rule of the same id replaces an earlier one.\n";
   p += ".SH SEE ALSO\n.BR checkordl (1)\n";
   return p;
 }

@@ -30,6 +30,7 @@ int VerboReport(const Argomenti& args, MessaggiConsole& msg);
 int VerboCompare(const Argomenti& args, MessaggiConsole& msg);
 int VerboFindings(const Argomenti& args, MessaggiConsole& msg);
 int VerboAnonymize(const Argomenti& args, MessaggiConsole& msg);
+int VerboRules(const Argomenti& args, MessaggiConsole& msg);
 
 // Opens `snapshot` as the analysis window does and runs the report items named in `voci` (header pref
 // archive ordl trle dirarc ordeio script backup environment) in order. Prints the report area's text at the end, or,

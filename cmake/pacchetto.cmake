@@ -18,6 +18,15 @@ if(TARGET checkordl)
   install(TARGETS checkordl RUNTIME DESTINATION ${cartella_programmi})
 endif()
 
+# The shipped rules: beside the programs on Windows (the program folder a supporter knows), in the package's
+# shared folder elsewhere, which the programs look for from their own folder.
+if(WIN32)
+  set(cartella_regole regole)
+else()
+  set(cartella_regole ${CMAKE_INSTALL_DATAROOTDIR}/checkordl/regole)
+endif()
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/regole/ DESTINATION ${cartella_regole} FILES_MATCHING PATTERN "*.json")
+
 if(WIN32)
   # Beside the programs, for a Windows user who got them in a zip or the installer: the support address,
   # which a supporter changes without a compiler, and what to do with the download. Windows' line ends.

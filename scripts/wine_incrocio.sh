@@ -34,6 +34,8 @@ c=$p/drive_c
 # Both tools from one folder on C:, so that the program folder is the same Windows path for both.
 mkdir -p "$c/Strumenti"
 cp "$nativo/cli/checkordl-cli" "$windows/cli/checkordl-cli.exe" "$c/Strumenti/"
+# The shipped rules beside both, as the builds and the packages place them: both must read them alike.
+cp -r "$nativo/cli/regole" "$c/Strumenti/"
 cp "$nativo/tools/checkordl_sonda" "$windows/tools/checkordl_sonda.exe" "$c/Strumenti/"
 nat=$c/Strumenti/checkordl-cli
 win=$c/Strumenti/checkordl-cli.exe
@@ -357,6 +359,14 @@ fi
 cp "$t/demo.bin" "$c/Istantanea.bin"
 for v in $voci_report; do
   confronta "report $v" report 'C:\Istantanea.bin' "$v"
+done
+
+# ---- the shipped rules beside both: the same rules in force, and what each says of the snapshot ----
+confronta "rules list" rules list
+confronta "rules check" rules check
+for f in "$c"/Strumenti/regole/*.json; do
+  n=$(basename "$f")
+  confronta "rules test $n" rules test 'C:\Strumenti\regole\'"$n" 'C:\Istantanea.bin'
 done
 
 # ---- one program folder for both builds: a lock of either kind keeps the other out. Wine makes LockFileEx a

@@ -6,6 +6,7 @@
 
 #include "analysis/ambiente_dati.h"
 #include "analysis/fatti.h"
+#include "analysis/regole.h"
 #include "analysis/riepilogo_aree.h"
 #include "host/nomi.h"
 #include "support/files.h"
@@ -70,12 +71,13 @@ void Contesto::Aggiungi(IdEsito id, Gravita g, std::string titolo, std::vector<E
 std::vector<Esito> CalcolaRiepilogo(const std::string& cartellaDati,
                                     const collection::ContenutoSnapshot& contenuto,
                                     const std::string& cartellaProgramma, char separatoreDecimale,
-                                    const LettoreElenchi& lettore, const RegoleInVigore* /*regole*/) {
+                                    const LettoreElenchi& lettore, const RegoleInVigore* regole) {
   const Fatti fatti = LeggiFatti(cartellaDati, contenuto, lettore);
   const std::unordered_set<std::string> nomiTrle = NomiTrle(fatti);
   std::vector<Esito> esiti;
   const Contesto c{fatti, nomiTrle, cartellaProgramma, separatoreDecimale, esiti};
   for (const Verifica& v : kVerifiche) v.esegui(c);
+  for (Esito& e : EsitiRegole(regole ? *regole : RegoleDelProgramma(), fatti)) esiti.push_back(std::move(e));
   std::stable_sort(esiti.begin(), esiti.end(),
                    [](const Esito& a, const Esito& b) { return a.Livello < b.Livello; });
   return esiti;

@@ -45,6 +45,8 @@ std::string TestoRiepilogo(const std::vector<Esito>& esiti) {
     std::string riga = host::Maiuscolo(NomeGravita(e.Livello)) + "  " + e.Id;
     riga.append(riga.size() < rientro ? rientro - riga.size() : 1, ' ');
     AggiungiRigaAvvolta(t, riga + e.Titolo, 0, rientro, colonne);
+    // A rule's finding says where it came from, a pass too: the supporter who doubts it knows what to open.
+    if (!e.Regola.empty()) AggiungiRigaAvvolta(t, "rule: " + e.Regola, rientro, rientro, colonne);
     if (e.Livello == Gravita::pass) continue;
     std::string evidenze;
     for (const auto& p : e.Evidenze) evidenze += (evidenze.empty() ? "" : "; ") + TestoEvidenza(p);
@@ -82,11 +84,13 @@ std::string JsonRiepilogo(const std::string& snapshot, const RiepilogoSnapshot& 
       else
         evidenze[utf8(p.Nome)] = std::get<std::int64_t>(p.Valore);
     }
-    esiti.push_back({{"id", e.Id},
-                     {"severity", NomeGravita(e.Livello)},
-                     {"title", utf8(e.Titolo)},
-                     {"evidence", std::move(evidenze)},
-                     {"action", utf8(e.Azione)}});
+    ordered_json esito = {{"id", e.Id},
+                          {"severity", NomeGravita(e.Livello)},
+                          {"title", utf8(e.Titolo)},
+                          {"evidence", std::move(evidenze)},
+                          {"action", utf8(e.Azione)}};
+    if (!e.Regola.empty()) esito["rule"] = utf8(e.Regola);
+    esiti.push_back(std::move(esito));
   }
   j["findings"] = std::move(esiti);
   return j.dump(-1, ' ', false, ordered_json::error_handler_t::replace);

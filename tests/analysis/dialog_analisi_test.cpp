@@ -4,11 +4,13 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <string>
 #include <vector>
 
 #include "analysis/prospetto_ambiente.h"
+#include "analysis/regole.h"
 #include "collection/snapshot.h"
 #include "finestra_prova.h"
 #include "formats/info_header.h"
@@ -212,3 +214,47 @@ TEST(DialogAnalisi, SalvaCarica) {
 }
 
 }  // namespace
+
+#ifndef _WIN32
+// A rule's finding in "Riepilogo problemi": the same text as the tool's findings, its file named under it,
+// and the same in the JSON. The rules in force are read once a process, so the rule is planted in the user's
+// data folder before anything reads them; a run of the whole suite in one process may have read them already.
+TEST(DialogAnalisi, RiepilogoConUnaRegola) {
+  MacchinaProva m;
+  const char* prima = std::getenv("XDG_DATA_HOME");
+  const std::string vecchio = prima ? prima : "";
+  ::setenv("XDG_DATA_HOME", m.C("Utente").c_str(), 1);
+  MacchinaProva::ScriviHost(
+      m.C("Utente/checkordl/regole_locali/prova.json"),
+      R"({"format": 1, "rules": [{"id": "prova.finestra", "outcomes": [{"severity": "warn",
+          "when": {"field": "header.StartFolderTrle", "value": "C:\\Regola\\Prova"},
+          "title": "Planted for the window: {value}", "action": "None."}]}]})");
+  const bool letta = !analysis::RegoleDelProgramma().regole.empty() &&
+                     analysis::RegoleDelProgramma().regole.back().id == "prova.finestra";
+  prima ? ::setenv("XDG_DATA_HOME", vecchio.c_str(), 1) : ::unsetenv("XDG_DATA_HOME");
+  if (!letta) GTEST_SKIP() << "the rules in force were read before this test";
+
+  std::filesystem::create_directories(m.C("Prog/Dati"));
+  formats::InfoHeader h;
+  h.StartFolderTrle.Assegna("C:\\Regola\\Prova");
+  MacchinaProva::ScriviHost(m.C("Infofile.bin"), formats::CodificaInfoHeader(h));
+  support::DidascaliaMuta info;
+  support::BarraMuta barra;
+  ASSERT_TRUE(collection::SalvaSnapshot("C:\\snap.bin", {"C:\\Infofile.bin"}, 1, info, barra));
+  AnalisiProva a;
+  analysis::ImpostaValori(a.d, "C:\\snap.bin");
+  analysis::mnu_RiepilogoProblemi_Click(a.d);
+  const std::string testo = a.area.Testo();
+  std::string atteso = "WARN  prova.finestra             Planted for the window: C:\\Regola\\Prova\r\n";
+  atteso.append(33, ' ').append("rule: regole_locali\\prova.json\r\n");
+  EXPECT_NE(testo.find(atteso), std::string::npos) << testo;
+
+  std::filesystem::create_directories(m.C("Apart"));
+  EXPECT_TRUE(a.messaggi.tutti.empty());
+  const analysis::RiepilogoSnapshot r = analysis::ApriEVerifica("C:\\snap.bin", "C:\\Apart", "C:\\Prog", '.');
+  EXPECT_EQ(analysis::TestoRiepilogo(r), testo);
+  EXPECT_NE(
+      analysis::JsonRiepilogo("snap.bin", r).find(R"("action":"None.","rule":"regole_locali\\prova.json")"),
+      std::string::npos);
+}
+#endif
