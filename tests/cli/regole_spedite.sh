@@ -40,8 +40,6 @@ open(p, 'wb').write(b)"
 casi=(
   "quiet||"
   "runtime.d3dx9-beside-tomb4|printf 12345 > \"\$trle/d3dx9_43.dll\"|"
-  "runtime.directx9-missing||ambiente '$tomb4[\"imports\"] = [{\"dll\": \"d3dx9_43.dll\", \"found\": \"not found\", \"path\": \"\", \"zone\": None}]'"
-  "runtime.vcredist-missing||ambiente '$tomb4[\"imports\"] = [{\"dll\": \"MSVCP140.dll\", \"found\": \"not found\", \"path\": \"\", \"zone\": None}]'"
   "runtime.binkw32-missing|rm \"\$trle/binkw32.dll\"|"
   "wrapper.ddraw|printf 12 > \"\$trle/ddraw.dll\"|"
   "wrapper.direct3d|printf 123 > \"\$trle/d3d9.dll\"|"
@@ -53,8 +51,6 @@ casi=(
   "ordelio.old-version||versione 1.8.2"
   "windows.codepage||ambiente 'a[\"windows\"][\"ansi_code_page\"] = 1250'"
   "windows.display-scaling||ambiente 'a[\"windows\"][\"dpi\"] = 144'"
-  "windows.tomb4-as-administrator||ambiente '$tomb4[\"layers\"] = [{\"root\": \"HKCU\", \"layers\": \"~ RUNASADMIN\"}]'"
-  "windows.old-windows-mode||ambiente '$tomb4[\"layers\"] = [{\"root\": \"HKLM\", \"layers\": \"~ WIN98 DWM8And16BitMitigation\"}]'"
 )
 : > "$t/uscita"
 for caso in "${casi[@]}"; do
