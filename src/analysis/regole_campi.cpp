@@ -251,7 +251,8 @@ Modello FaiModello(std::string_view pattern, bool percorsi) {
   Piega(pattern, m.testo);
   if (m.percorso) {
     const std::size_t primo = m.testo.find_first_not_of('\\');
-    m.testo = std::string(1, '\\').append(primo == std::string::npos ? std::string() : m.testo.substr(primo));
+    m.testo.erase(0, primo == std::string::npos ? m.testo.size() : primo - 1);
+    if (m.testo.empty()) m.testo.push_back('\\');
   }
   m.jolly = host::HaJolly(m.testo);
   m.primaStella = m.testo.find('*');

@@ -110,7 +110,7 @@ TEST(Regole, FileValido) {
   ASSERT_EQ(f.regole.size(), 21u);
   const Regola& r = f.regole.back();
   EXPECT_EQ(r.id, "text.escapes");
-  EXPECT_EQ(r.riga, 55);
+  EXPECT_EQ(r.riga, 56);
   ASSERT_EQ(r.esiti.size(), 1u);
   // Evidence in the file's order, not the names'.
   ASSERT_EQ(r.esiti[0].evidenze.size(), 2u);
