@@ -233,7 +233,7 @@ int ConfrontaVersioni(std::string_view a, std::string_view b) {
   }
 }
 
-void Piega(std::string_view s, std::string& out) {
+const std::array<char, 256>& TabellaPiega() {
   // Every name of a large list goes through here: a table, made once.
   static const std::array<char, 256> kPiega = [] {
     std::array<char, 256> t{};
@@ -241,8 +241,13 @@ void Piega(std::string_view s, std::string& out) {
     t['/'] = '\\';
     return t;
   }();
+  return kPiega;
+}
+
+void Piega(std::string_view s, std::string& out) {
+  const std::array<char, 256>& piega = TabellaPiega();
   out.resize(s.size());
-  for (std::size_t i = 0; i < s.size(); ++i) out[i] = kPiega[static_cast<unsigned char>(s[i])];
+  for (std::size_t i = 0; i < s.size(); ++i) out[i] = piega[static_cast<unsigned char>(s[i])];
 }
 
 Modello FaiModello(std::string_view pattern, bool percorsi) {
@@ -260,45 +265,49 @@ Modello FaiModello(std::string_view pattern, bool percorsi) {
   return m;
 }
 
+namespace {
+
+bool UgualeA(std::string_view parte, std::string_view nome, std::size_t da) {
+  for (std::size_t i = 0; i < parte.size(); ++i)
+    if (parte[i] != '?' && parte[i] != nome[da + i]) return false;
+  return true;
+}
+
+// Where `parte` (`?` any character) first stands in nome[da, fine), or npos.
+std::size_t Cerca(std::string_view nome, std::size_t da, std::size_t fine, std::string_view parte) {
+  if (parte.find('?') == std::string_view::npos) {
+    const std::size_t t = nome.substr(0, fine).find(parte, da);
+    return t;
+  }
+  for (std::size_t i = da; i + parte.size() <= fine; ++i)
+    if (UgualeA(parte, nome, i)) return i;
+  return std::string_view::npos;
+}
+
+}  // namespace
+
 bool Corrisponde(const Modello& m, std::string_view nome) {
   const std::string_view p = m.testo;
   if (!m.jolly) return p == nome;
-  const std::size_t primaStella = m.primaStella, ultimaStella = m.ultimaStella;
-  if (primaStella == std::string_view::npos) {
-    if (p.size() != nome.size()) return false;
-    for (std::size_t i = 0; i < p.size(); ++i)
-      if (p[i] != '?' && p[i] != nome[i]) return false;
-    return true;
-  }
+  if (m.primaStella == std::string_view::npos) return p.size() == nome.size() && UgualeA(p, nome, 0);
   // The literal tail and head first: most names fail there, without the walk.
-  const std::string_view testa = p.substr(0, primaStella), coda = p.substr(ultimaStella + 1);
+  const std::string_view testa = p.substr(0, m.primaStella), coda = p.substr(m.ultimaStella + 1);
   if (testa.size() + coda.size() > nome.size()) return false;
-  const std::string_view fineNome = nome.substr(nome.size() - coda.size());
-  for (std::size_t i = 0; i < coda.size(); ++i)
-    if (coda[i] != '?' && coda[i] != fineNome[i]) return false;
-  for (std::size_t i = 0; i < testa.size(); ++i)
-    if (testa[i] != '?' && testa[i] != nome[i]) return false;
-  // Between the first and the last star: two pointers with one point to go back to, never more, so no
-  // pattern takes more than a pass for each star.
-  const std::string_view pm = p.substr(primaStella, ultimaStella + 1 - primaStella);
-  const std::string_view n = nome.substr(testa.size(), nome.size() - testa.size() - coda.size());
-  std::size_t pi = 0, ni = 0, stella = std::string_view::npos, dopo = 0;
-  while (ni < n.size()) {
-    if (pi < pm.size() && pm[pi] == '*') {
-      stella = pi++;
-      dopo = ni;
-    } else if (pi < pm.size() && (pm[pi] == '?' || pm[pi] == n[ni])) {
-      ++pi;
-      ++ni;
-    } else if (stella != std::string_view::npos) {
-      pi = stella + 1;
-      ni = ++dopo;
-    } else {
-      return false;
-    }
+  if (!UgualeA(coda, nome, nome.size() - coda.size()) || !UgualeA(testa, nome, 0)) return false;
+  // Between the first and the last star, each piece where it first stands after the one before: the
+  // leftmost place leaves the most room to the pieces after it, so no other place need be tried.
+  const std::size_t fine = nome.size() - coda.size();
+  std::size_t ni = testa.size();
+  for (std::size_t pi = m.primaStella + 1; pi <= m.ultimaStella;) {
+    const std::size_t stella = p.find('*', pi);
+    const std::string_view pezzo = p.substr(pi, stella - pi);
+    pi = stella + 1;
+    if (pezzo.empty()) continue;
+    const std::size_t t = Cerca(nome, ni, fine, pezzo);
+    if (t == std::string_view::npos) return false;
+    ni = t + pezzo.size();
   }
-  while (pi < pm.size() && pm[pi] == '*') ++pi;
-  return pi == pm.size();
+  return true;
 }
 
 bool ConfrontaNumero(const Confronto& c, double x) {

@@ -2,6 +2,7 @@
 // folded, every operand of the type its field wants. The fields a rule may compare are one table here.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -31,6 +32,8 @@ Modello FaiModello(std::string_view pattern, bool percorsi = true);
 bool Corrisponde(const Modello& m, std::string_view nome);
 // Folded, `/` made `\`, into `out` (whose room is reused).
 void Piega(std::string_view s, std::string& out);
+// The same for one character: the table, indexed by the character as unsigned.
+const std::array<char, 256>& TabellaPiega();
 
 enum class TipoCampo { intero, numero, testo, versione, booleano };
 const char* NomeTipo(TipoCampo t);

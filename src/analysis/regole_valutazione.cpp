@@ -32,33 +32,6 @@ struct Risposta {
   Legami l;
 };
 
-StatoMembro StatoDi(const Fatti& f, collection::Membro m) {
-  using collection::Membro;
-  switch (m) {
-    case Membro::intestazione:
-      return f.header.stato;
-    case Membro::preferenze:
-      return f.preferenze.stato;
-    case Membro::archivio:
-      return f.archivio.stato;
-    case Membro::elencoOrdl:
-      return f.ordl.stato;
-    case Membro::elencoTrle:
-      return f.trle.stato;
-    case Membro::elencoArchivio:
-      return f.dirarc.stato;
-    case Membro::ordeio:
-      return f.ordeio.stato;
-    case Membro::script:
-      return f.script.stato;
-    case Membro::ambiente:
-      break;
-  }
-  return f.ambiente.stato == StatoAmbiente::letto        ? StatoMembro::letto
-         : f.ambiente.stato == StatoAmbiente::illeggibile ? StatoMembro::danneggiato
-                                                         : StatoMembro::assente;
-}
-
 std::string TestoValore(const ValoreCampo& v) {
   if (const bool* b = std::get_if<bool>(&v)) return *b ? "true" : "false";
   if (const std::string* s = std::get_if<std::string>(&v)) return *s;
@@ -84,52 +57,105 @@ bool CorrispondeTesto(const Modello& m, std::string_view testo, std::string& buf
   return Corrisponde(m, buf);
 }
 
+// The string hash under a name of its own: libstdc++ looks a key up in a map of up to 20 strings by comparing
+// it with each, unhashed.
+struct Hash {
+  std::size_t operator()(const std::string& s) const { return std::hash<std::string_view>{}(s); }
+};
+
+// A first sieve before a lookup, for every entry of a large list: the last eight characters (folded) of a
+// name, or of a path after its first `\\`, as one number, mixed with the length, and a set of such numbers as
+// bits.
+std::uint64_t Coda(std::string_view s, std::size_t salta, const std::array<char, 256>& piega) {
+  std::uint64_t k = 0;
+  for (std::size_t i = std::max(salta, s.size() > 8 ? s.size() - 8 : 0); i < s.size(); ++i)
+    k = k * 131 + static_cast<unsigned char>(piega[static_cast<unsigned char>(s[i])]);
+  return k;
+}
+std::uint64_t Chiave(std::uint64_t coda, std::size_t lunghezza) {
+  return coda ^ (lunghezza * 0xC2B2AE3D27D4EB4FULL);
+}
+struct Setaccio {
+  std::array<std::uint64_t, 64> bit{};
+  static std::size_t Posto(std::uint64_t k) { return static_cast<std::size_t>((k * 0x9E3779B97F4A7C15ULL) >> 52); }
+  void Metti(std::uint64_t k) { bit[Posto(k) / 64] |= std::uint64_t{1} << (Posto(k) % 64); }
+  bool Forse(std::uint64_t k) const { return (bit[Posto(k) / 64] >> (Posto(k) % 64)) & 1; }
+};
+
 // What the rules ask of one list, and, once made, the entries each pattern matched (in list order).
 struct Indice {
-  std::unordered_map<std::string, std::vector<std::uint32_t>> nomi, percorsi, jolly;
-  // Each distinct wildcard pattern and where its matches go (a map's values stay where they are).
-  std::vector<std::pair<const Modello*, std::vector<std::uint32_t>*>> modelliJolly;
-  // The lengths of the paths asked for: a path of another length is not looked up.
-  std::vector<bool> lunghezze;
+  std::unordered_map<std::string, std::vector<std::uint32_t>, Hash> nomi, percorsi, jolly;
+  // Each distinct wildcard pattern and where its matches go (a map's values stay where they are), by the
+  // last character a name must end in to match it (a pattern that ends in `*` or `?` under every one): an
+  // entry is tried only against the patterns of its last character.
+  using ModelloJolly = std::pair<const Modello*, std::vector<std::uint32_t>*>;
+  std::vector<ModelloJolly> modelliJolly;
+  std::array<std::vector<ModelloJolly>, 256> perUltima;
+  // The lengths of the paths and names asked for: one of another length is not looked up; nor one that the
+  // sieve does not hold.
+  std::vector<bool> lunghezze, lunghezzeNomi;
+  Setaccio setaccioNomi, setaccioPercorsi;
   bool fatto = false;
 
   void Chiedi(const Modello& m) {
     if (m.jolly) {
       const auto [voce, nuovo] = jolly.emplace(m.testo, std::vector<std::uint32_t>{});
       if (nuovo) modelliJolly.emplace_back(&m, &voce->second);
-    } else {
-      (m.percorso ? percorsi : nomi).emplace(m.testo, std::vector<std::uint32_t>{});
-      if (m.percorso) {
-        if (lunghezze.size() <= m.testo.size()) lunghezze.resize(m.testo.size() + 1);
-        lunghezze[m.testo.size()] = true;
-      }
+      return;
     }
+    (m.percorso ? percorsi : nomi).emplace(m.testo, std::vector<std::uint32_t>{});
+    std::vector<bool>& l = m.percorso ? lunghezze : lunghezzeNomi;
+    if (l.size() <= m.testo.size()) l.resize(m.testo.size() + 1);
+    l[m.testo.size()] = true;
+    const std::uint64_t k = Chiave(Coda(m.testo, m.percorso ? 1 : 0, TabellaPiega()), m.testo.size());
+    (m.percorso ? setaccioPercorsi : setaccioNomi).Metti(k);
   }
 
   void Fai(const formats::ElencoFile& e) {
     fatto = true;
+    const std::array<char, 256>& piega = TabellaPiega();
+    for (const ModelloJolly& mj : modelliJolly) {
+      const char ultima = mj.first->testo.back();
+      for (int c = 0; c < 256; ++c)
+        if (ultima == '*' || ultima == '?' || piega[static_cast<std::size_t>(c)] == ultima)
+          perUltima[static_cast<std::size_t>(c)].push_back(mj);
+    }
     const std::size_t n = VociUsabili(e);
     std::string percorso, nome;
     for (std::size_t i = 0; i < n; ++i) {
-      const std::string& voce = e.NomiFile[i];
+      const std::string_view voce = e.NomiFile[i];
       const bool radice = !voce.empty() && (voce.front() == '\\' || voce.front() == '/');
-      Piega(voce, percorso);
-      if (!radice) percorso.insert(percorso.begin(), '\\');
-      const std::string_view solo = Nome(percorso);
+      std::size_t inizioNome = voce.size();
+      while (inizioNome > 0 && voce[inizioNome - 1] != '\\' && voce[inizioNome - 1] != '/') --inizioNome;
+      const std::string_view solo = voce.substr(inizioNome);
+      const std::size_t lunghezza = voce.size() + (radice ? 0 : 1);
       const auto indice = static_cast<std::uint32_t>(i);
-      if (!nomi.empty()) {
-        nome.assign(solo);
-        if (const auto it = nomi.find(nome); it != nomi.end()) it->second.push_back(indice);
-      }
-      if (percorso.size() < lunghezze.size() && lunghezze[percorso.size()])
-        if (const auto it = percorsi.find(percorso); it != percorsi.end()) it->second.push_back(indice);
-      for (const auto& [m, trovati] : modelliJolly) {
-        const std::string_view bersaglio = m->percorso ? std::string_view(percorso) : solo;
-        // A pattern that ends in a letter takes only names that end in it: most fail here, unwalked.
-        const char ultima = m->testo.back();
-        if (ultima != '*' && ultima != '?' && (bersaglio.empty() || bersaglio.back() != ultima)) continue;
-        if (Corrisponde(*m, bersaglio)) trovati->push_back(indice);
-      }
+      // Folded only when a sieve or a pattern lets it through: most entries are looked at, never copied.
+      bool haPercorso = false, haNome = false;
+      const auto Percorso = [&]() -> const std::string& {
+        if (!haPercorso) {
+          Piega(voce, percorso);
+          if (!radice) percorso.insert(percorso.begin(), '\\');
+          haPercorso = true;
+        }
+        return percorso;
+      };
+      const auto NomeEntrata = [&]() -> const std::string& {
+        if (!haNome) Piega(solo, nome);
+        haNome = true;
+        return nome;
+      };
+      // A name of eight characters or more ends as its path does: one tail serves both sieves.
+      const std::uint64_t codaPercorso = Coda(voce, radice ? 1 : 0, piega);
+      const std::uint64_t codaNome = solo.size() >= 8 ? codaPercorso : Coda(solo, 0, piega);
+      if (solo.size() < lunghezzeNomi.size() && lunghezzeNomi[solo.size()] &&
+          setaccioNomi.Forse(Chiave(codaNome, solo.size())))
+        if (const auto it = nomi.find(NomeEntrata()); it != nomi.end()) it->second.push_back(indice);
+      if (lunghezza < lunghezze.size() && lunghezze[lunghezza] &&
+          setaccioPercorsi.Forse(Chiave(codaPercorso, lunghezza)))
+        if (const auto it = percorsi.find(Percorso()); it != percorsi.end()) it->second.push_back(indice);
+      for (const auto& [m, trovati] : perUltima[voce.empty() ? 0 : static_cast<unsigned char>(voce.back())])
+        if (Corrisponde(*m, m->percorso ? Percorso() : NomeEntrata())) trovati->push_back(indice);
     }
   }
 
@@ -198,7 +224,7 @@ class Valutazione {
   }
 
   Risposta Membro(const Condizione& c) const {
-    const StatoMembro s = StatoDi(f_, c.membro);
+    const StatoMembro s = f_.Stato(c.membro);
     bool vale = false;
     switch (c.stato) {
       case StatoVoluto::presente:
@@ -245,7 +271,7 @@ class Valutazione {
   }
 
   Risposta Campo(const Condizione& c) const {
-    if (!c.campo || StatoDi(f_, c.campo->membro) != StatoMembro::letto) return {Tri::ignoto, {}};
+    if (!c.campo || f_.Stato(c.campo->membro) != StatoMembro::letto) return {Tri::ignoto, {}};
     const std::optional<ValoreCampo> v = c.campo->leggi(f_);
     if (!v) return {Tri::ignoto, {}};
     if (!Confronta(c.valore, c.campo->tipo, *v)) return {};
