@@ -117,7 +117,7 @@ std::string TestoAnalisiBackup(const ListeBackup& liste, const std::string& elen
   AggiungiRiga(t, "File_Sorgente e dimensione" + std::string(25, ' ') + "Esito");
   AggiungiRiga(t, std::string(77, '-'));
 
-  std::int64_t corretti = 0, mancanti = 0, maggiori = 0, minori = 0, originaliCd = 0;
+  std::int64_t corretti = 0, mancanti = 0, maggiori = 0, minori = 0, originaliCd = 0, senzaCopia = 0;
   for (std::size_t i = 0; i < numeroCampione; ++i) {
     support::AggiornaProgresso(barra, static_cast<double>(numeroCampione), static_cast<double>(i + 1));
     const std::string chiave = SostituisciSenzaCaso(fileTrovati[i], campione.CartellaBase, kBackup);
@@ -135,6 +135,7 @@ std::string TestoAnalisiBackup(const ListeBackup& liste, const std::string& elen
       if (riferimento < 0) {
         ok = false;
         esito = kCampioneMancante;
+        ++senzaCopia;
       } else if (dimensione != riferimento) {
         ok = false;
         const bool maggiore = dimensione > riferimento;
@@ -167,7 +168,8 @@ std::string TestoAnalisiBackup(const ListeBackup& liste, const std::string& elen
                maggiori,
                minori,
                originaliCd,
-               numeroBackup - numeroFileTrovati};
+               numeroBackup - numeroFileTrovati,
+               senzaCopia};
   AggiungiRiga(t, std::string(74, '-'));
   AggiungiRiga(t, "FILE CORRETTI = " + std::to_string(corretti));
   AggiungiRiga(t, "FILE MANCANTI = " + std::to_string(mancanti));

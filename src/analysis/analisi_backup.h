@@ -33,6 +33,8 @@ struct ListeBackup {
 // The six totals of the report, for callers that want the figures rather than the text.
 struct TotaliBackup {
   std::int64_t Campione = 0, Corretti = 0, Mancanti = 0, Maggiori = 0, Minori = 0, OriginaliCd = 0, InPiu = 0;
+  // Sample files the user has whose good copy is not on this computer: neither right nor wrong.
+  std::int64_t SenzaCopia = 0;
 };
 
 // The report for three loaded lists. `elencoCampione` is the path of the sample list as line 4 shows it.

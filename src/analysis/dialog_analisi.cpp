@@ -45,6 +45,31 @@ void TestoSalvato(Dialog_Analisi& d, Voce v, const std::optional<std::string>& t
   Mostra(d, testo);
 }
 
+// Why the report could not be written to `percorso`, in words; "" when it was.
+std::string ScriviProspetto(const std::string& percorso, const std::string& testo) {
+  int err = 0;
+  host::File f = host::File::ApriScrittura(percorso, &err);
+  if (!err && f.Aperto()) return f.Scrivi(testo.data(), testo.size()) ? "" : "it could not be written whole";
+  switch (err) {
+    case host::kErrPermissionDenied:
+    case host::kErrPathFileAccess:
+      return "access denied";
+    case host::kErrPathNotFound:
+    case host::kErrFileNotFound:
+      return "the folder does not exist";
+    case host::kErrFileAlreadyOpen:
+      return "another program has the file open";
+    case host::kErrDiskFull:
+      return "the disk is full";
+    case host::kErrDeviceUnavailable:
+      return "the drive is not available";
+    case host::kErrBadFileName:
+      return "the name is not valid";
+    default:
+      return "error " + std::to_string(err);
+  }
+}
+
 bool FineParola(char c) {
   return c == ' ' || c == '\r' || c == ':';
 }
@@ -70,13 +95,16 @@ void ImpostaValori(Dialog_Analisi& d, const std::string& NomeInfoOrdl) {
   host::EscludiCartella({});
   if (const std::string motivo = support::PreparaCartellaDiLavoro(d.CartellaProgramma, d.CartellaDati);
       !motivo.empty()) {
+    d.ErroreSnapshot = "the working folder " + d.CartellaDati + " cannot be used: " + motivo;
     d.Messaggi.Critico("Cannot use the working folder " + d.CartellaDati + ": " + motivo);
     host::EscludiCartella(d.CartellaDati);
     return;
   }
   d.NomeSnapshot = NomeInfoOrdl;
-  d.SnapshotAperto = collection::EstraiSnapshot(NomeInfoOrdl, d.CartellaDati, d.Contenuto, d.CartellaProgramma);
+  d.SnapshotAperto =
+      collection::EstraiSnapshot(NomeInfoOrdl, d.CartellaDati, d.Contenuto, d.CartellaProgramma);
   if (!d.SnapshotAperto) {
+    d.ErroreSnapshot = support::FileExists(NomeInfoOrdl) ? kSnapshotIlleggibile : kSnapshotMancante;
     d.Messaggi.Semplice("Errrore estraendo file");
     return;
   }
@@ -165,6 +193,14 @@ void mnu_Confronta_Click(Dialog_Analisi& d) {
 void mnu_RiepilogoProblemi_Click(Dialog_Analisi& d) {
   // The same text as the tool's findings of the snapshot.
   RiepilogoSnapshot r;
+  // Dati holds nothing of a snapshot that could not be unpacked: its members are not missing, it is.
+  if (!d.SnapshotAperto) {
+    r.Errore = d.ErroreSnapshot;
+    r.Esiti = {EsitoIlleggibile(r.Errore)};
+    Mostra(d, TestoRiepilogo(r));
+    DeselezionaProspetti(d);
+    return;
+  }
   r.Esiti = CalcolaRiepilogo(d.CartellaDati, d.Contenuto, d.CartellaProgramma, support::SeparatoreDecimale());
   if (const AmbienteLetto a = LeggiAmbienteDati(d.CartellaDati); a.stato == StatoAmbiente::letto)
     r.Data = DataControllo(a.ambiente);
@@ -280,7 +316,9 @@ void mnu_SalvaFile_Click(Dialog_Analisi& d) {
   d.CommonDialog1.ImpostaNomeFile("");
   d.CommonDialog1.ImpostaFiltro("File di testo (*.txt)|*.txt");
   if (!d.CommonDialog1.MostraSalva()) return;
-  support::ScriviFileTesto(d.CommonDialog1.NomeFile(), d.Text_Out.Testo());
+  const std::string nome = d.CommonDialog1.NomeFile();
+  if (const std::string motivo = ScriviProspetto(nome, d.Text_Out.Testo()); !motivo.empty())
+    d.Messaggi.Critico("Could not write " + nome + ": " + motivo);
 }
 
 }  // namespace analysis

@@ -72,6 +72,8 @@ struct Dialog_Analisi {
   // What ImpostaValori leaves.
   // The snapshot was unpacked whole into Dati; its file.
   bool SnapshotAperto = false;
+  // Why it is not open, when it is not: the findings give it as the snapshot's one finding.
+  std::string ErroreSnapshot{};
   std::string NomeSnapshot{};
   collection::ContenutoSnapshot Contenuto{};
   std::string CartellaDati{};
@@ -147,6 +149,8 @@ void Pul_Prima_Click(Dialog_Analisi& d);
 
 void mnu_Copia_Click(Dialog_Analisi& d);
 void mnu_CaricaFile_Click(Dialog_Analisi& d);
+// "Salva prospetto in un file di testo": a file that cannot be written is named in a critical message, with
+// why.
 void mnu_SalvaFile_Click(Dialog_Analisi& d);
 
 }  // namespace analysis

@@ -95,13 +95,17 @@ RiepilogoSnapshot ApriEVerifica(const std::string& snapshot, const std::string& 
     if (const AmbienteLetto a = LeggiAmbienteDati(cartella); a.stato == StatoAmbiente::letto)
       r.Data = DataControllo(a.ambiente);
   } else
-    // A filter on the failures must not pass a snapshot it could not read as clean.
-    r.Esiti = {{std::string(VoceDi(IdEsito::snapshotUnreadable).id),
-                Gravita::fail,
-                "The snapshot cannot be read",
-                {{"reason", r.Errore}},
-                "Ask the user to send the snapshot again, attached as the file the check wrote."}};
+    r.Esiti = {EsitoIlleggibile(r.Errore)};
   return r;
+}
+
+// A filter on the failures must not pass a snapshot it could not read as clean.
+Esito EsitoIlleggibile(const std::string& motivo) {
+  return {std::string(VoceDi(IdEsito::snapshotUnreadable).id),
+          Gravita::fail,
+          "The snapshot cannot be read",
+          {{"reason", motivo}},
+          "Ask the user to send the snapshot again, attached as the file the check wrote."};
 }
 
 }  // namespace analysis

@@ -72,6 +72,9 @@ inline constexpr const char* kSnapshotMancante = "the file does not exist";
 inline constexpr const char* kSnapshotIlleggibile =
     "not a snapshot, or cut off: its table or a member runs past the end of the file";
 
+// The one finding of a snapshot that could not be read, and why.
+Esito EsitoIlleggibile(const std::string& motivo);
+
 // Unpacks `snapshot` into `cartella` (an existing, empty folder) and checks what it left there.
 RiepilogoSnapshot ApriEVerifica(const std::string& snapshot, const std::string& cartella,
                                 const std::string& cartellaProgramma, char separatoreDecimale);

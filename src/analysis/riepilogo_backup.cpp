@@ -30,18 +30,38 @@ void VerificaBackup(const Contesto& c) {
   support::BarraMuta barra;
   TotaliBackup t;
   TestoAnalisiBackup(liste, campione, MisuraCopieCampione(), fileTrovati, barra, c.separatore, &t);
-  const std::vector<Evidenza> evidenze = {{"sample_files", t.Campione}, {"correct", t.Corretti},
-                                          {"missing", t.Mancanti},      {"larger", t.Maggiori},
-                                          {"smaller", t.Minori},        {"cd_originals", t.OriginaliCd}};
+  // Sizes compared with only part of the good copy would pass for differences, or hide them: without the
+  // whole copy there are no totals, only what the supporter must set up.
+  if (t.SenzaCopia > 0) {
+    const std::string cartella = liste.Campione.CartellaBase;
+    c.Aggiungi(IdEsito::backupNoGoodCopy, Gravita::warn,
+               (support::DirExists(cartella) ? "The known good backup_trle here lacks files: "
+                                             : "No known good backup_trle on this computer: ") +
+                   cartella,
+               {{"good_copy_folder", cartella}, {"sample_files", t.Campione}, {"not_found", t.SenzaCopia}},
+               "Copy a known good backup_trle folder to " + cartella +
+                   ", or run \"checkordl-cli sample FOLDER\" on one that is on this computer.");
+    return;
+  }
+  const std::string conti = std::to_string(t.Mancanti) + " missing, " + std::to_string(t.Maggiori) +
+                            " larger, " + std::to_string(t.Minori) + " smaller";
   if (t.Mancanti + t.Maggiori + t.Minori > 0)
     c.Aggiungi(IdEsito::backupDiffers, Gravita::warn,
-               "backup_trle differs from the sample: " + std::to_string(t.Mancanti) + " missing, " +
-                   std::to_string(t.Maggiori) + " larger, " + std::to_string(t.Minori) + " smaller",
-               evidenze,
-               "Run the backup analysis for the files, and have the user restore them from the sample.");
+               "backup_trle: " + conti + " of " + std::to_string(t.Campione),
+               {{"missing", t.Mancanti},
+                {"larger", t.Maggiori},
+                {"smaller", t.Minori},
+                {"cd_originals", t.OriginaliCd}},
+               "Restore these files from a known good backup_trle; the backup analysis names them.");
   else
     c.Aggiungi(IdEsito::backupMatches, Gravita::pass,
-               "backup_trle matches the sample (" + std::to_string(t.Corretti) + " files)", evidenze);
+               "backup_trle matches the sample (" + std::to_string(t.Corretti) + " files)",
+               {{"sample_files", t.Campione},
+                {"correct", t.Corretti},
+                {"missing", t.Mancanti},
+                {"larger", t.Maggiori},
+                {"smaller", t.Minori},
+                {"cd_originals", t.OriginaliCd}});
 }
 
 }  // namespace analysis

@@ -6,6 +6,7 @@
 #include "analysis/testo.h"
 #include "collection/membri.h"
 #include "formats/info_header.h"
+#include "host/nomi.h"
 
 namespace analysis {
 namespace {
@@ -56,6 +57,26 @@ const ListaFatti* Lista(const Fatti& f, collection::Membro m) {
   return nullptr;
 }
 
+// Where a listing of the same snapshot shows the file of a missing member, as its full path; "" when no
+// listing shows it (a list read in part counts for what it holds). The archive may carry any name: any ".qlv"
+// stands for it.
+std::string InUnElenco(const Fatti& f, const collection::VoceMembro& m) {
+  if (m.luogo != collection::Luogo::installazione) return {};
+  const bool archivio = m.membro == collection::Membro::archivio;
+  const std::string cerca =
+      host::Maiuscolo(archivio ? std::string(".qlv") : "\\" + std::string(m.nomeControllo));
+  for (const ListaFatti* l : {&f.ordl, &f.trle, &f.dirarc}) {
+    if (!l->letto) continue;
+    const formats::ElencoFile& e = l->letto->elenco;
+    for (std::size_t i = 0; i < VociUsabili(e); ++i) {
+      const std::string& nome = e.NomiFile[i];
+      if (nome.size() >= cerca.size() && host::Maiuscolo(nome.substr(nome.size() - cerca.size())) == cerca)
+        return e.CartellaBase + nome;
+    }
+  }
+  return {};
+}
+
 }  // namespace
 
 // A member the snapshot holds counts as present even when its reader refused it: it is there, and the
@@ -80,6 +101,16 @@ void VerificaMembri(const Contesto& c) {
     }
     if (const formats::MembroNonLetto* n = MembroNonLettoDi(f.ambiente, m.membro)) {
       c.esiti.push_back(MembroIlleggibile(*n, m.membro));
+      continue;
+    }
+    // A file the machine has, by a listing of the same run, that the run could not take: held open, most
+    // likely, by the program that owns it.
+    if (const std::string elencato = InUnElenco(f, m); !elencato.empty()) {
+      c.Aggiungi(IdEsito::memberMissing, Gravita::warn,
+                 std::string("The snapshot lacks ") + m.nomeDati + ", which a listing shows",
+                 {{"member", m.nomeDati}, {"listed", elencato}, {"needed_by", m.serve}},
+                 "The check could not take the file: ask the user to close Ordelio and the level editor, "
+                 "then check again.");
       continue;
     }
     // Without the header the snapshot did not come whole from a check run.

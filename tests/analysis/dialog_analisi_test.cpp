@@ -11,6 +11,7 @@
 
 #include "analysis/prospetto_ambiente.h"
 #include "analysis/regole.h"
+#include "analysis/riepilogo.h"
 #include "collection/snapshot.h"
 #include "finestra_prova.h"
 #include "formats/info_header.h"
@@ -59,6 +60,27 @@ TEST(DialogAnalisi, ApreLoSnapshotESostituisceDati) {
   EXPECT_EQ(b.messaggi.tutti.back(), "critical: Non trovo file: C:\\Prog\\Dati\\infofile.bin");
   EXPECT_EQ(b.Segnate(), Voci{Voce::mnu_ShowInfoHeader});
   EXPECT_EQ(b.d.InfoHeader, formats::InfoHeader{});
+}
+
+// A snapshot that could not be unpacked has the tool's one finding, with its reason, in "Riepilogo
+// problemi": its members are not missing one by one.
+TEST(DialogAnalisi, RiepilogoDiUnoSnapshotIlleggibile) {
+  MacchinaProva m;
+  MacchinaProva::ScriviHost(m.C("rotto.bin"), "not a snapshot");
+  for (const char* cartella : {"Apart", "Prog"}) std::filesystem::create_directories(m.C(cartella));
+  for (const auto& [snapshot, motivo] : {std::pair{"C:\\nessuno.bin", analysis::kSnapshotMancante},
+                                         std::pair{"C:\\rotto.bin", analysis::kSnapshotIlleggibile}}) {
+    SCOPED_TRACE(snapshot);
+    AnalisiProva a;
+    analysis::ImpostaValori(a.d, snapshot);
+    analysis::mnu_RiepilogoProblemi_Click(a.d);
+    const std::string testo = a.area.Testo();
+    EXPECT_TRUE(testo.starts_with("Findings: 1 fail, 0 warn, 0 pass\r\nFAIL  snapshot.unreadable")) << testo;
+    EXPECT_NE(testo.find("reason: " + std::string(motivo).substr(0, 20)), std::string::npos) << testo;
+    EXPECT_EQ(testo.find("member.missing"), std::string::npos);
+    EXPECT_EQ(testo,
+              analysis::TestoRiepilogo(analysis::ApriEVerifica(snapshot, "C:\\Apart", "C:\\Prog", '.')));
+  }
 }
 
 // The anonymized copy from the window: nothing open, a cancel, the copy with its proposed name, and an open
@@ -196,6 +218,17 @@ TEST(DialogAnalisi, SalvaCarica) {
   EXPECT_EQ(MacchinaProva::LeggiHost(m.C("out.txt")), testo);
   EXPECT_EQ(a.dialogo.cartella, "c:\\");
 
+  EXPECT_TRUE(a.messaggi.tutti.empty());
+  // A file that cannot be written is named, with why.
+  std::filesystem::create_directories(m.C("cartella"));
+  for (const auto& [nome, motivo] : {std::pair{"C:\\manca\\out.txt", "the folder does not exist"},
+                                     std::pair{"C:\\cartella", "access denied"}}) {
+    a.dialogo.Scegli(nome);
+    analysis::mnu_SalvaFile_Click(a.d);
+    EXPECT_EQ(a.messaggi.tutti.back(), std::string("critical: Could not write ") + nome + ": " + motivo);
+  }
+  a.messaggi.tutti.clear();
+
   a.segni.SetChecked(Voce::mnu_ShowPref, true);
   a.area.ImpostaTesto("altro");
   a.dialogo.Annulla();
@@ -209,7 +242,7 @@ TEST(DialogAnalisi, SalvaCarica) {
   a.dialogo.Scegli("C:\\manca.txt");
   analysis::mnu_CaricaFile_Click(a.d);
   EXPECT_EQ(a.area.Testo(), "");
-  EXPECT_EQ(a.dialogo.mostrati, (V{"open", "save", "save", "open", "open", "open"}));
+  EXPECT_EQ(a.dialogo.mostrati, (V{"open", "save", "save", "save", "save", "open", "open", "open"}));
   EXPECT_TRUE(a.messaggi.tutti.empty());
 }
 

@@ -67,6 +67,8 @@ struct Caso {
       {"script.dat", Script({"DATA\\TITLE", "data\\Egypt"})}};
   // Whether the program folder holds the two sample lists.
   bool campioni = false;
+  // Whether the good copy the sample list was made from stands on this computer.
+  bool copiaBuona = true;
 
   Caso() {
     h.VersioneOrdelio.Assegna("2.0.1");
@@ -102,8 +104,10 @@ analysis::RiepilogoSnapshot Verifica(Caso& c, MacchinaProva& m) {
   MacchinaProva::ScriviHost(m.C("s.bin"), c.Snapshot());
   EXPECT_TRUE(support::CreaCartella("C:\\Dati"));
   // The good copy of a backup folder that holds tomb4.exe and a.tr4, and its sample lists.
-  MacchinaProva::ScriviHost(m.C("Campione/tomb4.exe"), "1234");
-  MacchinaProva::ScriviHost(m.C("Campione/a.tr4"), "123");
+  if (c.copiaBuona) {
+    MacchinaProva::ScriviHost(m.C("Campione/tomb4.exe"), "1234");
+    MacchinaProva::ScriviHost(m.C("Campione/a.tr4"), "123");
+  }
   if (c.campioni) {
     MacchinaProva::ScriviHost(m.C("P/backup_trle.le"),
                               Elenco("C:\\Campione", {{"\\tomb4.exe", 4}, {"\\a.tr4", 3}}));
@@ -149,6 +153,20 @@ TEST(Riepilogo, CasiControAttesi) {
          c.a.TotLivelli = 3;
          c.membri["ORDL.el"] = Elenco("C:\\Ordelio", {{"\\backup_trle\\tomb4.exe", 5}});
          c.campioni = true;
+       }},
+      // The sample lists without the good copy they were made from: no totals, what to set up.
+      {"backup_senza_copia",
+       [](Caso& c) {
+         c.campioni = true;
+         c.copiaBuona = false;
+       }},
+      // Ordelio's files on the machine, by its listing, that the check run could not take.
+      {"membri_elencati",
+       [](Caso& c) {
+         c.membri["ordelio.prf"] = "";
+         c.membri["Archivio.QLV"] = "";
+         c.membri["ORDL.el"] = Elenco(
+             "C:\\Ordelio", {{"\\ordl2009.exe", 4}, {"\\Ordelio.PRF", 1}, {"\\dati\\archivio.qlv", 9}});
        }},
       {"membri_mancanti",
        [](Caso& c) {
