@@ -67,8 +67,8 @@ struct Caso {
       {"script.dat", Script({"DATA\\TITLE", "data\\Egypt"})}};
   // Whether the program folder holds the two sample lists.
   bool campioni = false;
-  // Whether the good copy the sample list was made from stands on this computer.
-  bool copiaBuona = true;
+  // How many files of the good copy the sample list was made from stand on this computer.
+  int copieBuone = 2;
 
   Caso() {
     h.VersioneOrdelio.Assegna("2.0.1");
@@ -104,10 +104,8 @@ analysis::RiepilogoSnapshot Verifica(Caso& c, MacchinaProva& m) {
   MacchinaProva::ScriviHost(m.C("s.bin"), c.Snapshot());
   EXPECT_TRUE(support::CreaCartella("C:\\Dati"));
   // The good copy of a backup folder that holds tomb4.exe and a.tr4, and its sample lists.
-  if (c.copiaBuona) {
-    MacchinaProva::ScriviHost(m.C("Campione/tomb4.exe"), "1234");
-    MacchinaProva::ScriviHost(m.C("Campione/a.tr4"), "123");
-  }
+  if (c.copieBuone > 0) MacchinaProva::ScriviHost(m.C("Campione/tomb4.exe"), "1234");
+  if (c.copieBuone > 1) MacchinaProva::ScriviHost(m.C("Campione/a.tr4"), "123");
   if (c.campioni) {
     MacchinaProva::ScriviHost(m.C("P/backup_trle.le"),
                               Elenco("C:\\Campione", {{"\\tomb4.exe", 4}, {"\\a.tr4", 3}}));
@@ -158,7 +156,12 @@ TEST(Riepilogo, CasiControAttesi) {
       {"backup_senza_copia",
        [](Caso& c) {
          c.campioni = true;
-         c.copiaBuona = false;
+         c.copieBuone = 0;
+       }},
+      {"backup_copia_parziale",
+       [](Caso& c) {
+         c.campioni = true;
+         c.copieBuone = 1;
        }},
       // Ordelio's files on the machine, by its listing, that the check run could not take.
       {"membri_elencati",
