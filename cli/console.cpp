@@ -1,17 +1,13 @@
 #include "console.h"
 
+#include <cstdint>
 #include <cstdio>
 #include <filesystem>
 #include <system_error>
 
 #include "host/machine.h"
-
-#ifdef _WIN32
-#include <process.h>
-#define getpid _getpid
-#else
-#include <unistd.h>
-#endif
+#include "host/processo.h"
+#include "support/files.h"
 
 namespace cli {
 
@@ -58,17 +54,55 @@ std::string ArgomentoPercorso(const std::string& argomento) {
 #endif
 }
 
-CartellaPropria::CartellaPropria(const std::string& prefisso) {
-  const std::string programma = host::CartellaProgramma();
+namespace {
+
+// The run that `nome` ("<prefisso>-<pid>-<n>") belongs to; 0 for a name of another kind.
+std::uint32_t ProcessoDi(const std::string& nome, const std::string& prefisso) {
+  if (!nome.starts_with(prefisso + "-")) return 0;
+  const std::size_t inizio = prefisso.size() + 1, trattino = nome.find('-', inizio);
+  const auto cifre = [&](std::size_t da, std::size_t a) {
+    return a > da && a - da <= 10 && nome.find_first_not_of("0123456789", da) >= a;
+  };
+  if (trattino == std::string::npos || !cifre(inizio, trattino) || !cifre(trattino + 1, nome.size())) return 0;
+  const unsigned long long id = std::stoull(nome.substr(inizio, trattino - inizio));
+  return id <= UINT32_MAX ? static_cast<std::uint32_t>(id) : 0;
+}
+
+// Removes a working folder of the program's and the files it holds, never through a link: one that is a
+// link, or holds a folder, stays.
+void Rimuovi(const std::string& programma, const std::string& cartella) {
   int err = 0;
-  const std::filesystem::path base = host::PercorsoHost(programma, &err);
+  if (host::VoceSotto(programma, cartella, &err) != host::Voce::cartella) return;
+  if (!support::SvuotaCartella(cartella, "*")) return;
+  const std::string host = host::PercorsoHost(cartella, &err);
+  std::error_code ec;
+  if (!err) std::filesystem::remove(host, ec);
+}
+
+// The folders of this kind that runs killed before their end left behind: their process is gone, and with it
+// anyone who could remove them. A live run's folder is its own business.
+void RimuoviOrfane(const std::string& programma, const std::string& prefisso) {
+  std::vector<std::string> orfane;
+  host::Enumerazione nomi(programma + "\\" + prefisso + "-*", host::kAttrDirectory | host::kAttrHidden);
+  int err = 0;
+  for (std::string nome = nomi.Prossima(&err); !nome.empty() && !err; nome = nomi.Prossima(&err))
+    if (const std::uint32_t id = ProcessoDi(nome, prefisso); id != 0 && !host::ProcessoVivo(id))
+      orfane.push_back(programma + "\\" + nome);
+  for (const auto& cartella : orfane) Rimuovi(programma, cartella);
+}
+
+}  // namespace
+
+CartellaPropria::CartellaPropria(const std::string& prefisso) : programma_(host::CartellaProgramma()) {
+  RimuoviOrfane(programma_, prefisso);
+  int err = 0;
+  const std::filesystem::path base = host::PercorsoHost(programma_, &err);
   if (err) return;
   for (int i = 0; i < 1000; ++i) {
-    const std::string nome = prefisso + "-" + std::to_string(getpid()) + "-" + std::to_string(i);
+    const std::string nome = prefisso + "-" + std::to_string(host::IdProcesso()) + "-" + std::to_string(i);
     std::error_code ec;
     if (std::filesystem::create_directory(base / nome, ec)) {
-      host_ = (base / nome).string();
-      percorso_ = programma + "\\" + nome;
+      percorso_ = programma_ + "\\" + nome;
       return;
     }
     if (ec) return;
@@ -76,8 +110,7 @@ CartellaPropria::CartellaPropria(const std::string& prefisso) {
 }
 
 CartellaPropria::~CartellaPropria() {
-  std::error_code ec;
-  if (!host_.empty()) std::filesystem::remove_all(host_, ec);
+  if (!percorso_.empty()) Rimuovi(programma_, percorso_);
 }
 
 }  // namespace cli

@@ -46,6 +46,8 @@ void ScriviByte(const std::string& byte);
 
 // A new empty folder of this run's own below the program folder ("findings-<pid>-<n>"), removed with all it
 // holds when the object goes, on success and on failure alike: no copy of a snapshot outlives the command.
+// A run that is killed cannot remove its own: the next one of the same kind removes the folders of runs whose
+// process is gone.
 class CartellaPropria {
  public:
   explicit CartellaPropria(const std::string& prefisso);
@@ -56,8 +58,8 @@ class CartellaPropria {
   const std::string& Percorso() const { return percorso_; }
 
  private:
+  std::string programma_;
   std::string percorso_;
-  std::string host_;
 };
 
 }  // namespace cli

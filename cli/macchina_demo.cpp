@@ -57,11 +57,40 @@ std::string Registro() {
          "@=\"C:\\\\Giochi\\\\Trle\\\\tomb4.exe\"\n";
 }
 
+// The mark of a demo machine, written before anything else so that a demo cut short may be made again.
+constexpr const char* kMarca = "checkordl-demo.txt";
+constexpr std::string_view kTestoMarca =
+    "A demo machine made by \"checkordl-cli demo\"; the demo may be made again in this folder.\n";
+
 }  // namespace
+
+bool CartellaPerDemo(const std::string& cartella) {
+  namespace fs = std::filesystem;
+  std::error_code ec;
+  const fs::file_status s = fs::status(cartella, ec);
+  if (s.type() == fs::file_type::not_found) return true;
+  if (ec || s.type() != fs::file_type::directory) return false;
+  if (fs::directory_iterator(cartella, ec) == fs::directory_iterator()) return !ec;
+  const fs::path marca = fs::path(cartella) / kMarca;
+  if (fs::symlink_status(marca, ec).type() != fs::file_type::regular) return false;
+  std::ifstream in(marca, std::ios::binary);
+  std::string testo(kTestoMarca.size() + 1, '\0');
+  in.read(testo.data(), static_cast<std::streamsize>(testo.size()));
+  testo.resize(static_cast<std::size_t>(in.gcount()));
+  return testo == kTestoMarca;
+}
 
 bool CreaMacchinaDemo(const std::string& cartella, std::string* errore) {
   namespace fs = std::filesystem;
   std::error_code ec;
+  fs::create_directories(cartella, ec);
+  std::ofstream marca(cartella + "/" + kMarca, std::ios::binary | std::ios::trunc);
+  marca << kTestoMarca;
+  marca.close();
+  if (ec || !marca) {
+    *errore = "cannot make the demo machine in " + cartella;
+    return false;
+  }
   fs::create_directories(cartella + "/dosdevices", ec);
   fs::create_directories(cartella + "/drive_c", ec);
   if (!fs::exists(cartella + "/dosdevices/c:", ec))
@@ -100,6 +129,8 @@ bool CreaMacchinaDemo(const std::string& cartella, std::string* errore) {
     ++seme;
     file(std::string("C:\\Giochi\\Trle\\data\\") + l + ".tr4", Riempitivo(20000 + 7000 * seme, seme));
   }
+  // The level that the user installs between the two check runs, gone from a demo made before.
+  ok = support::CancellaFile("C:\\Giochi\\Trle\\data\\tut1.tr4") && ok;
   file("C:\\Giochi\\Trle\\graphics\\load.bmp", Riempitivo(3000, 9));
   file("C:\\Giochi\\Trle\\script.dat", Script(livelli));
   file("C:\\Giochi\\Trle\\ordeio.txt", "Livelli installati da Ordelio\r\nKriegler\r\nEgitto\r\n");
@@ -157,7 +188,7 @@ bool CreaMacchinaDemo(const std::string& cartella, std::string* errore) {
   return ok;
 }
 
-bool CreaElenchiDemo(const std::string& cartellaProgramma) {
+bool CreaElenchiDemo(const std::string& cartella) {
   const std::string base = "C:\\Supporto\\backup_trle";
   formats::ElencoFile campione;
   campione.CartellaBase = base;
@@ -173,8 +204,8 @@ bool CreaElenchiDemo(const std::string& cartellaProgramma) {
   cd.NomiFile = {"\\tomb4.exe", "\\data\\title.tr4"};
   cd.DimensioniFile = {static_cast<std::int32_t>(kDemo_tomb4.size()), 27000};
   cd.NumeroFile = 2;
-  return collection::ScriviElencoFile(cartellaProgramma + "\\backup_trle.le", campione) &&
-         collection::ScriviElencoFile(cartellaProgramma + "\\trle_cd.le", cd);
+  return collection::ScriviElencoFile(cartella + "\\backup_trle.le", campione) &&
+         collection::ScriviElencoFile(cartella + "\\trle_cd.le", cd);
 }
 
 bool CambiaMacchinaDemo() {

@@ -45,7 +45,10 @@ const std::vector<Verbo>& Tabella() {
        "rule of FILE says of each snapshot; list the rules in force, their files and the files left out; "
        "list the fields a rule may compare",
        VerboRules},
-      {"demo", "DIR", "make a sample machine in DIR, run the check and every report on it", VerboDemo},
+      {"demo", "DIR",
+       "make a sample machine in DIR (a new or empty folder, or a demo made there before), run the check and "
+       "every report on it",
+       VerboDemo},
   };
   return verbi;
 }

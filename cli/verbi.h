@@ -34,9 +34,14 @@ int VerboRules(const Argomenti& args, MessaggiConsole& msg);
 
 // Opens `snapshot` as the analysis window does and runs the report items named in `voci` (header pref
 // archive ordl trle dirarc ordeio script backup environment) in order. Prints the report area's text at the end, or,
-// with `ognuno`, after each item under a line "== item". Exit 1 when a critical message was shown.
+// with `ognuno`, after each item under a line "== item". The backup analysis reads the sample lists in
+// `elenchi`, the program folder but for the demo. Exit 1 when a critical message was shown.
 int Prospetti(const std::string& snapshot, const std::vector<std::string>& voci, bool ognuno,
-              MessaggiConsole& msg);
+              const std::string& elenchi, MessaggiConsole& msg);
+
+// The findings of each snapshot, as text or JSON Lines, the backup's against the sample lists in `elenchi`.
+// Exit 1 when one could not be read.
+int Riepiloghi(const Argomenti& snapshot, bool json, const std::string& elenchi, MessaggiConsole& msg);
 std::vector<std::string> TutteLeVoci();
 
 // Opens both snapshots and prints their comparison, as text or JSON. Exit 1 when one could not be read.

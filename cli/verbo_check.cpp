@@ -1,4 +1,5 @@
 // The check run and the demo machine from the command line.
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 
@@ -50,19 +51,28 @@ int VerboCheck(const Argomenti& args, MessaggiConsole& msg) {
   std::string scritto;
   const int esito = args.empty() ? Controlla({}, {}, msg, &scritto)
                                  : Controlla(ArgomentoPercorso(args[0]), ArgomentoPercorso(args[1]), msg, &scritto);
-  // The message names the snapshot as the machine sees it; the user attaches the host's file.
+  // The message names the snapshot as the machine sees it; the user attaches the host's file, which is worth
+  // sending after a critical message too.
   int err = 0;
   const std::string host = host::PercorsoHost(scritto, &err);
-  if (esito == 0 && err == 0 && support::FileExists(scritto)) ScriviByte(host + "\n");
+  if (!scritto.empty() && err == 0 && support::FileExists(scritto)) ScriviByte(host + "\n");
   return esito;
 }
 
 int VerboDemo(const Argomenti& args, MessaggiConsole& msg) {
   if (args.size() != 1) return Uso("demo needs a folder");
-  const host::BloccoCartella blocco = collection::BloccaCartellaProgramma(host::CartellaProgramma(), msg);
-  if (blocco.Occupato()) return 1;
   std::error_code ec;
   const std::string cartella = std::filesystem::absolute(args[0], ec).lexically_normal().string();
+  // A folder that holds something else, a Wine prefix above all, is never written over.
+  if (!ec && !CartellaPerDemo(cartella)) {
+    std::fprintf(stderr,
+                 "checkordl-cli: demo: %s is not empty and holds no demo machine; nothing was written: give a "
+                 "new or empty folder\n",
+                 cartella.c_str());
+    return 2;
+  }
+  const host::BloccoCartella blocco = collection::BloccaCartellaProgramma(host::CartellaProgramma(), msg);
+  if (blocco.Occupato()) return 1;
   std::string errore;
   if (ec || !CreaMacchinaDemo(cartella, &errore)) {
     msg.Critico(errore.empty() ? "cannot use " + args[0] : errore);
@@ -71,14 +81,15 @@ int VerboDemo(const Argomenti& args, MessaggiConsole& msg) {
   std::string snapshot;
   const int esito = Controlla({}, {}, msg, &snapshot);
   if (esito != 0) return esito;
-  // The supporter's side on the same machine: the sample lists, then every report of the snapshot.
-  if (!CreaElenchiDemo(host::CartellaProgramma())) {
-    msg.Critico("cannot write the sample lists into " + host::CartellaProgramma());
+  // The supporter's side on the same machine: the sample lists, kept in the machine so that the supporter's
+  // own beside the program stay as they are, then every report of the snapshot.
+  if (!CreaElenchiDemo(kCartellaSupporto)) {
+    msg.Critico(std::string("cannot write the sample lists into ") + kCartellaSupporto);
     return 1;
   }
-  int prospetti = Prospetti(snapshot, TutteLeVoci(), true, msg);
+  int prospetti = Prospetti(snapshot, TutteLeVoci(), true, kCartellaSupporto, msg);
   ScriviByte("== findings\n");
-  const int riepilogo = VerboFindings({snapshot}, msg);
+  const int riepilogo = Riepiloghi({snapshot}, false, kCartellaSupporto, msg);
   if (prospetti == 0) prospetti = riepilogo;
   // A second check run after the user changed a few things, kept beside the first, which stays under its
   // own name; then what the supporter sees of the change.

@@ -13,12 +13,11 @@
 namespace cli {
 namespace {
 
-analysis::RiepilogoSnapshot Verifica(const std::string& snapshot) {
+analysis::RiepilogoSnapshot Verifica(const std::string& snapshot, const std::string& elenchi) {
   const CartellaPropria cartella("findings");
   if (cartella.Percorso().empty())
     return {{}, "no working folder could be made in " + host::CartellaProgramma(), {}, {}};
-  return analysis::ApriEVerifica(snapshot, cartella.Percorso(), host::CartellaProgramma(),
-                                 support::SeparatoreDecimale());
+  return analysis::ApriEVerifica(snapshot, cartella.Percorso(), elenchi, support::SeparatoreDecimale());
 }
 
 }  // namespace
@@ -26,12 +25,15 @@ analysis::RiepilogoSnapshot Verifica(const std::string& snapshot) {
 int VerboFindings(const Argomenti& args, MessaggiConsole& msg) {
   Argomenti opzioni, snapshot;
   if (const int uso = SenzaOpzioni(args, {"--json"}, opzioni, snapshot)) return uso;
-  const bool json = !opzioni.empty();
   if (snapshot.empty()) return Uso("findings needs a snapshot");
+  return Riepiloghi(snapshot, !opzioni.empty(), host::CartellaProgramma(), msg);
+}
+
+int Riepiloghi(const Argomenti& snapshot, bool json, const std::string& elenchi, MessaggiConsole& msg) {
   if (!collection::PreparaCartellaProgramma(host::CartellaProgramma(), msg)) return 1;
   bool illeggibile = false;
   for (const auto& s : snapshot) {
-    const analysis::RiepilogoSnapshot r = Verifica(ArgomentoPercorso(s));
+    const analysis::RiepilogoSnapshot r = Verifica(ArgomentoPercorso(s), elenchi);
     if (!r.Errore.empty()) {
       illeggibile = true;
       msg.Critico("The snapshot cannot be read: " + ArgomentoPercorso(s) + ": " + r.Errore);

@@ -5,6 +5,7 @@
 #include "analysis/dialog_analisi.h"
 #include "analysis/voci.h"
 #include "formats/info_header.h"
+#include "host/machine.h"
 #include "verbi.h"
 
 namespace cli {
@@ -19,7 +20,7 @@ std::optional<analysis::Voce> VoceDaNome(const std::string& nome) {
 }  // namespace
 
 int Prospetti(const std::string& snapshot, const std::vector<std::string>& voci, bool ognuno,
-              MessaggiConsole& msg) {
+              const std::string& elenchi, MessaggiConsole& msg) {
   std::vector<analysis::Voce> scelte;
   for (const auto& nome : voci) {
     const auto v = VoceDaNome(nome);
@@ -35,6 +36,8 @@ int Prospetti(const std::string& snapshot, const std::vector<std::string>& voci,
   analysis::Dialog_Analisi d{area, cerca, barra, segni, msg, dialogo, appunti};
   analysis::ImpostaValori(d, snapshot);
   if (d.Blocco.Occupato()) return 1;
+  // Dati is the program folder's, as the window leaves it; only the lists may be elsewhere.
+  d.CartellaProgramma = elenchi;
   for (std::size_t i = 0; i < scelte.size(); ++i) {
     analysis::EseguiVoce(d, scelte[i]);
     if (ognuno) ScriviByte("== " + voci[i] + "\n" + area.Testo() + "\n");
@@ -51,7 +54,8 @@ std::vector<std::string> TutteLeVoci() {
 
 int VerboReport(const Argomenti& args, MessaggiConsole& msg) {
   if (args.empty()) return Uso("report needs a snapshot");
-  return Prospetti(ArgomentoPercorso(args[0]), Argomenti(std::next(args.begin()), args.end()), false, msg);
+  return Prospetti(ArgomentoPercorso(args[0]), Argomenti(std::next(args.begin()), args.end()), false,
+                   host::CartellaProgramma(), msg);
 }
 
 }  // namespace cli

@@ -56,7 +56,7 @@ appstreamcli validate --no-net /usr/share/metainfo/org.checkordl.CheckORDL.metai
   fail "appstreamcli refuses the metainfo file"
 [ "$(come_utente checkordl-cli --version)" = "checkordl-cli $versione" ] || fail "checkordl-cli --version"
 come_utente checkordl-cli demo "$casa/prefisso" > "$uscita/demo" 2>&1 || fail "demo: $(tail -5 "$uscita/demo")"
-[ -f "$casa/.local/share/checkordl/backup_trle.le" ] || fail "the demo's sample lists are not in the user's data folder"
+[ -d "$casa/.local/share/checkordl/Dati" ] || fail "the demo's working files are not in the user's data folder"
 set +e
 come_utente env QT_QPA_PLATFORM=offscreen WINEPREFIX="$casa/prefisso" timeout 5 checkordl; rc=$?
 set -e

@@ -21,7 +21,7 @@ export LC_ALL=C.UTF-8
 dir=$(mktemp -d)
 export WINEPREFIX=$dir/prefix
 trap 'wineserver -k 2>/dev/null || true; rm -rf "$dir"' EXIT
-# The native tool makes the demo machine and the sample lists beside itself; Wine completes the prefix.
+# The native tool makes the demo machine, which keeps its sample lists in C:\Supporto; Wine completes the prefix.
 cp "$build/cli/checkordl-cli" "$dir/"
 "$dir/checkordl-cli" demo "$WINEPREFIX" >/dev/null 2>&1 || true
 timeout 300 wineboot -u >/dev/null 2>&1 || true
@@ -38,7 +38,7 @@ wine_esegui reg add 'HKLM\Software\Microsoft\Windows NT\CurrentVersion\FontSubst
 timeout 120 wineserver -w
 programma=$WINEPREFIX/drive_c/CheckORDL
 mkdir -p "$programma/schermate"
-cp build/mingw/cli/checkordl.exe build/mingw/tools/checkordl_guida_win32.exe "$dir"/*.le "$programma/"
+cp build/mingw/cli/checkordl.exe build/mingw/tools/checkordl_guida_win32.exe "$WINEPREFIX"/drive_c/Supporto/*.le "$programma/"
 
 xvfb-run -a -s "-screen 0 1024x768x24 -dpi 96" bash -c '. scripts/wine.sh; wine_esegui "$@"' _ \
   'C:\CheckORDL\checkordl_guida_win32.exe' --schermate 'C:\CheckORDL\schermate' 2>&1 | grep -v '^wine: '

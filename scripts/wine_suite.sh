@@ -66,7 +66,7 @@ passo finestre || passo guida && (
 # run, then the snapshot opened and every menu item, the search, copy and save.
 passo guida && (
   export WINEPREFIX=$demo
-  cp "$windows/cli/checkordl.exe" "$windows/tools/checkordl_guida_win32.exe" "$t"/strumento/*.le "$demo/drive_c/CheckORDL/"
+  cp "$windows/cli/checkordl.exe" "$windows/tools/checkordl_guida_win32.exe" "$demo"/drive_c/Supporto/*.le "$demo/drive_c/CheckORDL/"
   WINE_TEMPO=180 wine_esegui 'C:\CheckORDL\checkordl_guida_win32.exe' 2>&1 | grep -v '^wine: ' ||
     { echo "the walk of checkordl.exe failed" >&2; exit 1; }
   timeout 120 wineserver -w

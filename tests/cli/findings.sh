@@ -8,6 +8,8 @@ awk '/^== findings$/ { dentro = 1; next } /^== / { dentro = 0 } dentro' "$t/demo
 grep -q $'^FAIL  script.level-missing .*\r$' "$t/atteso" || fail "demo has no failure: $(cat "$t/atteso")"
 grep -q $'^WARN  ' "$t/atteso" || fail "demo has no warning"
 ls "$t/bin/Dati" > "$t/dati"
+# The demo's sample lists, which it keeps in its machine, beside the tool.
+cp "$c"/Supporto/*.le "$t/bin/"
 "$cli" findings 'C:\INFO_ORDL.BIN' > "$t/uno" || fail "findings exit $?"
 cmp -s "$t/uno" "$t/atteso" || fail "findings differs from the demo's"
 printf 'xyz' > "$t/rotto.bin"
