@@ -44,6 +44,12 @@ std::string ArgomentoPercorso(const std::string& argomento);
 
 void ScriviByte(const std::string& byte);
 
+// Our own text (Windows-1252, CR LF, as the window keeps it) as the terminal wants it: on Linux in the
+// locale's encoding (UTF-8 under a UTF-8 locale, the bytes as they are under any other) with LF; on Windows
+// as it is.
+std::string PerTerminale(const std::string& testo);
+void ScriviTesto(const std::string& testo);
+
 // A new empty folder of this run's own below the program folder ("findings-<pid>-<n>"), removed with all it
 // holds when the object goes, on success and on failure alike: no copy of a snapshot outlives the command.
 // A run that is killed cannot remove its own: the next one of the same kind removes the folders of runs whose

@@ -34,7 +34,7 @@ int VerboAnonymize(const Argomenti& args, MessaggiConsole& msg) {
   righe += "Replaced " + std::to_string(c.chiave.size()) +
            (c.chiave.size() == 1 ? " name in " : " names in ") +
            std::to_string(analysis::TotaleSostituzioni(c)) + " places.\n";
-  ScriviByte(righe);
+  ScriviTesto(righe);
   return 0;
 }
 

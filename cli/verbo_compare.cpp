@@ -25,7 +25,10 @@ int Confronta(const std::string& vecchio, const std::string& nuovo, bool json, M
     if (!analysis::ApriSnapshot(percorso, cartella->Percorso(), *aperto, msg)) return 1;
   }
   const analysis::Confronto c = analysis::ConfrontaSnapshot(v, n, msg);
-  ScriviByte(json ? analysis::JsonConfronto(c) : analysis::TestoConfronto(c));
+  if (json)
+    ScriviByte(analysis::JsonConfronto(c));
+  else
+    ScriviTesto(analysis::TestoConfronto(c, 0));
   return 0;
 }
 

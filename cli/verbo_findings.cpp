@@ -47,7 +47,8 @@ int Riepiloghi(const Argomenti& snapshot, bool json, const std::string& elenchi,
       continue;
     }
     if (snapshot.size() > 1) ScriviByte("== " + s + "\n");
-    ScriviByte(analysis::TestoRiepilogo(r));
+    // Unwrapped: a path pasted from the terminal stays whole.
+    ScriviTesto(analysis::TestoRiepilogo(r, 0));
   }
   return illeggibile ? 1 : 0;
 }

@@ -88,7 +88,7 @@ int Test(const Argomenti& args, MessaggiConsole& msg) {
     for (const auto& r : analysis::ValutaRegole(f.regole, fatti)) {
       std::string riga = Allineato(r.regola->id, larghezza);
       riga += r.esito ? std::string(NomeGravita(r.finding.Livello)) + "  " + r.finding.Titolo : "none";
-      ScriviByte(riga + "\n");
+      ScriviTesto(riga + "\n");
     }
   }
   return illeggibile ? 1 : 0;
@@ -98,9 +98,9 @@ int List() {
   const analysis::RegoleInVigore r = analysis::CaricaRegole(analysis::CartelleRegole());
   std::size_t larghezza = 0;
   for (const auto& regola : r.regole) larghezza = std::max(larghezza, regola.id.size());
-  for (const auto& regola : r.regole) ScriviByte(Allineato(regola.id, larghezza) + regola.file + "\n");
+  for (const auto& regola : r.regole) ScriviTesto(Allineato(regola.id, larghezza) + regola.file + "\n");
   for (const auto& f : r.scartati) {
-    ScriviByte("left out: " + (f.errori.empty() ? f.file : analysis::TestoErrore(f.errori.front())) + "\n");
+    ScriviTesto("left out: " + (f.errori.empty() ? f.file : analysis::TestoErrore(f.errori.front())) + "\n");
   }
   return 0;
 }

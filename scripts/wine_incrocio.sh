@@ -64,6 +64,10 @@ segnala() {
     diff <(od -An -c "$t/n.$f") <(od -An -c "$t/w.$f") | head -20 || true
   done
 }
+come_terminale() {
+  iconv -f WINDOWS-1252 -t UTF-8 "$1" | sed 's/\r$//' >"$1.u"
+  mv "$1.u" "$1"
+}
 # confronta NAME VERB ARGS...: the same call on both sides; output, messages and exit status.
 confronta() {
   local nome=$1
@@ -71,6 +75,8 @@ confronta() {
   casi=$((casi + 1))
   esegui_nativo "$@"
   esegui_wine "$@"
+  # Our own text goes to a terminal in its encoding: UTF-8 with LF here, Windows-1252 with CR LF on Windows.
+  case $1 in rules | findings | compare | anonymize) come_terminale "$t/w.out" ;; esac
   # The environment report's lines that differ between the builds by nature (maschera_prospetto).
   if [ "${*: -1}" = environment ]; then
     maschera_prospetto "$t/n.out"

@@ -57,6 +57,12 @@ inline std::size_t RigaPiuLarga(const std::string& testo) {
   return massima;
 }
 
+// A text without its blanks and line ends: what wrapping must leave as it was.
+inline std::string SenzaSpazi(std::string testo) {
+  std::erase_if(testo, [](char c) { return c == ' ' || c == '\r' || c == '\n'; });
+  return testo;
+}
+
 // A table in a text file below tests/data: a row a line, lines starting with "#" and blank ones left out.
 inline std::vector<std::vector<std::string>> LeggiTabella(const std::string& nome) {
   std::ifstream f(std::string(CHECKORDL_DATI_PROVA) + "/" + nome);

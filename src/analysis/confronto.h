@@ -11,6 +11,7 @@
 
 #include "analysis/ambiente_dati.h"
 #include "analysis/elenchi.h"
+#include "analysis/forma_analisi.h"
 #include "collection/snapshot.h"
 #include "support/interfacce.h"
 
@@ -82,8 +83,9 @@ Confronto ConfrontaSnapshot(const SnapshotAperto& vecchio, const SnapshotAperto&
 std::size_t NumeroDifferenze(const Confronto& c);
 
 // The report for the fixed-pitch font: the summary (the count of each part), then each part with its
-// differences, or a line saying it has none. CR LF line ends.
-std::string TestoConfronto(const Confronto& c);
+// differences, or a line saying it has none. CR LF line ends. Wrapped at `colonne` as the report area wants;
+// with 0 every line stays whole.
+std::string TestoConfronto(const Confronto& c, std::size_t colonne = ColonneAreaProspetto());
 
 // One JSON object: the total, then each part with its differences; texts in UTF-8.
 std::string JsonConfronto(const Confronto& c);

@@ -2,7 +2,6 @@
 #include <nlohmann/json.hpp>
 
 #include "analysis/confronto.h"
-#include "analysis/forma_analisi.h"
 #include "analysis/testo.h"
 #include "host/machine.h"
 
@@ -31,16 +30,15 @@ const char* Tipo(TipoDifferenza t) {
 
 }  // namespace
 
-std::string TestoConfronto(const Confronto& c) {
+std::string TestoConfronto(const Confronto& c, std::size_t colonne) {
   std::string t;
   const auto fatto = [](const std::string& data) { return data.empty() ? data : ", made " + data; };
-  AggiungiRigaAvvolta(t, "Old snapshot: " + c.vecchio + fatto(c.dataVecchio), 0, 4, ColonneAreaProspetto());
-  AggiungiRigaAvvolta(t, "New snapshot: " + c.nuovo + fatto(c.dataNuovo), 0, 4, ColonneAreaProspetto());
+  AggiungiRigaAvvolta(t, "Old snapshot: " + c.vecchio + fatto(c.dataVecchio), 0, 4, colonne);
+  AggiungiRigaAvvolta(t, "New snapshot: " + c.nuovo + fatto(c.dataNuovo), 0, 4, colonne);
   AggiungiRiga(t, "SNAPSHOT COMPARISON (old -> new)");
   if (c.vecchioPiuRecente) AggiungiRiga(t, kVecchioPiuRecente);
   if (!c.ambienteNonConfrontato.empty())
-    AggiungiRigaAvvolta(t, "Environment not compared: " + c.ambienteNonConfrontato, 0, 4,
-                        ColonneAreaProspetto());
+    AggiungiRigaAvvolta(t, "Environment not compared: " + c.ambienteNonConfrontato, 0, 4, colonne);
   AggiungiRiga(t, "Differences: " + std::to_string(NumeroDifferenze(c)));
   for (const auto& p : c.parti) {
     std::string riga = "  " + p.titolo;
@@ -51,8 +49,7 @@ std::string TestoConfronto(const Confronto& c) {
     AggiungiRiga(t, "");
     AggiungiRiga(t, p.titolo + " (" + std::to_string(p.differenze.size()) + ")");
     if (p.differenze.empty()) AggiungiRiga(t, "  No differences");
-    // Laid out for the report area, where the window shows these lines.
-    for (const auto& d : p.differenze) AggiungiRigaAvvolta(t, d.riga, 2, 4, ColonneAreaProspetto());
+    for (const auto& d : p.differenze) AggiungiRigaAvvolta(t, d.riga, 2, 4, colonne);
   }
   return t;
 }

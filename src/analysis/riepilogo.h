@@ -20,6 +20,7 @@
 #include <vector>
 
 #include "analysis/elenchi.h"
+#include "analysis/forma_analisi.h"
 #include "collection/snapshot.h"
 
 namespace analysis {
@@ -80,10 +81,11 @@ RiepilogoSnapshot ApriEVerifica(const std::string& snapshot, const std::string& 
                                 const std::string& cartellaProgramma, char separatoreDecimale);
 
 // The report area's text: a count line, then one line per finding in columns for the fixed-pitch font, with
-// the evidence and the action under each failure or warning.
-std::string TestoRiepilogo(const std::vector<Esito>& esiti);
+// the evidence and the action under each failure or warning. Lines longer than `colonne` are wrapped for the
+// report area; with 0 none is, so that a path stays whole on a terminal or in a post.
+std::string TestoRiepilogo(const std::vector<Esito>& esiti, std::size_t colonne = ColonneAreaProspetto());
 // The same for a snapshot opened apart.
-std::string TestoRiepilogo(const RiepilogoSnapshot& r);
+std::string TestoRiepilogo(const RiepilogoSnapshot& r, std::size_t colonne = ColonneAreaProspetto());
 
 // One line of JSON (UTF-8, no line end): the snapshot's path as given, its members, and every field of every
 // finding (or the reason it could not be read).

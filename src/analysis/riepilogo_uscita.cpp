@@ -2,7 +2,6 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
-#include "analysis/forma_analisi.h"
 #include "analysis/riepilogo.h"
 #include "analysis/testo.h"
 #include "host/machine.h"
@@ -33,14 +32,13 @@ std::string TestoEvidenza(const Evidenza& p) {
 
 }  // namespace
 
-std::string TestoRiepilogo(const std::vector<Esito>& esiti) {
+std::string TestoRiepilogo(const std::vector<Esito>& esiti, std::size_t colonne) {
   std::int64_t conta[3] = {};
   for (const auto& e : esiti) ++conta[static_cast<int>(e.Livello)];
   std::string t;
   AggiungiRiga(t, "Findings: " + std::to_string(conta[0]) + " fail, " + std::to_string(conta[1]) + " warn, " +
                       std::to_string(conta[2]) + " pass");
-  // Laid out for the report area, where the window shows these lines: nothing to scroll sideways for.
-  const std::size_t rientro = 6 + kColonnaId, colonne = ColonneAreaProspetto();
+  const std::size_t rientro = 6 + kColonnaId;
   for (const Esito& e : esiti) {
     std::string riga = host::Maiuscolo(NomeGravita(e.Livello)) + "  " + e.Id;
     riga.append(riga.size() < rientro ? rientro - riga.size() : 1, ' ');
@@ -56,11 +54,11 @@ std::string TestoRiepilogo(const std::vector<Esito>& esiti) {
   return t;
 }
 
-std::string TestoRiepilogo(const RiepilogoSnapshot& r) {
+std::string TestoRiepilogo(const RiepilogoSnapshot& r, std::size_t colonne) {
   // Only where the snapshot says when it was made: an older snapshot's findings read as they always have.
   std::string t;
   if (!r.Data.empty()) AggiungiRiga(t, "Snapshot made: " + r.Data);
-  return t + TestoRiepilogo(r.Esiti);
+  return t + TestoRiepilogo(r.Esiti, colonne);
 }
 
 std::string JsonRiepilogo(const std::string& snapshot, const RiepilogoSnapshot& r) {

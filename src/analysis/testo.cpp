@@ -10,7 +10,7 @@ void AggiungiRiga(std::string& testo, std::string_view riga) {
 void AggiungiRigaAvvolta(std::string& testo, std::string_view riga, std::size_t primo, std::size_t rientro,
                          std::size_t colonne) {
   std::size_t margine = primo;  // the indent of the line being made
-  while (margine + riga.size() > colonne && colonne > margine + 1) {
+  while (colonne != 0 && margine + riga.size() > colonne && colonne > margine + 1) {
     const std::size_t spazio = colonne - margine;
     // The last break within the room: after a blank (which goes) or after a "\" (which stays).
     std::size_t taglio = std::string_view::npos, dopo = 0;

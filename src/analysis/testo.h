@@ -15,7 +15,7 @@ void AggiungiRiga(std::string& testo, std::string_view riga);
 
 // Appends `riga`, indented by `primo` blanks, as lines of at most `colonne` characters: broken after a blank
 // or a "\" where it can be, each line after the first indented by `rientro` blanks. A word longer than a
-// line is cut.
+// line is cut. With `colonne` 0 the line stays whole.
 void AggiungiRigaAvvolta(std::string& testo, std::string_view riga, std::size_t primo, std::size_t rientro,
                          std::size_t colonne);
 

@@ -217,6 +217,7 @@ TEST(Confronto, EachCaseGivesItsExpectedTextAndJson) {
     // Every line visible in the report area without scrolling sideways.
     EXPECT_LE(RigaPiuLarga(analysis::TestoConfronto(c)),
               static_cast<std::size_t>(analysis::ColonneAreaProspetto()));
+    EXPECT_EQ(SenzaSpazi(analysis::TestoConfronto(c, 0)), SenzaSpazi(analysis::TestoConfronto(c)));
   }
 }
 

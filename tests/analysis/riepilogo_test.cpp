@@ -258,6 +258,7 @@ TEST(Riepilogo, CasiControAttesi) {
     }
     EXPECT_EQ(testo, MacchinaProva::LeggiHost(cartella + nome + ".txt"));
     EXPECT_LE(RigaPiuLarga(testo), static_cast<std::size_t>(analysis::ColonneAreaProspetto()));
+    EXPECT_EQ(SenzaSpazi(analysis::TestoRiepilogo(r, 0)), SenzaSpazi(testo));
     EXPECT_EQ(json, MacchinaProva::LeggiHost(cartella + nome + ".json"));
   }
 }
