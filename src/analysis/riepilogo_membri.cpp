@@ -64,7 +64,7 @@ std::string InUnElenco(const Fatti& f, const collection::VoceMembro& m) {
   if (m.luogo != collection::Luogo::installazione) return {};
   const bool archivio = m.membro == collection::Membro::archivio;
   const std::string cerca =
-      host::Maiuscolo(archivio ? std::string(".qlv") : "\\" + std::string(m.nomeControllo));
+      host::Maiuscolo(archivio ? std::string(".qlv") : std::string("\\").append(m.nomeControllo));
   for (const ListaFatti* l : {&f.ordl, &f.trle, &f.dirarc}) {
     if (!l->letto) continue;
     const formats::ElencoFile& e = l->letto->elenco;
