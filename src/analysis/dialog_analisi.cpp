@@ -7,6 +7,7 @@
 #include "analysis/confronto.h"
 #include "analysis/copia_anonima.h"
 #include "analysis/elenchi.h"
+#include "analysis/forma_analisi.h"
 #include "analysis/prospetto_ambiente.h"
 #include "analysis/prospetto_archivio.h"
 #include "analysis/prospetto_header.h"
@@ -76,11 +77,56 @@ bool FineParola(char c) {
 
 }  // namespace
 
-bool ScegliSnapshot(support::DialogoFile& dialogo, std::string& nome, const std::string& titolo) {
+namespace {
+
+// The folder of a Windows path to a file; a drive's root keeps its "\", as a bare "C:" is the drive's
+// current folder.
+std::string CartellaDelFile(const std::string& percorso) {
+  std::string c = support::EstraiCartella(percorso);
+  if (c.size() == 2 && c[1] == ':') c += '\\';
+  return c;
+}
+
+std::string CartellaRicordata(const std::string& cartellaProgramma) {
+  const std::string testo = support::LeggiFile(cartellaProgramma + "\\" + kFileUltimaCartella);
+  const std::string riga = testo.substr(0, testo.find_first_of("\r\n"));
+  // Only a full path that is there: anything else in the file is not ours, or is out of date.
+  const bool piena = riga.size() >= 3 && riga[1] == ':' && riga[2] == '\\';
+  const bool rete = riga.starts_with("\\\\") && riga.size() > 2;
+  if ((!piena && !rete) || riga.find('\0') != std::string::npos || !support::DirExists(riga)) return "";
+  return riga;
+}
+
+}  // namespace
+
+std::string CartellaIniziale(const std::string& cartellaProgramma, const std::string& aperto) {
+  if (!aperto.empty()) {
+    if (const std::string c = CartellaDelFile(aperto); !c.empty()) return c;
+  }
+  if (const std::string c = CartellaRicordata(cartellaProgramma); !c.empty()) return c;
+  return kCartellaSnapshot;
+}
+
+void RicordaCartella(const std::string& cartellaProgramma, const std::string& snapshot) {
+  const std::string cartella = CartellaDelFile(snapshot);
+  if (cartella.empty()) return;
+  const std::string riga = cartella + "\r\n";
+  // A folder not remembered only costs the supporter a click: the window opens all the same.
+  (void)support::ScriviFileIntero(cartellaProgramma + "\\" + kFileUltimaCartella, {riga});
+}
+
+std::string TitoloFinestra(const Dialog_Analisi& d) {
+  std::string titolo = kFormaAnalisi.caption;
+  if (!d.NomeSnapshot.empty()) titolo += " - " + support::EstraiNomeFile(d.NomeSnapshot);
+  return titolo;
+}
+
+bool ScegliSnapshot(support::DialogoFile& dialogo, std::string& nome, const std::string& cartella,
+                    const std::string& titolo) {
   dialogo.ImpostaTitolo(titolo);
   dialogo.ImpostaNomeFile("");
-  dialogo.ImpostaCartellaIniziale("c:\\");
-  dialogo.ImpostaFiltro("File Info_Ordl.bin|info_ordl.bin");
+  dialogo.ImpostaCartellaIniziale(cartella);
+  dialogo.ImpostaFiltro(kFiltroSnapshot);
   if (!dialogo.MostraApri()) return false;
   nome = dialogo.NomeFile();
   return true;
@@ -178,7 +224,9 @@ void mnu_ShowAmbiente_Click(Dialog_Analisi& d) {
 void mnu_Confronta_Click(Dialog_Analisi& d) {
   std::string nome;
   // The open snapshot is the one the supporter answers, the newer: the one picked is the earlier.
-  if (!ScegliSnapshot(d.CommonDialog1, nome, kTitoloConfronto)) return;
+  if (!ScegliSnapshot(d.CommonDialog1, nome, CartellaIniziale(d.CartellaProgramma, d.NomeSnapshot),
+                      kTitoloConfronto))
+    return;
   SnapshotAperto vecchio;
   const std::string cartella = d.CartellaProgramma + "\\" + kCartellaConfronto;
   if (ApriSnapshot(nome, cartella, vecchio, d.Messaggi)) {
@@ -230,11 +278,12 @@ void mnu_SalvaCopiaAnonima_Click(Dialog_Analisi& d) {
 bool Pul_EstraiDati_Click(const collection::Principale& p, support::DialogoFile& dialogo, std::string& nome) {
   // A click that arrives while a check run scans: the run owns the window until it closes it.
   if (p.ControlloInCorso) return false;
-  return ScegliSnapshot(dialogo, nome);
+  return ScegliSnapshot(dialogo, nome, CartellaIniziale(p.CartellaProgramma, ""));
 }
 
 bool ApriFinestra(Dialog_Analisi& d, const std::string& nome) {
   ImpostaValori(d, nome);
+  if (d.SnapshotAperto) RicordaCartella(d.CartellaProgramma, nome);
   return !d.Blocco.Occupato();
 }
 

@@ -88,10 +88,29 @@ struct Dialog_Analisi {
   host::BloccoCartella Blocco{};
 };
 
-// "Leggi Dati" up to the choice: sets up the file dialog and shows it. False on cancel; otherwise `nome` is
-// the chosen snapshot, and the caller runs ImpostaValori on a new window and shows it modally.
-bool ScegliSnapshot(support::DialogoFile& dialogo, std::string& nome,
+// The snapshot dialogs' filter: the snapshot's own name first, then any snapshot, then any file.
+inline constexpr const char* kFiltroSnapshot =
+    "File Info_Ordl.bin|info_ordl.bin|Snapshot (*.bin)|*.bin|All files (*.*)|*.*";
+// Where the snapshot dialogs open when no snapshot is open and none was opened before.
+inline constexpr const char* kCartellaSnapshot = "c:\\";
+// The file in the program folder that remembers the folder of the last snapshot opened in the window, one
+// line in Windows-1252.
+inline constexpr const char* kFileUltimaCartella = "ultima_cartella.txt";
+
+// Where the snapshot dialogs open: the folder of `aperto` (the open snapshot, "" for none), else the one
+// remembered in the program folder, else kCartellaSnapshot. A remembered folder that is not there, or a file
+// that does not hold one, counts as none.
+std::string CartellaIniziale(const std::string& cartellaProgramma, const std::string& aperto);
+// Remembers the folder of `snapshot` for the next dialog; nothing when that cannot be written.
+void RicordaCartella(const std::string& cartellaProgramma, const std::string& snapshot);
+
+// "Leggi Dati" up to the choice: sets up the file dialog, opening in `cartella`, and shows it. False on
+// cancel; otherwise `nome` is the chosen snapshot, and the caller runs ImpostaValori on a new window and
+// shows it modally.
+bool ScegliSnapshot(support::DialogoFile& dialogo, std::string& nome, const std::string& cartella,
                     const std::string& titolo = "Carica file info_ordl.bin");
+// The window's title: its caption and, once a snapshot was given to it, that file's name.
+std::string TitoloFinestra(const Dialog_Analisi& d);
 // The title of the dialog that asks for the snapshot to compare the open one with.
 inline constexpr const char* kTitoloConfronto = "Open the earlier snapshot to compare with";
 
@@ -99,8 +118,9 @@ inline constexpr const char* kTitoloConfronto = "Open the earlier snapshot to co
 // the chosen snapshot. The front end then makes the analysis window, runs ApriFinestra on its model and
 // shows it modally when that says so.
 bool Pul_EstraiDati_Click(const collection::Principale& p, support::DialogoFile& dialogo, std::string& nome);
-// ImpostaValori for a new window; false when the window is not to be shown (another program holds the
-// program folder, which a critical message has said).
+// ImpostaValori for a new window, and the snapshot's folder remembered once it is open; false when the
+// window is not to be shown (another program holds the program folder, which a critical message has said).
+// The front end then shows TitoloFinestra as the window's title.
 bool ApriFinestra(Dialog_Analisi& d, const std::string& nome);
 
 // Empties (or makes) Dati below the program folder, unpacks the snapshot there and shows the header

@@ -108,8 +108,11 @@ QStringList FiltriQt(const std::string& filtro) {
   QStringList filtri;
   for (const support::VoceFiltro& v : support::LeggiFiltro(filtro)) {
     QStringList maschere;
-    for (const std::string& m : v.maschere) maschere << MascheraSenzaCaso(DaByte(m));
-    filtri << DaByte(v.descrizione) + QStringLiteral(" (") + maschere.join(QLatin1Char(' ')) + QLatin1Char(')');
+    // On Windows "*.*" takes names without a dot too; here "*" does.
+    for (const std::string& m : v.maschere)
+      maschere << (m == "*.*" ? QStringLiteral("*") : MascheraSenzaCaso(DaByte(m)));
+    filtri << DaByte(v.descrizione) + QStringLiteral(" (") + maschere.join(QLatin1Char(' ')) +
+                  QLatin1Char(')');
   }
   return filtri;
 }

@@ -126,7 +126,9 @@ void FinestraPrincipale::Pul_EstraiDati_Click() {
   std::string nome;
   if (!analysis::Pul_EstraiDati_Click(modello_, servizi_.dialogoFile, nome)) return;
   FinestraAnalisi finestra(this, servizi_.messaggi, servizi_.dialogoFile, servizi_.appunti);
-  if (analysis::ApriFinestra(finestra.Modello(), nome)) servizi_.mostraAnalisi(finestra);
+  if (!analysis::ApriFinestra(finestra.Modello(), nome)) return;
+  finestra.setWindowTitle(DaByte(analysis::TitoloFinestra(finestra.Modello())));
+  servizi_.mostraAnalisi(finestra);
 }
 
 void FinestraPrincipale::closeEvent(QCloseEvent* evento) {

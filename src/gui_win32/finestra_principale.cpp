@@ -48,7 +48,9 @@ void FinestraPrincipale::Pul_EstraiDati_Click() {
   std::string nome;
   if (!analysis::Pul_EstraiDati_Click(modello_, servizi_.dialogoFile, nome)) return;
   FinestraAnalisi finestra(Hwnd(), servizi_.messaggi, servizi_.dialogoFile, servizi_.appunti);
-  if (analysis::ApriFinestra(finestra.Modello(), nome)) servizi_.mostraAnalisi(finestra);
+  if (!analysis::ApriFinestra(finestra.Modello(), nome)) return;
+  SetWindowTextA(finestra.Hwnd(), analysis::TitoloFinestra(finestra.Modello()).c_str());
+  servizi_.mostraAnalisi(finestra);
 }
 
 void FinestraPrincipale::Distrutta() {

@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "analysis/prospetto_ambiente.h"
@@ -194,6 +195,55 @@ TEST(DialogAnalisi, TrovaTesto) {
   }
 }
 
+// Both snapshot dialogs: every snapshot name and any file, opening beside the open snapshot, else where the
+// last one opened in a window was, else where they always did; the title names the open snapshot.
+TEST(DialogAnalisi, DialoghiDelloSnapshot) {
+  MacchinaProva m;
+  SoloHeader(m, 0);
+  std::filesystem::create_directories(m.C("Inbox"));
+  std::filesystem::copy_file(m.C("snap.bin"), m.C("Inbox/snap.bin"));
+  const std::string filtro = "File Info_Ordl.bin|info_ordl.bin|Snapshot (*.bin)|*.bin|All files (*.*)|*.*";
+  const std::string ricordo = m.C("Prog/ultima_cartella.txt");
+  FinestraProva f;
+  f.principale.CartellaProgramma = "C:\\Prog";
+  AnalisiProva a;
+  std::string nome;
+  // Nothing remembered, or nothing usable: the first folder as before.
+  for (const std::string& testo : V{"", "C:\\Manca\r\n", "Inbox\r\n", std::string("C:\\Inbox\0x", 10)}) {
+    if (!testo.empty()) MacchinaProva::ScriviHost(ricordo, testo);
+    a.dialogo.Annulla();
+    EXPECT_FALSE(analysis::Pul_EstraiDati_Click(f.principale, a.dialogo, nome));
+    EXPECT_EQ(a.dialogo.cartella, "c:\\") << testo;
+    EXPECT_EQ(a.dialogo.filtro, filtro);
+    EXPECT_EQ(a.dialogo.titolo, "Carica file info_ordl.bin");
+  }
+  EXPECT_EQ(analysis::TitoloFinestra(a.d), " Analisi dati info ordl");
+
+  // A snapshot that could not be opened is not remembered; one that was is, and the next dialog opens there.
+  AnalisiProva b;
+  ASSERT_TRUE(analysis::ApriFinestra(b.d, "C:\\Inbox\\nessuno.bin"));
+  EXPECT_EQ(MacchinaProva::LeggiHost(ricordo), std::string("C:\\Inbox\0x", 10));
+  ASSERT_TRUE(analysis::ApriFinestra(a.d, "C:\\Inbox\\snap.bin"));
+  EXPECT_EQ(MacchinaProva::LeggiHost(ricordo), "C:\\Inbox\r\n");
+  EXPECT_EQ(analysis::TitoloFinestra(a.d), " Analisi dati info ordl - snap.bin");
+  a.dialogo.Annulla();
+  EXPECT_FALSE(analysis::Pul_EstraiDati_Click(f.principale, a.dialogo, nome));
+  EXPECT_EQ(a.dialogo.cartella, "C:\\Inbox");
+
+  // The comparison's dialog opens beside the open snapshot, whatever is remembered; a root keeps its "\".
+  MacchinaProva::ScriviHost(ricordo, "C:\\Prog\r\n");
+  for (const auto& [aperto, cartella] :
+       {std::pair{"C:\\Inbox\\snap.bin", "C:\\Inbox"}, std::pair{"C:\\snap.bin", "C:\\"}}) {
+    AnalisiProva c;
+    ASSERT_TRUE(analysis::ApriFinestra(c.d, aperto));
+    c.dialogo.Annulla();
+    analysis::mnu_Confronta_Click(c.d);
+    EXPECT_EQ(c.dialogo.cartella, cartella);
+    EXPECT_EQ(c.dialogo.filtro, filtro);
+    EXPECT_EQ(c.dialogo.titolo, analysis::kTitoloConfronto);
+  }
+}
+
 // Saving and loading the report area; copying is held in the window's own test.
 TEST(DialogAnalisi, SalvaCarica) {
   MacchinaProva m;
@@ -204,7 +254,7 @@ TEST(DialogAnalisi, SalvaCarica) {
   // The snapshot's dialog set the start folder; the report dialogs leave it.
   std::string nome;
   a.dialogo.Scegli("C:\\snap.bin");
-  ASSERT_TRUE(analysis::ScegliSnapshot(a.dialogo, nome));
+  ASSERT_TRUE(analysis::ScegliSnapshot(a.dialogo, nome, analysis::kCartellaSnapshot));
   EXPECT_EQ(nome, "C:\\snap.bin");
 
   a.dialogo.Annulla();

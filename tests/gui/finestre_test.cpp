@@ -392,8 +392,10 @@ class ProvaFinestre : public QObject {
     AnalisiProva atteso(host::CartellaProgramma());
     analysis::ImpostaValori(atteso.d, collection::kNomeSnapshot);
     int mostrata = 0;
+    QString titolo;
     banco.analisi = [&](gui::FinestraAnalisi& f) {
       ++mostrata;
+      titolo = f.windowTitle();
       QCOMPARE(f.Area().Testo(), atteso.area.Testo());
       for (int i = 0; i < analysis::kNumeroVoci; ++i) {
         analysis::EseguiVoce(atteso.d, static_cast<Voce>(i));
@@ -409,6 +411,8 @@ class ProvaFinestre : public QObject {
     banco.file.Scegli(collection::kNomeSnapshot);
     w.Pul_EstraiDati->click();
     QCOMPARE(mostrata, 1);
+    QCOMPARE(banco.file.filtro, std::string(analysis::kFiltroSnapshot));
+    QCOMPARE(titolo, gui::DaByte(analysis::TitoloFinestra(atteso.d)));
     QVERIFY(!w.Chiusa());
   }
 
@@ -522,14 +526,27 @@ class ProvaFinestre : public QObject {
     QVERIFY(std::abs(trovato.center().y() - f.Text_Out->viewport()->height() / 2) <= riga);
   }
 
+  // The snapshot dialogs' filters, each matched as the platform's dialog matched it: without regard to case,
+  // "*.*" taking any name.
   void filtriSenzaCaso() {
-    const QStringList filtri = gui::FiltriQt("File Info_Ordl.bin|info_ordl.bin|Testi|*.txt");
-    QCOMPARE(filtri.size(), 2);
-    QVERIFY(filtri[0].startsWith(QStringLiteral("File Info_Ordl.bin (")));
-    const QRegularExpression re(
-        QRegularExpression::wildcardToRegularExpression(filtri[0].section('(', 1).chopped(1)));
-    QVERIFY(re.match(QStringLiteral("INFO_ORDL.BIN")).hasMatch());
-    QVERIFY(!re.match(QStringLiteral("INFO_ORDL.BAK")).hasMatch());
+    const QStringList filtri = gui::FiltriQt(analysis::kFiltroSnapshot);
+    QCOMPARE(filtri.size(), 3);
+    const struct {
+      const char* descrizione;
+      std::vector<const char*> si, no;
+    } attesi[] = {
+        {"File Info_Ordl.bin (", {"INFO_ORDL.BIN", "info_ordl.bin"}, {"INFO_ORDL.BAK", "x-info_ordl.bin"}},
+        {"Snapshot (*.bin) (", {"INFO_ORDL-anonymous.BIN", "08.bin"}, {"08.bin.txt"}},
+        {"All files (*.*) (", {"LEGGIMI", "a.b"}, {}}};
+    for (int i = 0; i < 3; ++i) {
+      const auto& a = attesi[i];
+      QVERIFY(filtri[i].startsWith(QLatin1String(a.descrizione)));
+      // The masks are in the last parentheses, where the dialog looks for them.
+      const QString maschera = filtri[i].section('(', -1).chopped(1);
+      const QRegularExpression re(QRegularExpression::wildcardToRegularExpression(maschera));
+      for (const char* n : a.si) QVERIFY2(re.match(QLatin1String(n)).hasMatch(), n);
+      for (const char* n : a.no) QVERIFY2(!re.match(QLatin1String(n)).hasMatch(), n);
+    }
   }
 };
 

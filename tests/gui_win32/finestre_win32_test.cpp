@@ -465,6 +465,7 @@ TEST(FinestreWin32, LeggiDatiOgniProspetto) {
   int mostrata = 0;
   banco.analisi = [&](win32::FinestraAnalisi& f) {
     ++mostrata;
+    EXPECT_EQ(Testo(f.Hwnd()), analysis::TitoloFinestra(atteso.d));
     EXPECT_EQ(f.Area().Testo(), atteso.area.Testo());
     for (int i = 0; i < analysis::kNumeroVoci; ++i) {
       const auto v = static_cast<Voce>(i);
