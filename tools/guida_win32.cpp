@@ -139,7 +139,10 @@ BOOL CALLBACK CercaFinestra(HWND w, LPARAM l) {
   GetWindowThreadProcessId(w, &pid);
   if (pid != gProgramma.dwProcessId || (c.visibile && !IsWindowVisible(w))) return TRUE;
   if (c.classe && Classe(w) != c.classe) return TRUE;
-  if (c.titolo && TestoFinestra(w) != c.titolo) return TRUE;
+  // A caption matches as it stands, or followed by " - " and what the window has open (the analysis window
+  // names its snapshot so).
+  const std::string t = TestoFinestra(w);
+  if (c.titolo && t != c.titolo && !t.starts_with(std::string(c.titolo) + " - ")) return TRUE;
   c.trovata = w;
   return FALSE;
 }
