@@ -91,28 +91,35 @@ void LeggiScript(const std::string& percorso, ScriptFatti& s) {
 
 }  // namespace
 
-StatoMembro Fatti::Stato(collection::Membro m) const {
+const ListaFatti* Fatti::ListaDi(collection::Membro m) const {
   using collection::Membro;
+  if (m == Membro::elencoOrdl) return &ordl;
+  if (m == Membro::elencoTrle) return &trle;
+  if (m == Membro::elencoArchivio) return &dirarc;
+  return nullptr;
+}
+
+const Record* Fatti::RecordDi(collection::Membro m) const {
+  using collection::Membro;
+  if (const ListaFatti* l = ListaDi(m)) return l;
   switch (m) {
     case Membro::intestazione:
-      return header.stato;
+      return &header;
     case Membro::preferenze:
-      return preferenze.stato;
+      return &preferenze;
     case Membro::archivio:
-      return archivio.stato;
-    case Membro::elencoOrdl:
-      return ordl.stato;
-    case Membro::elencoTrle:
-      return trle.stato;
-    case Membro::elencoArchivio:
-      return dirarc.stato;
+      return &archivio;
     case Membro::ordeio:
-      return ordeio.stato;
+      return &ordeio;
     case Membro::script:
-      return script.stato;
-    case Membro::ambiente:
-      break;
+      return &script;
+    default:
+      return nullptr;
   }
+}
+
+StatoMembro Fatti::Stato(collection::Membro m) const {
+  if (const Record* r = RecordDi(m)) return r->stato;
   switch (ambiente.stato) {
     case StatoAmbiente::assente:
       return StatoMembro::assente;

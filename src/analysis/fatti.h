@@ -70,6 +70,10 @@ struct Fatti {
 
   // The state of any member, walking the members' table.
   StatoMembro Stato(collection::Membro m) const;
+  // The record of a member; nullptr for the environment, which has a state of its own.
+  const Record* RecordDi(collection::Membro m) const;
+  // The list of a list member; nullptr for any other.
+  const ListaFatti* ListaDi(collection::Membro m) const;
 };
 
 // The facts of the files a snapshot left in `cartellaDati`. `lettore`, when given, hands over the lists

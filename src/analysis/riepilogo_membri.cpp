@@ -49,13 +49,6 @@ constexpr Flag kFlag[] = {
 constexpr std::int32_t kBitNoti = formats::BitFlagNoti();
 static_assert(std::size(kFlag) == formats::kTestiFlagErrori.size(), "a finding for every flag of the table");
 
-const ListaFatti* Lista(const Fatti& f, collection::Membro m) {
-  using collection::Membro;
-  if (m == Membro::elencoOrdl) return &f.ordl;
-  if (m == Membro::elencoTrle) return &f.trle;
-  if (m == Membro::elencoArchivio) return &f.dirarc;
-  return nullptr;
-}
 
 // Where a listing of the same snapshot shows the file of a missing member, as its full path; "" when no
 // listing shows it (a list read in part counts for what it holds). The archive may carry any name: any ".qlv"
@@ -84,7 +77,7 @@ std::string InUnElenco(const Fatti& f, const collection::VoceMembro& m) {
 void VerificaMembri(const Contesto& c) {
   const Fatti& f = c.fatti;
   for (const collection::VoceMembro& m : collection::kMembri) {
-    const ListaFatti* l = Lista(f, m.membro);
+    const ListaFatti* l = f.ListaDi(m.membro);
     if (!l || l->stato != StatoMembro::danneggiato) continue;
     c.Aggiungi(IdEsito::listUnreadable, Gravita::warn, std::string(m.nomeDati) + " could not be read whole",
                {{"list", m.nomeDati},
