@@ -157,6 +157,13 @@ void mnu_RiepilogoProblemi_Click(Dialog_Analisi& d);
 // and Dati stay as they were; a cancel changes nothing. A snapshot that is no longer the one opened is
 // refused with a critical message.
 void mnu_SalvaCopiaAnonima_Click(Dialog_Analisi& d);
+// "Salva tutto in un file di testo...": asks where to save the whole snapshot as one text (the member table,
+// every report item under its caption, the environment, the findings) and writes it; a file that cannot be
+// written is named in a critical message. The report area and its marks stay as they were.
+void mnu_SalvaTutto_Click(Dialog_Analisi& d);
+// "Copia risposta": the answer to paste for the user (the failures and warnings, written to the user) on the
+// clipboard. The report area and its marks stay as they were.
+void mnu_CopiaRisposta_Click(Dialog_Analisi& d);
 // Runs the menu item `v`, as its click does.
 void EseguiVoce(Dialog_Analisi& d, Voce v);
 

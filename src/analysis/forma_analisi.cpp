@@ -27,6 +27,12 @@ bool EseguiComando(Dialog_Analisi& d, const VoceBarra& v) {
     case Comando::SalvaCopiaAnonima:
       mnu_SalvaCopiaAnonima_Click(d);
       break;
+    case Comando::SalvaTutto:
+      mnu_SalvaTutto_Click(d);
+      break;
+    case Comando::CopiaRisposta:
+      mnu_CopiaRisposta_Click(d);
+      break;
   }
   return true;
 }

@@ -48,7 +48,9 @@ enum class Comando {
   Voce,
   Confronta,
   RiepilogoProblemi,
-  SalvaCopiaAnonima
+  SalvaCopiaAnonima,
+  SalvaTutto,
+  CopiaRisposta
 };
 
 struct MenuBarra {
@@ -73,9 +75,12 @@ struct VoceBarra {
   Voce voce;
 };
 
+// The items of the menu bar that are not report items.
+inline constexpr std::size_t kComandiBarra = 9;
+
 // Every item of the menu bar in the order the menus show them.
-constexpr std::array<VoceBarra, 7 + kNumeroVoci> VociBarra() {
-  std::array<VoceBarra, 7 + kNumeroVoci> b{};
+constexpr std::array<VoceBarra, kComandiBarra + kNumeroVoci> VociBarra() {
+  std::array<VoceBarra, kComandiBarra + kNumeroVoci> b{};
   std::size_t n = 0;
   b[n++] = {0, "mnu_CaricaFile", "Carica un prospetto", Comando::CaricaFile, {}};
   b[n++] = {0, "mnu_SalvaFile", "Salva prospetto in un file di testo", Comando::SalvaFile, {}};
@@ -91,6 +96,10 @@ constexpr std::array<VoceBarra, 7 + kNumeroVoci> VociBarra() {
   b[n++] = {4, "mnu_RiepilogoProblemi", "Riepilogo problemi", Comando::RiepilogoProblemi, {}};
   voci(Posto::diagnosi, 4);
   b[n++] = {4, "mnu_SalvaCopiaAnonima", "Salva copia anonima...", Comando::SalvaCopiaAnonima, {}};
+  b[n++] = {4, "mnu_SalvaTutto", "Salva tutto in un file di testo...", Comando::SalvaTutto, {}};
+  b[n++] = {4, "mnu_CopiaRisposta", "Copia risposta", Comando::CopiaRisposta, {}};
+  // Every row is filled: a missing one would be a blank item of the first menu.
+  if (n != b.size()) throw "the menu bar's table and its size disagree";
   return b;
 }
 inline constexpr auto kVociBarra = VociBarra();
