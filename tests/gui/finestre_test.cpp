@@ -508,6 +508,24 @@ class ProvaFinestre : public QObject {
     f.mnu_CaricaFile->trigger();
     QCOMPARE(f.Area().Testo(), testo);
     QVERIFY(banco.messaggi.tutti.empty());
+
+    // A save that cannot be written says so, naming the file.
+    banco.file.Scegli("C:\\Manca\\prospetto.txt");
+    f.mnu_SalvaFile->trigger();
+    QCOMPARE(banco.messaggi.tutti.size(), std::size_t{1});
+    QVERIFY(banco.messaggi.tutti[0].starts_with("critical: Could not write C:\\Manca\\prospetto.txt: "));
+  }
+
+  // A file that is not a snapshot: its one finding says so, as the headless tool's does.
+  void riepilogoSnapshotIlleggibile() {
+    Demo();
+    QVERIFY(support::ScriviFileTesto("C:\\rotto.bin", std::string(40, 'x')));
+    Banco banco;
+    gui::FinestraAnalisi f(nullptr, banco.messaggi, banco.file, banco.appunti);
+    analysis::ImpostaValori(f.Modello(), "C:\\rotto.bin");
+    QCOMPARE(banco.messaggi.tutti, std::vector<std::string>{"plain: Errrore estraendo file"});
+    f.mnu_RiepilogoProblemi->trigger();
+    QVERIFY(f.Area().Testo().starts_with("Findings: 1 fail, 0 warn, 0 pass\r\nFAIL  snapshot.unreadable"));
   }
 
   // A found word's line stands in the middle of the area, not on its last line.

@@ -527,8 +527,25 @@ TEST(FinestreWin32, RicercaCopiaSalvaCarica) {
   Menu(f, "mnu_CaricaFile");
   EXPECT_EQ(f.Area().Testo(), testo);
   EXPECT_TRUE(banco.messaggi.tutti.empty());
+  // A save that cannot be written says so, naming the file.
+  banco.file.Scegli("C:\\Manca\\prospetto.txt");
+  Menu(f, "mnu_SalvaFile");
+  ASSERT_EQ(banco.messaggi.tutti.size(), 1u);
+  EXPECT_TRUE(banco.messaggi.tutti[0].starts_with("critical: Could not write C:\\Manca\\prospetto.txt: "));
   EXPECT_EQ(win32::FiltroWin32("File Info_Ordl.bin|info_ordl.bin|Testi|*.txt; *.log"),
             std::string("File Info_Ordl.bin\0info_ordl.bin\0Testi\0*.txt;*.log\0\0", 52));
+}
+
+// A file that is not a snapshot: its one finding says so, as the headless tool's does.
+TEST(FinestreWin32, RiepilogoSnapshotIlleggibile) {
+  ASSERT_TRUE(support::ScriviFileTesto("C:\\rotto.bin", std::string(40, 'x')));
+  Banco banco;
+  win32::FinestraAnalisi f(nullptr, banco.messaggi, banco.file, banco.appunti);
+  analysis::ImpostaValori(f.Modello(), "C:\\rotto.bin");
+  EXPECT_EQ(banco.messaggi.tutti, std::vector<std::string>{"plain: Errrore estraendo file"});
+  Menu(f, "mnu_RiepilogoProblemi");
+  EXPECT_TRUE(f.Area().Testo().starts_with("Findings: 1 fail, 0 warn, 0 pass\r\nFAIL  snapshot.unreadable"))
+      << f.Area().Testo();
 }
 
 // The report view under the mouse and the keys: a click lands on the character drawn there, a shift click
