@@ -322,16 +322,24 @@ std::vector<std::string> NomiCercati(const std::vector<VoceChiave>& chiave) {
 // looked through for the few names; only a piece that holds one is kept, once.
 class RaccoltaResidui {
  public:
-  RaccoltaResidui(std::vector<std::string> nomi, std::size_t massimo)
-      : nomi_(std::move(nomi)), massimo_(massimo) {}
+  RaccoltaResidui(const std::vector<VoceChiave>& chiave, std::size_t massimo)
+      : nomi_(NomiCercati(chiave)), massimo_(massimo) {
+    // What the copy itself put there, and the folders that hold the profiles, name no one: an account
+    // called "user" (as under Wine on many a Linux machine) is in every stand-in and in "Users".
+    for (const VoceChiave& v : chiave) copia_.push_back(host::Maiuscolo(v.sostituto));
+    for (const char* radice : {"USERS", "DOCUMENTS AND SETTINGS", "DOCUME~1", "HOME"})
+      copia_.emplace_back(radice);
+  }
 
   void Pezzo(std::string_view testo, const std::string& dove) {
     if (testo.empty()) return;
     maiuscolo_.assign(testo);
     for (char& c : maiuscolo_) c = host::Maiuscola(c);
-    bool trovato = false;
-    for (const std::string& n : nomi_) trovato = trovato || maiuscolo_.find(n) != std::string::npos;
-    if (!trovato || !visti_.emplace(testo).second) return;
+    if (!Contiene()) return;
+    for (const std::string& t : copia_)
+      for (std::size_t p = maiuscolo_.find(t); p != std::string::npos; p = maiuscolo_.find(t, p + t.size()))
+        maiuscolo_.replace(p, t.size(), t.size(), '\0');
+    if (!Contiene() || !visti_.emplace(testo).second) return;
     if (r_.voci.size() < massimo_)
       r_.voci.push_back({std::string(testo), dove});
     else
@@ -371,7 +379,13 @@ class RaccoltaResidui {
   Residui Esito() && { return std::move(r_); }
 
  private:
-  std::vector<std::string> nomi_;
+  bool Contiene() const {
+    for (const std::string& n : nomi_)
+      if (maiuscolo_.find(n) != std::string::npos) return true;
+    return false;
+  }
+
+  std::vector<std::string> nomi_, copia_;
   std::size_t massimo_;
   std::string maiuscolo_;
   std::unordered_set<std::string> visti_;
@@ -381,7 +395,7 @@ class RaccoltaResidui {
 }  // namespace
 
 Residui CercaResidui(const CopiaAnonima& c, std::size_t massimo) {
-  RaccoltaResidui raccolta(NomiCercati(c.chiave), massimo);
+  RaccoltaResidui raccolta(c.chiave, massimo);
   if (raccolta.Vuota()) return {};
   const std::vector<std::string>& nomi = c.copia.tabella.Nomi;
   for (std::size_t i = 0; i < nomi.size() && i < c.copia.corpi.size(); ++i) {

@@ -408,6 +408,8 @@ TEST(CopiaAnonima, CioCheResta) {
        {"\\mario_kart.tr4", "\\Ros.tr4", "\\rossi.tr4"},
        "",
        "mario_kart.tr4|a file name in TRLE.el\nrossi.tr4|a file name in TRLE.el\n"},
+      {"account_user_as_under_wine", "C:\\users\\user\\Trle", {"\\user_levels.tr4", "\\a.tr4"},
+       "C:\\users\\user\\x", "user_levels.tr4|a file name in TRLE.el\n"},
       {"no_account_replaced", "D:\\Giochi\\Trle", {"\\mario.tr4"}, "Mario", ""},
       {"capped", "C:\\Users\\Mario\\Trle", molti, "", "", 5},
   };
