@@ -408,8 +408,11 @@ TEST(CopiaAnonima, CioCheResta) {
        {"\\mario_kart.tr4", "\\Ros.tr4", "\\rossi.tr4"},
        "",
        "mario_kart.tr4|a file name in TRLE.el\nrossi.tr4|a file name in TRLE.el\n"},
-      {"account_user_as_under_wine", "C:\\users\\user\\Trle", {"\\user_levels.tr4", "\\a.tr4"},
-       "C:\\users\\user\\x", "user_levels.tr4|a file name in TRLE.el\n"},
+      {"account_user_as_under_wine",
+       "C:\\users\\user\\Trle",
+       {"\\user_levels.tr4", "\\a.tr4"},
+       "C:\\users\\user\\x",
+       "user_levels.tr4|a file name in TRLE.el\n"},
       {"no_account_replaced", "D:\\Giochi\\Trle", {"\\mario.tr4"}, "Mario", ""},
       {"capped", "C:\\Users\\Mario\\Trle", molti, "", "", 5},
   };
@@ -449,7 +452,6 @@ TEST(CopiaAnonima, MessaggioFinale) {
   EXPECT_EQ(analysis::TestoResidui(c, {{{"ann.tr4", "a file name in TRLE.el"}}, 7}),
             "It keeps these names, which hold an account name it replaced and may still name the person:\r\n"
             "  ann.tr4 (a file name in TRLE.el)\r\n  and 7 more");
-  EXPECT_EQ(analysis::NomeChiave("C:\\a.b\\copia-anonymous.BIN"), "C:\\a.b\\copia-anonymous-key.txt");
   EXPECT_EQ(analysis::NomeChiave("C:\\a.b\\copia"), "C:\\a.b\\copia-key.txt");
 }
 
@@ -460,20 +462,17 @@ TEST(CopiaAnonima, OpzioniDallaFinestra) {
   MacchinaProva::ScriviHost(m.C("snap.bin"), Snapshot("Mario", "Mario"));
   AnalisiProva a;
   analysis::ImpostaValori(a.d, "C:\\snap.bin");
-  a.messaggi.tutti.clear();
   a.messaggi.si = {true, true};
   a.dialogo.Scegli("C:\\copia.bin");
   a.dialogo.Annulla();
   analysis::mnu_SalvaCopiaAnonima_Click(a.d);
   EXPECT_EQ(a.messaggi.domande,
             (std::vector<std::string>{analysis::kDomandaAutori, analysis::kDomandaChiave}));
-  EXPECT_EQ(a.dialogo.mostrati.size(), 2u);
   EXPECT_EQ(a.dialogo.titolo, analysis::kTitoloChiave);
   EXPECT_EQ(host::Maiuscolo(MacchinaProva::LeggiHost(m.C("copia.bin"))).find("LARA"), std::string::npos);
   EXPECT_FALSE(MacchinaProva::EsisteHost(m.C("copia-key.txt")));
-  ASSERT_EQ(a.messaggi.tutti.size(), 1u);
-  EXPECT_TRUE(a.messaggi.tutti[0].starts_with("plain: The anonymized copy is saved as C:\\copia.bin."))
-      << a.messaggi.tutti[0];
+  EXPECT_EQ(a.messaggi.tutti.size(), 1u);
+  EXPECT_TRUE(a.messaggi.tutti.back().starts_with("plain: The anonymized copy is saved as C:\\copia.bin."));
 
   a.messaggi.si = {false, true};
   a.dialogo.Scegli("C:\\copia2.bin");

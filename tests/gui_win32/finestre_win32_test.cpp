@@ -619,33 +619,11 @@ TEST(FinestreWin32, ScatolaCritica) {
 }
 
 // ---- The anonymized copy ----
-int gSiPulsanti = 0;
-
-void CALLBACK RispondiSi(HWND, UINT, UINT_PTR id, DWORD) {
-  HWND box = FindWindowA("#32770", "CheckORDL");
-  if (!box) return;
-  KillTimer(nullptr, id);
-  for (HWND c = GetWindow(box, GW_CHILD); c; c = GetWindow(c, GW_HWNDNEXT)) {
-    char classe[32] = {};
-    GetClassNameA(c, classe, sizeof(classe));
-    if (std::string_view(classe) == "Button" && IsWindowVisible(c)) ++gSiPulsanti;
-  }
-  PostMessageA(box, WM_COMMAND, IDYES, 0);
-}
-
 void CALLBACK AccettaCopia(HWND, UINT, UINT_PTR id, DWORD) {
   HWND d = FindWindowA("#32770", analysis::kTitoloCopiaAnonima);
   if (!d) return;
   KillTimer(nullptr, id);
   PostMessageA(d, WM_COMMAND, IDOK, 0);
-}
-
-TEST(FinestreWin32, ScatolaDomanda) {
-  const int& pulsanti = gSiPulsanti;
-  const UINT_PTR t = SetTimer(nullptr, 0, 50, RispondiSi);
-  EXPECT_TRUE(win32::MessaggiW().Domanda(analysis::kDomandaAutori));
-  KillTimer(nullptr, t);
-  EXPECT_EQ(pulsanti, 2);
 }
 
 // A snapshot in a folder of its own: the real save dialog, accepted as it opens, writes the copy beside it
@@ -670,7 +648,6 @@ TEST(FinestreWin32, CopiaAnonimaComeProposta) {
   Menu(f, "mnu_SalvaCopiaAnonima");
   KillTimer(nullptr, t);
   EXPECT_TRUE(support::FileExists(copia));
-  EXPECT_EQ(messaggi.domande.size(), 2u);
   ASSERT_EQ(messaggi.tutti.size(), 1u);
   EXPECT_TRUE(messaggi.tutti[0].starts_with("plain: The anonymized copy is saved as " + copia + "."))
       << messaggi.tutti[0];
