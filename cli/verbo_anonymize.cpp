@@ -1,4 +1,6 @@
 // A copy of a snapshot without the user's account names, to post where anyone may read it.
+#include <cstdio>
+
 #include "analysis/copia_anonima.h"
 #include "verbi.h"
 
@@ -35,6 +37,12 @@ int VerboAnonymize(const Argomenti& args, MessaggiConsole& msg) {
            (c.chiave.size() == 1 ? " name in " : " names in ") +
            std::to_string(analysis::TotaleSostituzioni(c)) + " places.\n";
   ScriviTesto(righe);
+  // What the copy keeps that may still name the person goes where a pipe of the counts does not take it.
+  if (const std::string residui = analysis::TestoResidui(c, analysis::CercaResidui(c)); !residui.empty()) {
+    const std::string t = PerTerminale(residui + "\r\n");
+    std::fflush(stdout);
+    std::fwrite(t.data(), 1, t.size(), stderr);
+  }
   return 0;
 }
 

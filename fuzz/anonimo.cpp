@@ -39,6 +39,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* dati, std::size_t n) {
   if (!collection::DecodificaSnapshot(std::string_view(reinterpret_cast<const char*>(dati), n), s)) return 0;
   analysis::Anonimizza(s, {true});
   const analysis::CopiaAnonima c = analysis::Anonimizza(s, {});
+  // What the copy keeps is read from its own members, any bytes at all, and never listed beyond its cap.
+  if (analysis::CercaResidui(c).voci.size() > analysis::kResiduiMostrati) std::abort();
 
   collection::SnapshotInMemoria letta;
   if (!collection::DecodificaSnapshot(collection::CodificaSnapshot(c.copia), letta)) std::abort();

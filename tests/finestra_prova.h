@@ -70,7 +70,16 @@ class MessaggiProva : public support::Messaggi {
  public:
   void Semplice(const std::string& t) override { tutti.push_back("plain: " + t); }
   void Critico(const std::string& t) override { tutti.push_back("critical: " + t); }
-  std::vector<std::string> tutti;
+  // The answers queued in `si` in order, then No; the questions apart, so that `tutti` stays what was told.
+  bool Domanda(const std::string& t) override {
+    domande.push_back(t);
+    if (si.empty()) return false;
+    const bool r = si.front();
+    si.pop_front();
+    return r;
+  }
+  std::vector<std::string> tutti, domande;
+  std::deque<bool> si;
 };
 
 class CicloProva : public support::CicloEventi {

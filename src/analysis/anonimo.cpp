@@ -127,7 +127,8 @@ bool Sostituti::GiaSostituto(std::string_view nome) const {
 
 const std::string& Sostituti::Di(Genere genere, std::string_view originale) {
   auto [it, nuovo] = indice_.try_emplace({genere, host::Maiuscolo(originale)}, chiave_.size());
-  if (nuovo) chiave_.push_back({Sostituto(genere, ++numeri_[genere], originale), std::string(originale)});
+  if (nuovo)
+    chiave_.push_back({Sostituto(genere, ++numeri_[genere], originale), std::string(originale), genere});
   return chiave_[it->second].sostituto;
 }
 
@@ -184,7 +185,8 @@ void AnonimizzaCampo(std::string& byte, std::size_t da, std::size_t lunghezza, S
   if (da >= byte.size()) return;
   const std::string_view campo = std::string_view(byte).substr(da, lunghezza);
   std::vector<Tratto> tratti = NomiNelTesto(campo);
-  std::erase_if(tratti, [&](const Tratto& t) { return s.GiaSostituto(campo.substr(t.posizione, t.lunghezza)); });
+  std::erase_if(tratti,
+                [&](const Tratto& t) { return s.GiaSostituto(campo.substr(t.posizione, t.lunghezza)); });
   if (tratti.empty()) return;
   std::string nuovo =
       Sostituisci(campo, tratti, [&](std::string_view nome) { return s.Di(Genere::utente, nome); });

@@ -22,6 +22,7 @@ struct VoceChiave {
   std::string sostituto;
   // As first met.
   std::string originale;
+  Genere genere = Genere::utente;
 };
 
 // The stand-ins of one copy: `user1`, `user2`, ... in order of first appearance, the same name (compared

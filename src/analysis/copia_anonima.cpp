@@ -1,10 +1,13 @@
 #include "analysis/copia_anonima.h"
 
+#include <algorithm>
 #include <limits>
 #include <new>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <set>
+#include <string_view>
+#include <unordered_set>
 #include <utility>
 
 #include "analysis/ambiente_dati.h"
@@ -86,7 +89,12 @@ class Anonimizzatore {
 
  private:
   std::string Corpo(std::optional<Lettore> lettore, std::string byte, std::int64_t& n) {
-    switch (lettore.value_or(Lettore::script)) {
+    // A file no report reads has no layout this copy knows: its bytes keep their places, as the script's do.
+    if (!lettore) {
+      AnonimizzaInPosto(byte, 0, byte.size(), s_, n);
+      return byte;
+    }
+    switch (*lettore) {
       case Lettore::infoHeader:
       case Lettore::preferenze:
       case Lettore::archivio:
@@ -290,7 +298,136 @@ std::string TroppoGrande(const std::string& membro) {
   return "The anonymized copy cannot hold " + membro + ": it would be 2 GB or more";
 }
 
+// The account names as the search for what the copy keeps looks for them, in capitals: each whole, and each
+// word of three letters or more of a name of several (a level named after the first name alone names the
+// person as well).
+std::vector<std::string> NomiCercati(const std::vector<VoceChiave>& chiave) {
+  std::vector<std::string> nomi;
+  for (const VoceChiave& v : chiave) {
+    if (v.genere != Genere::utente) continue;
+    const std::string m = host::Maiuscolo(v.originale);
+    nomi.push_back(m);
+    for (std::size_t i = m.find_first_not_of(' '); i != std::string::npos; i = m.find_first_not_of(' ', i)) {
+      const std::size_t fine = std::min(m.find(' ', i), m.size());
+      if (fine - i >= 3 && fine - i < m.size()) nomi.push_back(m.substr(i, fine - i));
+      i = fine;
+    }
+  }
+  std::sort(nomi.begin(), nomi.end());
+  nomi.erase(std::unique(nomi.begin(), nomi.end()), nomi.end());
+  return nomi;
+}
+
+// One pass over each listing and over ordeio.txt: every piece is put in capitals once, in one buffer, and
+// looked through for the few names; only a piece that holds one is kept, once.
+class RaccoltaResidui {
+ public:
+  RaccoltaResidui(const std::vector<VoceChiave>& chiave, std::size_t massimo)
+      : nomi_(NomiCercati(chiave)), massimo_(massimo) {
+    // What the copy itself put there, and the folders that hold the profiles, name no one: an account
+    // called "user" (as under Wine on many a Linux machine) is in every stand-in and in "Users".
+    for (const VoceChiave& v : chiave) copia_.push_back(host::Maiuscolo(v.sostituto));
+    for (const char* radice : {"USERS", "DOCUMENTS AND SETTINGS", "DOCUME~1", "HOME"})
+      copia_.emplace_back(radice);
+  }
+
+  void Pezzo(std::string_view testo, const std::string& dove) {
+    if (testo.empty()) return;
+    maiuscolo_.assign(testo);
+    for (char& c : maiuscolo_) c = host::Maiuscola(c);
+    if (!Contiene()) return;
+    for (const std::string& t : copia_)
+      for (std::size_t p = maiuscolo_.find(t); p != std::string::npos; p = maiuscolo_.find(t, p + t.size()))
+        maiuscolo_.replace(p, t.size(), t.size(), '\0');
+    if (!Contiene() || !visti_.emplace(testo).second) return;
+    if (r_.voci.size() < massimo_)
+      r_.voci.push_back({std::string(testo), dove});
+    else
+      ++r_.oltre;
+  }
+
+  // A path of a listing: its folders' names, then its last one's as `ultimo` says.
+  void Percorso(std::string_view percorso, const std::string& cartella, const std::string& ultimo) {
+    std::size_t inizio = 0;
+    for (std::size_t fine = percorso.find_first_of("\\/");; fine = percorso.find_first_of("\\/", inizio)) {
+      if (fine == std::string_view::npos) {
+        Pezzo(percorso.substr(inizio), ultimo);
+        return;
+      }
+      Pezzo(percorso.substr(inizio, fine - inizio), cartella);
+      inizio = fine + 1;
+    }
+  }
+
+  void Parole(std::string_view testo, const std::string& dove) {
+    constexpr std::string_view kSpazi = " \t\r\n";
+    constexpr std::string_view kAttorno = "\"'()[]<>,;.!?";
+    for (std::size_t i = testo.find_first_not_of(kSpazi); i != std::string_view::npos;
+         i = testo.find_first_not_of(kSpazi, i)) {
+      const std::size_t fine = std::min(testo.find_first_of(kSpazi, i), testo.size());
+      std::string_view parola = testo.substr(i, fine - i);
+      while (!parola.empty() && kAttorno.find(parola.front()) != std::string_view::npos)
+        parola.remove_prefix(1);
+      while (!parola.empty() && kAttorno.find(parola.back()) != std::string_view::npos)
+        parola.remove_suffix(1);
+      Pezzo(parola, dove);
+      i = fine;
+    }
+  }
+
+  bool Vuota() const { return nomi_.empty(); }
+  Residui Esito() && { return std::move(r_); }
+
+ private:
+  bool Contiene() const {
+    for (const std::string& n : nomi_)
+      if (maiuscolo_.find(n) != std::string::npos) return true;
+    return false;
+  }
+
+  std::vector<std::string> nomi_, copia_;
+  std::size_t massimo_;
+  std::string maiuscolo_;
+  std::unordered_set<std::string> visti_;
+  Residui r_;
+};
+
 }  // namespace
+
+Residui CercaResidui(const CopiaAnonima& c, std::size_t massimo) {
+  RaccoltaResidui raccolta(c.chiave, massimo);
+  if (raccolta.Vuota()) return {};
+  const std::vector<std::string>& nomi = c.copia.tabella.Nomi;
+  for (std::size_t i = 0; i < nomi.size() && i < c.copia.corpi.size(); ++i) {
+    const std::optional<collection::Membro> m = collection::MembroDiNome(nomi[i]);
+    if (!m) continue;
+    const collection::VoceMembro& voce = collection::VoceDi(*m);
+    const std::string& byte = c.copia.corpi[i];
+    if (voce.lettore == Lettore::elenco) {
+      const std::string nome = voce.nomeControllo;
+      const std::string cartella = "a folder name in " + nome, file = "a file name in " + nome;
+      const formats::PezziElenco p = formats::PezziElencoTollerante(byte);
+      const std::string_view b(byte);
+      raccolta.Percorso(b.substr(p.base.posizione, p.base.lunghezza), cartella, cartella);
+      for (const formats::PezzoElenco& pezzo : p.nomi)
+        raccolta.Percorso(b.substr(pezzo.posizione, pezzo.lunghezza), cartella, file);
+    } else if (*m == collection::Membro::ordeio) {
+      raccolta.Parole(byte, std::string("a word of ") + voce.nomeControllo);
+    }
+  }
+  return std::move(raccolta).Esito();
+}
+
+std::string TestoResidui(const CopiaAnonima& c, const Residui& r) {
+  if (NomiCercati(c.chiave).empty()) return {};
+  if (r.voci.empty())
+    return "No file or folder name, nor any word of ordeio.txt, in it holds an account name it replaced.";
+  std::string t =
+      "It keeps these names, which hold an account name it replaced and may still name the person:";
+  for (const Residuo& v : r.voci) t += "\r\n  " + v.testo + " (" + v.dove + ")";
+  if (r.oltre > 0) t += "\r\n  and " + std::to_string(r.oltre) + " more";
+  return t;
+}
 
 CopiaAnonima Anonimizza(const collection::SnapshotInMemoria& originale, const OpzioniAnonimo& opzioni) {
   Anonimizzatore a(opzioni);
@@ -316,13 +453,28 @@ std::string NomeCopiaAnonima(const std::string& snapshot) {
   return snapshot.substr(0, fine) + "-anonymous" + snapshot.substr(fine);
 }
 
+std::string NomeChiave(const std::string& copia) {
+  const std::size_t nome = copia.find_last_of("\\:") + 1;
+  const std::size_t punto = copia.rfind('.');
+  const std::size_t fine = punto == std::string::npos || punto < nome ? copia.size() : punto;
+  return copia.substr(0, fine) + "-key.txt";
+}
+
 std::string TestoCopiaAnonima(const CopiaAnonima& c, const std::string& copia) {
   const std::string salvata = "The anonymized copy is saved as " + copia + ".\r\n";
   if (c.chiave.empty())
     return salvata + "No account name was found in its paths: it holds what the snapshot holds.";
-  return salvata + "It replaced " + std::to_string(c.chiave.size()) +
-         (c.chiave.size() == 1 ? " account name in " : " account names in ") +
-         std::to_string(TotaleSostituzioni(c)) + " places; check it with \"Leggi Dati\" before you post it.";
+  const auto utenti = static_cast<std::size_t>(std::count_if(
+      c.chiave.begin(), c.chiave.end(), [](const VoceChiave& v) { return v.genere == Genere::utente; }));
+  const std::size_t autori = c.chiave.size() - utenti;
+  const std::string testo =
+      salvata + "It replaced " + std::to_string(utenti) + (utenti == 1 ? " account name" : " account names") +
+      (autori == 0 ? ""
+                   : " and " + std::to_string(autori) + " of the level authors' names, addresses and sites") +
+      " in " + std::to_string(TotaleSostituzioni(c)) +
+      " places; check it with \"Leggi Dati\" before you post it.";
+  const std::string residui = TestoResidui(c, CercaResidui(c));
+  return residui.empty() ? testo : testo + "\r\n" + residui;
 }
 
 std::string SalvaCopiaAnonima(const RichiestaCopia& r, CopiaAnonima& esito) {

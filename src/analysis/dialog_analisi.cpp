@@ -265,10 +265,18 @@ void mnu_SalvaCopiaAnonima_Click(Dialog_Analisi& d) {
   d.CommonDialog1.ImpostaNomeFile(NomeCopiaAnonima(d.NomeSnapshot));
   d.CommonDialog1.ImpostaFiltro("Snapshot (*.bin)|*.bin");
   if (!d.CommonDialog1.MostraSalva()) return;
-  const std::string copia = d.CommonDialog1.NomeFile();
+  RichiestaCopia r{d.NomeSnapshot, d.CommonDialog1.NomeFile(), {}, {}, &d.Contenuto};
+  const std::string copia = r.copia;
+  r.opzioni.autori = d.Messaggi.Domanda(kDomandaAutori);
+  if (d.Messaggi.Domanda(kDomandaChiave)) {
+    d.CommonDialog1.ImpostaTitolo(kTitoloChiave);
+    d.CommonDialog1.ImpostaNomeFile(NomeChiave(copia));
+    d.CommonDialog1.ImpostaFiltro("Text (*.txt)|*.txt");
+    // A cancel here means no key, not no copy.
+    if (d.CommonDialog1.MostraSalva()) r.fileChiave = d.CommonDialog1.NomeFile();
+  }
   CopiaAnonima esito;
-  if (const std::string errore = SalvaCopiaAnonima({d.NomeSnapshot, copia, {}, {}, &d.Contenuto}, esito);
-      !errore.empty()) {
+  if (const std::string errore = SalvaCopiaAnonima(r, esito); !errore.empty()) {
     d.Messaggi.Critico(errore);
     return;
   }

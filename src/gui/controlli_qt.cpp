@@ -24,11 +24,14 @@ QWidget* Sopra() {
   return QApplication::activeWindow();
 }
 
-void Mostra(QMessageBox::Icon icona, const std::string& testo) {
+int Mostra(QMessageBox::Icon icona, const std::string& testo,
+           QMessageBox::StandardButtons pulsanti = QMessageBox::Ok) {
   QString t = DaByte(testo);
   t.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
-  QMessageBox box(icona, QString::fromLatin1(support::kTitoloProgramma), t, QMessageBox::Ok, Sopra());
-  box.exec();
+  QMessageBox box(icona, QString::fromLatin1(support::kTitoloProgramma), t, pulsanti, Sopra());
+  // No is the default button: an Enter pressed in passing adds nothing to what is posted.
+  if (pulsanti & QMessageBox::No) box.setDefaultButton(QMessageBox::No);
+  return box.exec();
 }
 
 // A mask whose letters match either case: "*.txt" -> "*.[tT][xX][tT]".
@@ -96,6 +99,10 @@ void MessaggiQt::Critico(const std::string& testo) {
   Mostra(QMessageBox::Critical, testo);
 }
 
+bool MessaggiQt::Domanda(const std::string& testo) {
+  return Mostra(QMessageBox::Question, testo, QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes;
+}
+
 void AppuntiQt::Svuota() {
   QApplication::clipboard()->clear();
 }
@@ -125,10 +132,16 @@ bool DialogoFileQt::Mostra(bool salva) {
   dialogo.setOption(QFileDialog::DontConfirmOverwrite);
   // The masks are spelt for both cases; the description alone is what the user needs to read.
   dialogo.setOption(QFileDialog::HideNameFilterDetails);
-  if (!cartella_.empty()) dialogo.setDirectory(PercorsoHost(cartella_));
+  // A proposed name with its folder (a Windows path) opens the dialog there: given whole, Qt would read it as
+  // a name below the current folder.
+  const std::size_t barra = nome_.find_last_of("\\/:");
+  std::string cartella = cartella_;
+  if (barra != std::string::npos) cartella = nome_.substr(0, nome_[barra] == ':' ? barra + 1 : barra);
+  if (cartella.size() == 2 && cartella[1] == ':') cartella += '\\';
+  if (!cartella.empty()) dialogo.setDirectory(PercorsoHost(cartella));
   const QStringList filtri = FiltriQt(filtro_);
   if (!filtri.isEmpty()) dialogo.setNameFilters(filtri);
-  dialogo.selectFile(DaByte(nome_));
+  dialogo.selectFile(DaByte(barra == std::string::npos ? nome_ : nome_.substr(barra + 1)));
   if (dialogo.exec() != QDialog::Accepted || dialogo.selectedFiles().isEmpty()) return false;
   const QString scelto = dialogo.selectedFiles().constFirst();
   nome_ = PercorsoWindows(scelto);

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "support/interfacce.h"
 #include "gui/vista_prospetto.h"
+#include "support/interfacce.h"
 
 class QLabel;
 class QLineEdit;
@@ -60,11 +60,12 @@ class CicloQt : public support::CicloEventi {
   void UnTurno() override;
 };
 
-// Boxes with the program's title and one OK button, over whatever window is active.
+// Boxes with the program's title and one OK button (a question: Yes and No), over whatever window is active.
 class MessaggiQt : public support::Messaggi {
  public:
   void Semplice(const std::string& testo) override;
   void Critico(const std::string& testo) override;
+  bool Domanda(const std::string& testo) override;
 };
 
 class AppuntiQt : public support::Appunti {

@@ -15,9 +15,9 @@ namespace win32 {
 namespace {
 
 // Modal over the program's innermost window; before there is one, over the whole program.
-void Scatola(const std::string& testo, UINT icona) {
+int Scatola(const std::string& testo, UINT tipo) {
   HWND sopra = Proprietario();
-  MessageBoxA(sopra, testo.c_str(), support::kTitoloProgramma, MB_OK | icona | (sopra ? 0u : MB_TASKMODAL));
+  return MessageBoxA(sopra, testo.c_str(), support::kTitoloProgramma, tipo | (sopra ? 0u : MB_TASKMODAL));
 }
 
 }  // namespace
@@ -53,11 +53,16 @@ void CicloW::UnTurno() {
 }
 
 void MessaggiW::Semplice(const std::string& testo) {
-  Scatola(testo, 0);
+  Scatola(testo, MB_OK);
 }
 
 void MessaggiW::Critico(const std::string& testo) {
-  Scatola(testo, MB_ICONERROR);
+  Scatola(testo, MB_OK | MB_ICONERROR);
+}
+
+bool MessaggiW::Domanda(const std::string& testo) {
+  // No is the default button: an Enter pressed in passing adds nothing to what is posted.
+  return Scatola(testo, MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2) == IDYES;
 }
 
 void AppuntiW::Svuota() {

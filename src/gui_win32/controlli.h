@@ -47,6 +47,7 @@ class MessaggiW : public support::Messaggi {
  public:
   void Semplice(const std::string& testo) override;
   void Critico(const std::string& testo) override;
+  bool Domanda(const std::string& testo) override;
 };
 
 // The clipboard, as plain text (CF_TEXT).

@@ -24,12 +24,15 @@ class BarraProgresso {
   virtual void Refresh() = 0;
 };
 
-// Message boxes: plain (OK, no icon) and critical (OK, error icon). Texts in Windows-1252.
+// Message boxes: plain (OK, no icon) and critical (OK, error icon), and a question (Yes and No). Texts in
+// Windows-1252.
 class Messaggi {
  public:
   virtual ~Messaggi() = default;
   virtual void Semplice(const std::string& testo) = 0;
   virtual void Critico(const std::string& testo) = 0;
+  // True for Yes. Without anyone to ask, the answer is No: what a question offers is always the extra.
+  virtual bool Domanda(const std::string& /*testo*/) { return false; }
 };
 
 // The modal folder dialog as its callers see it: a caption, a start path, shown modally, then the outcome.

@@ -382,4 +382,104 @@ TEST(CopiaAnonima, CheNonSiPuoFare) {
   EXPECT_EQ(MacchinaProva::LeggiHost(m.C("buono.bin")), Snapshot("Mario", "Mario"));
 }
 
+// What the copy keeps that may still name the person: names of the listings and words of ordeio.txt that hold
+// a replaced account name, each once, where first met; profile paths (replaced) and authors (no account) not.
+TEST(CopiaAnonima, CioCheResta) {
+  struct Riga {
+    const char* caso;
+    std::string base;
+    std::vector<std::string> nomi;
+    std::string ordeio;
+    std::string attesi;  // "text|where" lines
+    std::int64_t oltre = 0;
+  };
+  std::vector<std::string> molti;
+  for (int i = 0; i < 25; ++i) molti.push_back("\\mario" + std::to_string(i) + ".tr4");
+  const Riga righe[] = {
+      {"accent_any_case",
+       "C:\\Users\\Jos\xE9\\Desktop\\Trle",
+       {"\\data\\jos\xE9_castello.tr4", "\\JOS\xC9 levels\\a.tr4", "\\JOS\xC9 levels\\b.tr4",
+        "\\data\\x.tr4"},
+       "By Jos\xE9 (C:\\Users\\Jos\xE9\\x), \"jos\xE9\".\r\n",
+       "jos\xE9_castello.tr4|a file name in TRLE.el\nJOS\xC9 levels|a folder name in TRLE.el\n"
+       "Jos\xE9|a word of ordeio.txt\njos\xE9|a word of ordeio.txt\n"},
+      {"words_of_a_full_name",
+       "C:\\Users\\Mario Rossi\\Trle",
+       {"\\mario_kart.tr4", "\\Ros.tr4", "\\rossi.tr4"},
+       "",
+       "mario_kart.tr4|a file name in TRLE.el\nrossi.tr4|a file name in TRLE.el\n"},
+      {"account_user_as_under_wine",
+       "C:\\users\\user\\Trle",
+       {"\\user_levels.tr4", "\\a.tr4"},
+       "C:\\users\\user\\x",
+       "user_levels.tr4|a file name in TRLE.el\n"},
+      {"no_account_replaced", "D:\\Giochi\\Trle", {"\\mario.tr4"}, "Mario", ""},
+      {"capped", "C:\\Users\\Mario\\Trle", molti, "", "", 5},
+  };
+  for (const Riga& r : righe) {
+    const std::vector<std::pair<std::string, std::string>> membri = {
+        {"C:\\x\\TRLE.el", formats::CodificaElenco(Elenco(r.base, r.nomi))}, {"C:\\x\\ordeio.txt", r.ordeio}};
+    collection::SnapshotInMemoria s;
+    for (const auto& [nome, corpo] : membri) {
+      s.tabella.Nomi.push_back(nome);
+      s.tabella.Dimensioni.push_back(static_cast<std::int32_t>(corpo.size()));
+      s.corpi.push_back(corpo);
+    }
+    s.tabella.Numero = 2;
+    const analysis::CopiaAnonima c = analysis::Anonimizza(s, {true});
+    const analysis::Residui residui = analysis::CercaResidui(c);
+    std::string trovati;
+    for (const analysis::Residuo& v : residui.voci) trovati += v.testo + "|" + v.dove + "\n";
+    EXPECT_EQ(residui.oltre, r.oltre) << r.caso;
+    if (r.oltre == 0) {
+      EXPECT_EQ(trovati, r.attesi) << r.caso;
+    } else {
+      EXPECT_EQ(residui.voci.size(), analysis::kResiduiMostrati) << r.caso;
+    }
+  }
+}
+
+TEST(CopiaAnonima, MessaggioFinale) {
+  analysis::CopiaAnonima c;
+  EXPECT_EQ(analysis::TestoResidui(c, {}), "") << "no account replaced: nothing to say";
+  c.chiave = {{"user1", "Ann", analysis::Genere::utente}, {"author1", "Lara", analysis::Genere::autore}};
+  c.tabella = 3;
+  EXPECT_EQ(
+      analysis::TestoCopiaAnonima(c, "C:\\c.bin"),
+      "The anonymized copy is saved as C:\\c.bin.\r\nIt replaced 1 account name and 1 of the level "
+      "authors' names, addresses and sites in 3 places; check it with \"Leggi Dati\" before you post "
+      "it.\r\nNo file or folder name, nor any word of ordeio.txt, in it holds an account name it replaced.");
+  EXPECT_EQ(analysis::TestoResidui(c, {{{"ann.tr4", "a file name in TRLE.el"}}, 7}),
+            "It keeps these names, which hold an account name it replaced and may still name the person:\r\n"
+            "  ann.tr4 (a file name in TRLE.el)\r\n  and 7 more");
+  EXPECT_EQ(analysis::NomeChiave("C:\\a.b\\copia"), "C:\\a.b\\copia-key.txt");
+}
+
+// The window's options: the authors on a Yes, the key on a Yes and a name, no key on a cancel of its dialog.
+TEST(CopiaAnonima, OpzioniDallaFinestra) {
+  MacchinaProva m;
+  MacchinaProva::ScriviHost(m.C("Prog/x"), "");
+  MacchinaProva::ScriviHost(m.C("snap.bin"), Snapshot("Mario", "Mario"));
+  AnalisiProva a;
+  analysis::ImpostaValori(a.d, "C:\\snap.bin");
+  a.messaggi.si = {true, true};
+  a.dialogo.Scegli("C:\\copia.bin");
+  a.dialogo.Annulla();
+  analysis::mnu_SalvaCopiaAnonima_Click(a.d);
+  EXPECT_EQ(a.messaggi.domande,
+            (std::vector<std::string>{analysis::kDomandaAutori, analysis::kDomandaChiave}));
+  EXPECT_EQ(a.dialogo.titolo, analysis::kTitoloChiave);
+  EXPECT_EQ(host::Maiuscolo(MacchinaProva::LeggiHost(m.C("copia.bin"))).find("LARA"), std::string::npos);
+  EXPECT_FALSE(MacchinaProva::EsisteHost(m.C("copia-key.txt")));
+  EXPECT_EQ(a.messaggi.tutti.size(), 1u);
+  EXPECT_TRUE(a.messaggi.tutti.back().starts_with("plain: The anonymized copy is saved as C:\\copia.bin."));
+
+  a.messaggi.si = {false, true};
+  a.dialogo.Scegli("C:\\copia2.bin");
+  a.dialogo.Scegli("C:\\chiave.txt");
+  analysis::mnu_SalvaCopiaAnonima_Click(a.d);
+  EXPECT_NE(MacchinaProva::LeggiHost(m.C("copia2.bin")).find("Lara"), std::string::npos);
+  EXPECT_EQ(MacchinaProva::LeggiHost(m.C("chiave.txt")), "user1\tMario\r\n");
+}
+
 }  // namespace

@@ -8,7 +8,8 @@ prefisso_c
 orig=$t/utenti.bin
 cp "$dati/snapshot/utenti.bin" "$orig"
 
-"$cli" anonymize "$orig" "$t/copia.bin" --key "$t/chiave.txt" > "$t/out" || fail "anonymize exit $?"
+"$cli" anonymize "$orig" "$t/copia.bin" --key "$t/chiave.txt" > "$t/out" 2> "$t/err" || fail "anonymize exit $?"
+grep -q '^No file or folder name, nor any word of ordeio.txt, in it holds' "$t/err" || fail "kept: $(cat "$t/err")"
 [ "$(head -1 "$t/out")" = $'(table)\t8' ] || fail "table line: $(cat "$t/out")"
 grep -q $'^C:\\\\Users\\\\user1\\\\Desktop\\\\Trle\\\\ordeio.txt\t2$' "$t/out" || fail "ordeio line: $(cat "$t/out")"
 [ "$(tail -1 "$t/out")" = "Replaced 2 names in 10 places." ] || fail "total: $(tail -1 "$t/out")"
@@ -38,6 +39,15 @@ assert len(d) == 4 and all("mario" in x.get("old", "").lower() or "user" in x.ge
 grep -q '^Snapshot made: 2026-11-25 17:05:03' "$t/letto" &&
   [ "$(tr -d '[:space:]' <"$t/atteso")" = "$(tr -d '[:space:]' <"$t/letto")" ] ||
   fail "findings of the environment: $(diff "$t/atteso" "$t/letto" | head)"
+
+# What the copy keeps that may still name the person: on standard error, in the terminal's encoding.
+mkdir -p "$c/Users/Jose/Trle"
+printf 'editor=C:\\Users\\Jos\xe9\\Trle\r\nlevels: jos\xe9_castello, Jos\xe9!\r\n' > "$c/Users/Jose/Trle/ordeio.txt"
+"$cli" pack 'C:\resta.bin' 'C:\Users\Jose\Trle\ordeio.txt' > /dev/null || fail "pack"
+LC_ALL=C.UTF-8 "$cli" anonymize "$c/resta.bin" "$t/resta.bin" > "$t/out" 2> "$t/err" || fail "anonymize kept"
+printf 'It keeps these names, which hold an account name it replaced and may still name the person:\n  jos\xc3\xa9_castello (a word of ordeio.txt)\n  Jos\xc3\xa9 (a word of ordeio.txt)\n' > "$t/atteso"
+cmp -s "$t/atteso" "$t/err" || fail "kept: $(cat -A "$t/err")"
+[ "$(tail -1 "$t/out")" = "Replaced 2 names in 2 places." ] || fail "kept, counts: $(cat "$t/out")"
 
 printf 'xyz' > "$t/rotto.bin"
 for caso in "$t/rotto.bin $t/c1.bin|not a snapshot" "$t/manca.bin $t/c1.bin|does not exist" \

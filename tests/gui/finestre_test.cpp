@@ -3,7 +3,9 @@
 // compared with a file in tests/data/finestre; CHECKORDL_RIGENERA=1 rewrites those files instead.
 #include <QAction>
 #include <QApplication>
+#include <QDir>
 #include <QFile>
+#include <QFileDialog>
 #include <QClipboard>
 #include <QComboBox>
 #include <QLabel>
@@ -566,6 +568,57 @@ class ProvaFinestre : public QObject {
       for (const char* n : a.no) QVERIFY2(!re.match(QLatin1String(n)).hasMatch(), n);
     }
   }
+  // ---- The anonymized copy through the real file dialog ----
+  // A snapshot in a host folder, outside the machine: the dialog proposes the copy beside it in its Windows
+  // form ("Z:\..."), and both the copy and the key, accepted as offered, are written where they were offered.
+  void copiaAnonimaComeProposta() {
+    DemoControllata();
+    const QString inbox = cartella_.path() + QStringLiteral("/inbox");
+    QVERIFY(QDir().mkpath(inbox));
+    const std::string snapshot = gui::PercorsoWindows(inbox + QStringLiteral("/08-user-jose.bin"));
+    QVERIFY(support::ScriviFileIntero(snapshot, {support::LeggiFile(collection::kNomeSnapshot)}));
+    MessaggiProva messaggi;
+    messaggi.si = {true, true};
+    gui::DialogoFileQt file;
+    AppuntiProva appunti;
+    gui::FinestraAnalisi f(nullptr, messaggi, file, appunti);
+    analysis::ImpostaValori(f.Modello(), snapshot);
+    QStringList cartelle, nomi;
+    QTimer accetta;
+    connect(&accetta, &QTimer::timeout, [&] {
+      auto* d = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+      if (!d) return;
+      cartelle << d->directory().absolutePath();
+      nomi << d->selectedFiles().value(0);
+      static_cast<QDialog*>(d)->accept();
+    });
+    accetta.start(20);
+    f.mnu_SalvaCopiaAnonima->trigger();
+    accetta.stop();
+    const QString copia = inbox + QStringLiteral("/08-user-jose-anonymous.bin");
+    QCOMPARE(cartelle, QStringList({inbox, inbox}));
+    QCOMPARE(nomi, QStringList({copia, inbox + QStringLiteral("/08-user-jose-anonymous-key.txt")}));
+    QVERIFY(QFile::exists(copia) && QFile::exists(nomi.value(1)));
+    QVERIFY(messaggi.tutti.back().starts_with("plain: The anonymized copy is saved as " +
+                                              gui::PercorsoWindows(copia)));
+  }
+
+  // The question's box: Yes and No, No the default, and Yes read back as Yes.
+  void scatolaDomanda() {
+    QMessageBox::StandardButtons pulsanti;
+    QMessageBox::StandardButton predefinito{};
+    QTimer::singleShot(0, [&] {
+      auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      QVERIFY(box);
+      pulsanti = box->standardButtons();
+      predefinito = box->standardButton(box->defaultButton());
+      box->button(QMessageBox::Yes)->click();
+    });
+    QVERIFY(gui::MessaggiQt().Domanda(analysis::kDomandaAutori));
+    QCOMPARE(pulsanti, QMessageBox::Yes | QMessageBox::No);
+    QCOMPARE(predefinito, QMessageBox::No);
+  }
+  // ---- end of the anonymized copy ----
 };
 
 QTEST_MAIN(ProvaFinestre)

@@ -10,11 +10,13 @@
 #include <memory>
 #include <sstream>
 
+#include "analysis/copia_anonima.h"
 #include "analysis/forma_analisi.h"
 #include "cli/macchina_demo.h"
 #include "collection/controllo.h"
 #include "collection/forma_principale.h"
 #include "collection/scoperta.h"
+#include "collection/snapshot.h"
 #include "finestra_prova.h"
 #include "gui_win32/finestra_analisi.h"
 #include "gui_win32/finestra_getdir.h"
@@ -632,3 +634,44 @@ TEST(FinestreWin32, ScatolaCritica) {
   EXPECT_TRUE(icona);
   EXPECT_EQ(pulsanti, 1);
 }
+
+// ---- The anonymized copy ----
+void CALLBACK AccettaCopia(HWND, UINT, UINT_PTR id, DWORD) {
+  HWND d = FindWindowA("#32770", analysis::kTitoloCopiaAnonima);
+  if (!d) return;
+  KillTimer(nullptr, id);
+  PostMessageA(d, WM_COMMAND, IDOK, 0);
+}
+
+// A snapshot in a folder of its own: the real save dialog, accepted as it opens, writes the copy beside it
+// under the proposed name, and the closing message names what the copy keeps.
+TEST(FinestreWin32, CopiaAnonimaComeProposta) {
+  char temp[MAX_PATH] = {};
+  ASSERT_GT(GetTempPathA(MAX_PATH, temp), 0u);
+  const std::string inbox = std::string(temp) + "inbox-anonima";
+  CreateDirectoryA(inbox.c_str(), nullptr);
+  const std::string snapshot = inbox + "\\08-user-jose.bin", copia = inbox + "\\08-user-jose-anonymous.bin";
+  const std::string ordeio = "C:\\Users\\Jos\xE9\\x jos\xE9.tr4\r\n";
+  const collection::SnapshotInMemoria s{
+      {1, {"C:\\Users\\Jos\xE9\\Trle\\ordeio.txt"}, {static_cast<std::int32_t>(ordeio.size())}}, {ordeio}};
+  ASSERT_TRUE(support::ScriviFileIntero(snapshot, {collection::CodificaSnapshot(s)}));
+  MessaggiProva messaggi;
+  win32::DialogoFileW file;
+  AppuntiProva appunti;
+  win32::FinestraAnalisi f(nullptr, messaggi, file, appunti);
+  analysis::ImpostaValori(f.Modello(), snapshot);
+  messaggi.tutti.clear();
+  const UINT_PTR t = SetTimer(nullptr, 0, 50, AccettaCopia);
+  Menu(f, "mnu_SalvaCopiaAnonima");
+  KillTimer(nullptr, t);
+  EXPECT_TRUE(support::FileExists(copia));
+  ASSERT_EQ(messaggi.tutti.size(), 1u);
+  EXPECT_TRUE(messaggi.tutti[0].starts_with("plain: The anonymized copy is saved as " + copia + "."))
+      << messaggi.tutti[0];
+  EXPECT_NE(messaggi.tutti[0].find("jos\xE9.tr4 (a word of ordeio.txt)"), std::string::npos)
+      << messaggi.tutti[0];
+  DeleteFileA(copia.c_str());
+  DeleteFileA(snapshot.c_str());
+  RemoveDirectoryA(inbox.c_str());
+}
+// ---- end of the anonymized copy ----
