@@ -5,10 +5,10 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/dipendenze.sh
-installa cmake ninja-build g++ make nlohmann-json3-dev libgtest-dev libgmock-dev
+installa cmake ninja-build g++ make nlohmann-json3-dev
 
-cmake --preset release >/dev/null
-cmake --build --preset release -j "$(nproc)" --target checkordl-cli >/dev/null
+silenzioso cmake --preset release
+silenzioso cmake --build --preset release -j "$(nproc)" --target checkordl-cli
 
 dir=$(mktemp -d)
 trap 'rm -rf "$dir"' EXIT

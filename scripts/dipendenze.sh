@@ -19,3 +19,21 @@ locale_italiano() {
   [ "$(id -u)" -eq 0 ] || sudo="sudo"
   $sudo localedef -i it_IT -f UTF-8 it_IT.UTF-8
 }
+
+# clang and the compiler runtime of its own version (the fuzzer's and the sanitizers' libraries), whichever
+# clang the package source has.
+installa_clang() {
+  installa clang
+  installa "libclang-rt-$(clang -dumpversion | cut -d. -f1)-dev"
+}
+
+# Runs a command with its output kept back, and shows the output only when it fails: a build's errors
+# reach the screen, its progress does not.
+silenzioso() {
+  local log esito=0
+  log=$(mktemp)
+  "$@" >"$log" 2>&1 || esito=$?
+  [ "$esito" -eq 0 ] || cat "$log" >&2
+  rm -f "$log"
+  return "$esito"
+}

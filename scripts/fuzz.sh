@@ -4,7 +4,8 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/dipendenze.sh
-installa clang libclang-rt-14-dev cmake ninja-build xxd nlohmann-json3-dev
+installa cmake ninja-build xxd nlohmann-json3-dev
+installa_clang
 secondi=${1:-20}
 shift || true
 cmake --preset fuzz >/dev/null

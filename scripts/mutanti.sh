@@ -6,9 +6,10 @@
 # restored after its row)
 set -euo pipefail
 cd "$(dirname "$0")/.."
+. scripts/dipendenze.sh
 build=${1:-build/mutanti}
-cmake --preset dev -B "$build" >/dev/null
-cmake --build "$build" -j "$(nproc)" >/dev/null
+silenzioso cmake --preset dev -B "$build"
+silenzioso cmake --build "$build" -j "$(nproc)"
 python3 - "$build" "${2:-scripts/mutanti.txt}" <<'PY'
 import subprocess, sys
 

@@ -62,7 +62,8 @@ std::string Risposta(const std::vector<std::string>& c) {
   int err = 0;
   if (verbo == "dir" && c.size() == 3) {
     const int mask = std::stoi(c[2]);
-    for (std::string n = host::DirPrimo(a, mask, &err); !n.empty(); n = host::DirProssimo(&err)) {
+    host::Enumerazione elenco(a, mask);
+    for (std::string n = elenco.Prossima(&err); !n.empty(); n = elenco.Prossima(&err)) {
       std::string cartella = a.substr(0, a.find_last_of("\\/") + 1);
       int e2 = 0;
       const int attr = n == "." || n == ".." ? -2 : host::LeggiAttributi(cartella + n, &e2);

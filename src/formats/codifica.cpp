@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "host/machine.h"
-#include "support/files.h"
 
 namespace formats {
 
@@ -24,10 +23,6 @@ bool LeggiTesta(const std::string& percorso, std::size_t massimo, std::string* b
   byte->assign(quanti, '\0');
   byte->resize(f.Leggi(byte->data(), quanti));
   return true;
-}
-
-bool ScriviRecord(const std::string& percorso, const std::string& byte) {
-  return support::ScriviFileTesto(percorso, byte);
 }
 
 }  // namespace formats

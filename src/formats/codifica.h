@@ -177,7 +177,4 @@ R Decodifica(std::string_view byte, const R& base, Campi campi) {
 // Up to `massimo` bytes from the start of a file; false when it cannot be opened.
 bool LeggiTesta(const std::string& percorso, std::size_t massimo, std::string* byte, std::int64_t* lunghezza);
 
-// Creates or replaces the file with these bytes.
-bool ScriviRecord(const std::string& percorso, const std::string& byte);
-
 }  // namespace formats

@@ -30,10 +30,6 @@ InfoHeader DecodificaInfoHeader(std::string_view byte, const InfoHeader& base) {
   return Decodifica(byte, base, kCampi);
 }
 
-bool ScriviInfoHeader(const std::string& percorso, const InfoHeader& h) {
-  return ScriviRecord(percorso, CodificaInfoHeader(h));
-}
-
 bool LeggiInfoHeader(const std::string& percorso, InfoHeader* h) {
   std::string byte;
   if (!LeggiTesta(percorso, InfoHeader::kDimensione, &byte, nullptr)) return false;

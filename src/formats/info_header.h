@@ -46,7 +46,7 @@ struct TestoFlag {
 };
 
 // The texts of the flag bits in the order the header report walks them (not the order of their values).
-inline constexpr std::array<TestoFlag, 9> kTestiFlagErrori = {{
+inline constexpr auto kTestiFlagErrori = std::to_array<TestoFlag>({
     {kMancaArchivioQlv, "Manca archivio.qlv"},
     {kMancaCartellaOrdl, "Manca cartella ORDL"},
     {kMancaCartellaArchivio, "Manca cartella archivio"},
@@ -56,7 +56,7 @@ inline constexpr std::array<TestoFlag, 9> kTestiFlagErrori = {{
     {kMancaOrdl2009Exe, "Manca ordl2009.exe"},
     {kMancaOrdeioTxt, "Manca Ordeio.txt"},
     {kMancaScriptDat, "Manca Script.dat"},
-}};
+});
 
 // Every bit that the table names: a new flag is one row of it.
 constexpr std::int32_t BitFlagNoti() {
@@ -71,7 +71,6 @@ std::vector<CampoTesto> CampiTestoInfoHeader();
 // Bytes past the end of a short input keep the values of `base`.
 InfoHeader DecodificaInfoHeader(std::string_view byte, const InfoHeader& base = {});
 
-bool ScriviInfoHeader(const std::string& percorso, const InfoHeader& h);
 // False when the file cannot be opened; a short file leaves the rest of the record zero.
 bool LeggiInfoHeader(const std::string& percorso, InfoHeader* h);
 

@@ -20,7 +20,6 @@ constexpr U LeggiLE(std::string_view b, std::size_t off) {
 
 inline std::uint16_t U16LE(std::string_view b, std::size_t off) { return LeggiLE<std::uint16_t>(b, off); }
 inline std::uint32_t U32LE(std::string_view b, std::size_t off) { return LeggiLE<std::uint32_t>(b, off); }
-inline std::uint64_t U64LE(std::string_view b, std::size_t off) { return LeggiLE<std::uint64_t>(b, off); }
 inline std::int16_t I16LE(std::string_view b, std::size_t off) { return static_cast<std::int16_t>(U16LE(b, off)); }
 inline std::int32_t I32LE(std::string_view b, std::size_t off) { return static_cast<std::int32_t>(U32LE(b, off)); }
 

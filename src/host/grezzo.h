@@ -45,9 +45,6 @@ int Zona(const std::string& winPath);
 
 namespace host {
 
-// Ends the process's own listing, the one DirPrimo makes.
-void ChiudiEnumerazione();
-
 inline void Imposta(int* err, int valore) {
   if (err) *err = valore;
 }

@@ -35,7 +35,7 @@ enum Attributo : int {
 };
 
 // Selects the Wine prefix that stands for the machine (ignored on Windows). Without a call the prefix is
-// WINEPREFIX, else ~/.wine. Ends the process's listing (DirPrimo).
+// WINEPREFIX, else ~/.wine.
 void UsaPrefisso(const std::string& hostFolder);
 std::string PrefissoCorrente();
 
@@ -60,11 +60,6 @@ class Enumerazione {
   std::size_t prossima_ = 0;
   int errFine_ = 0;
 };
-
-// The process's own listing, for the algorithms written in its terms: `DirPrimo` makes it anew, ending the
-// one before, and gives its first name; `DirProssimo` the next.
-std::string DirPrimo(const std::string& pattern, int mask, int* err);
-std::string DirProssimo(int* err);
 
 // Attributes of a path; -1 with *err set when the path cannot be read.
 int LeggiAttributi(const std::string& path, int* err);

@@ -3,14 +3,12 @@
 
 #include <string>
 
-#include "host/grezzo.h"
 #include "host/machine.h"
 #include "host/vista_virtuale.h"
 
 namespace host {
 
 void UsaPrefisso(const std::string&) {
-  ChiudiEnumerazione();
   DimenticaVistaVirtuale();
 }
 

@@ -85,7 +85,6 @@ void UsaPrefisso(const std::string& hostFolder) {
   s = Stato{};
   s.pronto = true;
   s.prefisso = hostFolder;
-  ChiudiEnumerazione();
   DimenticaVistaVirtuale();
 }
 

@@ -230,28 +230,6 @@ std::string Enumerazione::Prossima(int* err) {
   return {};
 }
 
-namespace {
-
-Enumerazione& DelProcesso() {
-  static Enumerazione e;
-  return e;
-}
-
-}  // namespace
-
-void ChiudiEnumerazione() {
-  DelProcesso() = Enumerazione();
-}
-
-std::string DirPrimo(const std::string& pattern, int mask, int* err) {
-  DelProcesso() = Enumerazione(pattern, mask);
-  return DelProcesso().Prossima(err);
-}
-
-std::string DirProssimo(int* err) {
-  return DelProcesso().Prossima(err);
-}
-
 CartellaDaLeggere ApriCartella(const std::string& winFolder) {
   CartellaDaLeggere c = grezzo::ApriCartella(winFolder);
   c.copia = CopiaVirtuale(winFolder);

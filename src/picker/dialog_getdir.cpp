@@ -178,7 +178,7 @@ void Pul_NuovaCartella_Click(Dialog_GetDir& d) {
   const std::string nuovo = NormalizzaPercorso(d.Dir1.Path + "\\" + support::TogliSpazi(d.Text_PathDir));
   int err = 0;
   // Folders included: a file of that name blocks the folder just the same.
-  const std::string trovato = host::DirPrimo(nuovo, host::kAttrDirectory, &err);
+  const std::string trovato = host::Enumerazione(nuovo, host::kAttrDirectory).Prossima(&err);
   if (!trovato.empty()) {
     d.messaggi.Critico("The folder " + Quotato(nuovo) + " is already present");
     return;

@@ -482,4 +482,15 @@ TEST(CopiaAnonima, OpzioniDallaFinestra) {
   EXPECT_EQ(MacchinaProva::LeggiHost(m.C("chiave.txt")), "user1\tMario\r\n");
 }
 
+// ---- The profiles that are nobody's ----
+// Windows' shared profiles, in any case and under either folder of profiles, name no user and stay.
+TEST(CopiaAnonima, ProfiliDiNessuno) {
+  for (const char* profilo : {"All Users", "ALL USERS", "Public", "Default", "Default User"})
+    for (const char* radice : {"C:\\Documents and Settings\\", "C:\\Users\\"}) {
+      const std::string testo = radice + std::string(profilo) + "\\Dati";
+      EXPECT_TRUE(analysis::NomiNelTesto(testo).empty()) << testo;
+    }
+}
+// ---- end of the profiles that are nobody's ----
+
 }  // namespace

@@ -322,4 +322,19 @@ TEST(Riepilogo, SnapshotOstili) {
   }
 }
 
+// ---- The low-space threshold of the findings ----
+// Exactly 200 Mb free on a drive is enough; one byte less is little.
+TEST(Riepilogo, SogliaDelloSpazioLibero) {
+  constexpr double kSoglia = 200.0 * 1024 * 1024;
+  for (const auto& [libero, atteso] : {std::pair{kSoglia, "\npass disk.space-ok:"},
+                                       std::pair{kSoglia - 1, "\nwarn disk.low-space: Drive C:"}}) {
+    MacchinaProva m;
+    Caso c;
+    c.h.SpazioDiscoC = libero;
+    const std::string righe = Righe(Verifica(c, m));
+    EXPECT_NE(righe.find(atteso), std::string::npos) << righe;
+  }
+}
+// ---- end of the low-space threshold ----
+
 }  // namespace

@@ -13,6 +13,13 @@ namespace {
 using formats::AnalizzaScript;
 using V = std::vector<std::string>;
 
+// Script files the editor's compiler made, kept beside the project and never in it.
+const std::string kReali = CHECKORDL_DATI_REALI;
+std::string Reale(const char* nome) {
+  return MacchinaProva::LeggiHost(kReali + nome);
+}
+#define SALTA_SENZA_REALI() GTEST_SKIP() << "no real script files in " << kReali << ": they stay outside the repository"
+
 // The heads of tests/data/script/casi.hex, then two files the editor's script compiler made.
 TEST(Script, LivelliLetti) {
   const auto casi = LeggiCasi("script/casi.hex");
@@ -22,10 +29,9 @@ TEST(Script, LivelliLetti) {
     EXPECT_EQ(AnalizzaScript(c.byte, n), V(c.campi.begin() + 2, c.campi.end())) << c.campi[0];
     EXPECT_EQ(n, std::stoi(c.campi[1])) << c.campi[0];
   }
-  const std::string reali = CHECKORDL_DATI_REALI;
-  const std::string piccolo = MacchinaProva::LeggiHost(reali + "/script-small/script.dat");
-  const std::string grande = MacchinaProva::LeggiHost(reali + "/script-trng/script.dat");
-  if (piccolo.empty() || grande.empty()) GTEST_SKIP() << "no real script files beside the project";
+  const std::string piccolo = Reale("/script-small/script.dat");
+  const std::string grande = Reale("/script-trng/script.dat");
+  if (piccolo.empty() || grande.empty()) SALTA_SENZA_REALI();
   std::int32_t n = -1;
   EXPECT_EQ(AnalizzaScript(piccolo, n), (V{"DATA\\TITLE.tr4", "DATA\\TEST.tr4"}));
   EXPECT_EQ(n, 2);
@@ -53,10 +59,9 @@ TEST(Script, ProblemaDellaTesta) {
     for (char& b : byte) b = static_cast<char>(caso());
     EXPECT_NE(formats::AnalizzaTabellaScript(byte).problema, "") << i;
   }
-  const std::string reali = CHECKORDL_DATI_REALI;
   for (const char* f : {"/script-small/script.dat", "/script-trng/script.dat"}) {
-    const std::string byte = MacchinaProva::LeggiHost(reali + f);
-    if (byte.empty()) GTEST_SKIP() << "no real script files beside the project";
+    const std::string byte = Reale(f);
+    if (byte.empty()) SALTA_SENZA_REALI();
     std::int32_t numero = 0;
     EXPECT_EQ(formats::AnalizzaTabellaScript(byte).livelli, AnalizzaScript(byte, numero)) << f;
     // The head, the table and the names: what the count and the length at offset 12 measure.

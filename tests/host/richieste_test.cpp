@@ -74,7 +74,8 @@ std::string Larghi(std::string t) {
   return t;
 }
 
-std::string Risposta(const MacchinaProva& m, const std::string& v, const Campi& c) {
+// `elenco` is the listing the file walks: "primo" makes it anew, "prossimo" goes on with it.
+std::string Risposta(const MacchinaProva& m, host::Enumerazione& elenco, const std::string& v, const Campi& c) {
   int e = -1, e2 = -1;
   if (v == "attr") {
     const int a = host::LeggiAttributi(c[0], &e);
@@ -86,8 +87,9 @@ std::string Risposta(const MacchinaProva& m, const std::string& v, const Campi& 
   }
   if (v == "elenca" || v == "primo" || v == "prossimo") {
     Campi nomi;
-    std::string n = v == "prossimo" ? host::DirProssimo(&e) : host::DirPrimo(c[0], std::stoi(c[1]), &e);
-    for (; !n.empty() && v == "elenca"; n = host::DirProssimo(&e)) nomi.push_back(n);
+    if (v != "prossimo") elenco = host::Enumerazione(c[0], std::stoi(c[1]));
+    std::string n = elenco.Prossima(&e);
+    for (; !n.empty() && v == "elenca"; n = elenco.Prossima(&e)) nomi.push_back(n);
     return (v == "elenca" ? Unisci(nomi) : n) + " " + std::to_string(e);
   }
   if (v == "leggi") {
@@ -269,6 +271,7 @@ TEST(Richieste, RisposteDellaMacchina) {
     const fs::path prima = fs::current_path();
     MacchinaProva m;
     std::optional<MisureFinte> misure;
+    host::Enumerazione elenco;
     int numero = 0;
     for (std::string riga; std::getline(in, riga);) {
       ++numero;
@@ -293,7 +296,7 @@ TEST(Richieste, RisposteDellaMacchina) {
       if (c[0] == "versione" && c[1].starts_with("/usr/") && !fs::exists(c[1])) continue;
       // A long answer is a file of tests/data.
       const std::string atteso = c.back().starts_with(kDati) ? MacchinaProva::LeggiHost(c.back()) : c.back();
-      EXPECT_EQ(Risposta(m, c[0], Campi(c.begin() + 1, c.end() - 1)), atteso) << riga;
+      EXPECT_EQ(Risposta(m, elenco, c[0], Campi(c.begin() + 1, c.end() - 1)), atteso) << riga;
     }
     fs::current_path(prima);
   }
