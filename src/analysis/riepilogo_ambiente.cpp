@@ -233,7 +233,8 @@ class Ambiente {
             "Allow the level editor, tomb4.exe and ordl2009.exe in Windows Security, Ransomware protection, "
             "or move the installation to a folder such as C:\\TRLE: their writes there are refused.",
             "Allow the level editor, tomb4.exe and ordl2009.exe in Windows Security, Ransomware protection, "
-            "or move the " + ruolo + " from " + cartella +
+            "or move the " +
+                ruolo + " from " + cartella +
                 " to a folder such as C:\\TRLE: Windows refuses their writes there.");
     }
   }
@@ -264,7 +265,8 @@ Esito MembroIlleggibile(const formats::MembroNonLetto& n, collection::Membro m) 
            {"needed_by", collection::VoceDi(m).serve}},
           "Close Ordelio and the level editor, then run the check again.",
           "Close Ordelio and the level editor, then run the check again and send the new snapshot: the check "
-          "could not read " + n.percorso + "."};
+          "could not read " +
+              n.percorso + "."};
 }
 
 void VerificaAmbiente(const Contesto& c) {
@@ -274,10 +276,11 @@ void VerificaAmbiente(const Contesto& c) {
       return c.Aggiungi(IdEsito::environmentNotRecorded, Gravita::pass,
                         "The snapshot records no environment: an older program made it");
     case StatoAmbiente::illeggibile:
-      return c.Aggiungi(IdEsito::environmentUnreadable, Gravita::warn,
-                        "The snapshot's ambiente.json cannot be read", {{"reason", a.motivo}},
-                        "Ask the user for a new snapshot: the checks on the environment were left out.",
-                        "Please run the check again and send the new snapshot: its ambiente.json is damaged.");
+      return c.Aggiungi(
+          IdEsito::environmentUnreadable, Gravita::warn, "The snapshot's ambiente.json cannot be read",
+          {{"reason", a.motivo}},
+          "Ask the user for a new snapshot: the checks on the environment were left out.",
+          "Please run the check again and send the new snapshot: its ambiente.json is damaged.");
     case StatoAmbiente::letto:
       break;
   }

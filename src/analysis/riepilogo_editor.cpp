@@ -55,10 +55,11 @@ void VerificaLivelliVuoti(const Contesto& c) {
     ++livelli;
     if (e.DimensioniFile[i] != 0) continue;
     ++vuoti;
-    c.Aggiungi(IdEsito::editorEmptyLevel, Gravita::fail, "A level file in the editor folder is empty",
-               {{"file", nome}, {"size", std::int64_t{0}}},
-               "Build the level again in the level editor, or copy it back from a backup.",
-               "Build " + nome + " again in the level editor, or copy it back from a backup: the file is empty.");
+    c.Aggiungi(
+        IdEsito::editorEmptyLevel, Gravita::fail, "A level file in the editor folder is empty",
+        {{"file", nome}, {"size", std::int64_t{0}}},
+        "Build the level again in the level editor, or copy it back from a backup.",
+        "Build " + nome + " again in the level editor, or copy it back from a backup: the file is empty.");
   }
   if (vuoti == 0)
     c.Aggiungi(IdEsito::editorNoEmptyLevel, Gravita::pass,
@@ -84,8 +85,9 @@ void VerificaTomb4(const Contesto& c) {
     c.Aggiungi(IdEsito::editorNoTomb4, Gravita::fail, "The editor folder holds no tomb4.exe",
                {{"editor_folder", cartella}},
                "Reinstall the level editor: without tomb4.exe no level can be played.",
-               "Reinstall the level editor: tomb4.exe is not in " + cartella + ", and without it no level can be "
-               "played.");
+               "Reinstall the level editor: tomb4.exe is not in " + cartella +
+                   ", and without it no level can be "
+                   "played.");
 }
 
 }  // namespace analysis

@@ -109,8 +109,9 @@ class Installazione {
              "The " + ruolo + " folder holds names with characters the Windows code page cannot show",
              {{"folder", ruolo}, {"names", illeggibili}, {"first", primoIlleggibile}},
              "Rename those files and folders with plain letters: the level tools cannot open them.",
-             "Rename the files and folders in " + cartella + " whose names have letters Windows cannot show " +
-                 "(the first is " + primoIlleggibile + ") with plain letters: the level tools cannot open them.");
+             "Rename the files and folders in " + cartella +
+                 " whose names have letters Windows cannot show " + "(the first is " + primoIlleggibile +
+                 ") with plain letters: the level tools cannot open them.");
     if (lunghi > 0)
       Avvisa(IdEsito::installLongName,
              "The " + ruolo + " folder holds paths that reach the limit of 260 characters",

@@ -24,7 +24,8 @@ constexpr Flag kFlag[] = {
     {formats::kMancaArchivioQlv, IdEsito::flagNoArchive, Gravita::fail,
      "The check found no level archive where ordelio.prf points",
      "Point Ordelio's settings at the level archive, or restore archivio.qlv from a backup.",
-     "In Ordelio's settings, choose the folder of your level archive, or restore archivio.qlv from a backup."},
+     "In Ordelio's settings, choose the folder of your level archive, or restore archivio.qlv from a "
+     "backup."},
     {formats::kMancaCartellaOrdl, IdEsito::flagNoOrdelioFolder, Gravita::fail,
      "The check found no Ordelio folder",
      "Reinstall Ordelio, or choose its folder with \"Change\" before the check.",
@@ -59,7 +60,6 @@ constexpr Flag kFlag[] = {
 constexpr std::int32_t kBitNoti = formats::BitFlagNoti();
 static_assert(std::size(kFlag) == formats::kTestiFlagErrori.size(), "a finding for every flag of the table");
 
-
 // Where a listing of the same snapshot shows the file of a missing member, as its full path; "" when no
 // listing shows it (a list read in part counts for what it holds). The archive may carry any name: any ".qlv"
 // stands for it.
@@ -89,12 +89,13 @@ void VerificaMembri(const Contesto& c) {
   for (const collection::VoceMembro& m : collection::kMembri) {
     const ListaFatti* l = f.ListaDi(m.membro);
     if (!l || l->stato != StatoMembro::danneggiato) continue;
-    c.Aggiungi(IdEsito::listUnreadable, Gravita::warn, std::string(m.nomeDati) + " could not be read whole",
-               {{"list", m.nomeDati},
-                {"reason", l->problema},
-                {"entries_read", static_cast<std::int64_t>(VociUsabili(l->letto->elenco))}},
-               "Ask the user for a new snapshot: the checks on this list's files were left out.",
-               "Please run the check again and send the new snapshot: a list of files in this one is cut off.");
+    c.Aggiungi(
+        IdEsito::listUnreadable, Gravita::warn, std::string(m.nomeDati) + " could not be read whole",
+        {{"list", m.nomeDati},
+         {"reason", l->problema},
+         {"entries_read", static_cast<std::int64_t>(VociUsabili(l->letto->elenco))}},
+        "Ask the user for a new snapshot: the checks on this list's files were left out.",
+        "Please run the check again and send the new snapshot: a list of files in this one is cut off.");
   }
   std::int64_t presenti = 0;
   for (const collection::VoceMembro& m : collection::kMembri) {
@@ -110,13 +111,15 @@ void VerificaMembri(const Contesto& c) {
     // A file the machine has, by a listing of the same run, that the run could not take: held open, most
     // likely, by the program that owns it.
     if (const std::string elencato = InUnElenco(f, m); !elencato.empty()) {
-      c.Aggiungi(IdEsito::memberMissing, Gravita::warn,
-                 std::string("The snapshot lacks ") + m.nomeDati + ", which a listing shows",
-                 {{"member", m.nomeDati}, {"listed", elencato}, {"needed_by", m.serve}},
-                 "The check could not take the file: ask the user to close Ordelio and the level editor, "
-                 "then check again.",
-                 "Close Ordelio and the level editor, then run the check again and send the new snapshot: the "
-                 "check could not take " + elencato + ".");
+      c.Aggiungi(
+          IdEsito::memberMissing, Gravita::warn,
+          std::string("The snapshot lacks ") + m.nomeDati + ", which a listing shows",
+          {{"member", m.nomeDati}, {"listed", elencato}, {"needed_by", m.serve}},
+          "The check could not take the file: ask the user to close Ordelio and the level editor, "
+          "then check again.",
+          "Close Ordelio and the level editor, then run the check again and send the new snapshot: the "
+          "check could not take " +
+              elencato + ".");
       continue;
     }
     // Without the header the snapshot did not come whole from a check run.
@@ -124,7 +127,8 @@ void VerificaMembri(const Contesto& c) {
         IdEsito::memberMissing, m.membro == collection::Membro::intestazione ? Gravita::fail : Gravita::warn,
         std::string("The snapshot holds no ") + m.nomeDati, {{"member", m.nomeDati}, {"needed_by", m.serve}},
         "Ask the user for a new snapshot; if it still lacks the file, the file is missing on the machine.",
-        std::string("Please run the check again and send the new snapshot: this one lacks ") + m.nomeDati + ".");
+        std::string("Please run the check again and send the new snapshot: this one lacks ") + m.nomeDati +
+            ".");
   }
   if (presenti == static_cast<std::int64_t>(collection::kMembriDocumentati))
     c.Aggiungi(IdEsito::memberAllPresent, Gravita::pass,

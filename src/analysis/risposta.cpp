@@ -68,21 +68,23 @@ void VoceBbcode(std::string& t, const Esito& e, const char* tipo) {
   AggiungiRiga(t, std::string("[*][b]") + tipo + ":[/b] " + SuUnaRiga(e.Titolo));
   if (!e.Evidenze.empty()) {
     std::string codice;
-    for (const Evidenza& p : e.Evidenze) codice += (codice.empty() ? "" : "\r\n") + SuUnaRiga(p.Nome) + ": " + Valore(p);
+    for (const Evidenza& p : e.Evidenze)
+      codice += (codice.empty() ? "" : "\r\n") + SuUnaRiga(p.Nome) + ": " + Valore(p);
     AggiungiRiga(t, "[code]" + codice + "[/code]");
   }
   AggiungiRiga(t, "[b]What to do:[/b] " + SuUnaRiga(e.Risposta));
 }
 
 const Forma& FormaDi(FormaRisposta f) {
-  static const Forma kTesto{[](const std::string& n, const std::string& r) { return "Your snapshot " + n + r; },
-                            "", "", VoceTesto};
-  static const Forma kMarkdown{
-      [](const std::string& n, const std::string& r) { return "**Your snapshot " + Codice(n) + "**" + Markdown(r); },
-      "", "", VoceMarkdown};
+  static const Forma kTesto{
+      [](const std::string& n, const std::string& r) { return "Your snapshot " + n + r; }, "", "", VoceTesto};
+  static const Forma kMarkdown{[](const std::string& n, const std::string& r) {
+                                 return "**Your snapshot " + Codice(n) + "**" + Markdown(r);
+                               },
+                               "", "", VoceMarkdown};
   static const Forma kBbcode{
-      [](const std::string& n, const std::string& r) { return "[b]Your snapshot " + n + "[/b]" + r; }, "[list]",
-      "[/list]", VoceBbcode};
+      [](const std::string& n, const std::string& r) { return "[b]Your snapshot " + n + "[/b]" + r; },
+      "[list]", "[/list]", VoceBbcode};
   switch (f) {
     case FormaRisposta::markdown:
       return kMarkdown;

@@ -18,11 +18,17 @@ RiepilogoSnapshot Problemi() {
   RiepilogoSnapshot r;
   r.Data = "2026-11-20 14:03:05 (UTC+01:00)";
   r.Esiti = {
-      {"editor.no-tomb4", Gravita::fail, "The editor folder holds no tomb4.exe",
-       {{"editor_folder", "C:\\Users\\Jos\xE9\\my_`levels`\\Trle"}}, "Reinstall.",
+      {"editor.no-tomb4",
+       Gravita::fail,
+       "The editor folder holds no tomb4.exe",
+       {{"editor_folder", "C:\\Users\\Jos\xE9\\my_`levels`\\Trle"}},
+       "Reinstall.",
        "Reinstall the level editor: tomb4.exe is not in C:\\Users\\Jos\xE9\\my_`levels`\\Trle."},
-      {"install.long-path", Gravita::warn, "The archive folder's path is 250 characters long",
-       {{"path", "C:\\" + std::string(250, 'L')}, {"length", std::int64_t{250}}}, "Move it.",
+      {"install.long-path",
+       Gravita::warn,
+       "The archive folder's path is 250 characters long",
+       {{"path", "C:\\" + std::string(250, 'L')}, {"length", std::int64_t{250}}},
+       "Move it.",
        "Move the archive to a shorter path, such as C:\\TRLE [*]."},
       // About the supporter's own computer: not for the user.
       {"backup.no-sample-lists", Gravita::warn, "No sample lists", {}, "Make them."},
@@ -44,7 +50,8 @@ TEST(Risposta, FormeControAttese) {
   const struct {
     FormaRisposta forma;
     const char* estensione;
-  } forme[] = {{FormaRisposta::testo, ".txt"}, {FormaRisposta::markdown, ".md"}, {FormaRisposta::bbcode, ".bb"}};
+  } forme[] = {
+      {FormaRisposta::testo, ".txt"}, {FormaRisposta::markdown, ".md"}, {FormaRisposta::bbcode, ".bb"}};
   const std::string cartella = std::string(CHECKORDL_DATI_PROVA) + "/risposta/";
   for (const auto& c : casi)
     for (const auto& f : forme) {
@@ -81,7 +88,8 @@ TEST(Risposta, Regole) {
       {"severity": "warn", "title": "t", "answer": "Rename {file}."}]}]})",
                               "d.json")
                    .errori.empty());
-  for (const auto& voce : std::filesystem::directory_iterator(std::string(CHECKORDL_DATI_PROVA) + "/../../regole")) {
+  for (const auto& voce :
+       std::filesystem::directory_iterator(std::string(CHECKORDL_DATI_PROVA) + "/../../regole")) {
     const FileRegole spedite = AnalizzaRegole(MacchinaProva::LeggiHost(voce.path().string()), "s.json");
     ASSERT_TRUE(spedite.errori.empty()) << voce.path();
     for (const Regola& r : spedite.regole)
