@@ -638,7 +638,7 @@ TEST(FinestreWin32, CopiaRisposta) {
       analysis::ApriEVerifica(collection::kNomeSnapshot, altrove, host::CartellaProgramma(),
                               support::SeparatoreDecimale()),
       collection::kNomeSnapshot, analysis::FormaRisposta::testo);
-  EXPECT_NE(atteso.find("Problem: "), std::string::npos);
+  EXPECT_TRUE(atteso.starts_with("Your snapshot ")) << atteso;
   EXPECT_EQ(TestoAppunti(), atteso);
   EXPECT_EQ(banco.messaggi.tutti, std::vector<std::string>{std::string("plain: ") + analysis::kRispostaCopiata});
 }
