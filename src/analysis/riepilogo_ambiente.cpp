@@ -233,8 +233,8 @@ class Ambiente {
             "Allow the level editor, tomb4.exe and ordl2009.exe in Windows Security, Ransomware protection, "
             "or move the installation to a folder such as C:\\TRLE: their writes there are refused.",
             "Allow the level editor, tomb4.exe and ordl2009.exe in Windows Security, Ransomware protection, "
-            "or move the " +
-                ruolo + " from " + cartella +
+            "or move " +
+                PerUtente(ruolo) + " from " + cartella +
                 " to a folder such as C:\\TRLE: Windows refuses their writes there.");
     }
   }

@@ -66,20 +66,21 @@ class Installazione {
              std::string("Files the level tools write there may live in the user's VirtualStore and differ "
                          "from what others see; installing in a folder of the user's, ") +
                  kAltrove + ", avoids it.",
-             "Move the " + ruolo + " from " + cartella + " to a folder of your own, " + kAltrove +
+             "Move " + PerUtente(ruolo) + " from " + cartella + " to a folder of your own, " + kAltrove +
                  ": below Program Files, Windows may keep what the level tools write in a copy of its own.");
     if (!SoloAscii(cartella))
       Avvisa(IdEsito::installNonAsciiPath, "The " + ruolo + " folder's path has characters outside ASCII",
              evidenza,
              std::string("Move the installation to a folder whose path is plain ASCII, ") + kAltrove +
                  ": the level tools may not open it.",
-             "Move the " + ruolo + " from " + cartella + " to a folder whose path has only plain letters, " +
-                 kAltrove + ": the level tools may not open it.");
+             "Move " + PerUtente(ruolo) + " from " + cartella +
+                 " to a folder whose path has only plain letters, " + kAltrove +
+                 ": the level tools may not open it.");
     if (SottoOneDrive(cartella))
       Avvisa(IdEsito::installOnedrive, "The " + ruolo + " folder is below a OneDrive folder", evidenza,
              std::string("Move the installation out of OneDrive into a folder of the user's, ") + kAltrove +
                  ": OneDrive may keep files online only or lock them while it syncs.",
-             "Move the " + ruolo + " from " + cartella + " out of OneDrive, to a folder " + kAltrove +
+             "Move " + PerUtente(ruolo) + " from " + cartella + " out of OneDrive, to a folder " + kAltrove +
                  ": OneDrive may keep files online only or lock them while it syncs.");
     if (cartella.size() + kMargine >= kLimite)
       Avvisa(IdEsito::installLongPath,
@@ -88,7 +89,7 @@ class Installazione {
              {{"folder", ruolo}, {"path", cartella}, {"length", static_cast<std::int64_t>(cartella.size())}},
              std::string("Move the installation to a shorter path, ") + kAltrove +
                  ": the level tools cannot open longer paths.",
-             "Move the " + ruolo + " from " + cartella + " to a shorter path, " + kAltrove +
+             "Move " + PerUtente(ruolo) + " from " + cartella + " to a shorter path, " + kAltrove +
                  ": the level tools cannot open longer paths.");
     Nomi(ruolo, cartella, elenco);
   }
@@ -119,7 +120,7 @@ class Installazione {
              std::string("Shorten those names, or move the installation to a shorter path, ") + kAltrove +
                  ": the level tools cannot open them.",
              "Shorten the names in " + cartella + " whose paths reach 260 characters (the first is " +
-                 primoLungo + "), or move the " + ruolo + " to a shorter path, " + kAltrove + ".");
+                 primoLungo + "), or move " + PerUtente(ruolo) + " to a shorter path, " + kAltrove + ".");
   }
 
   // What the level tools read there is the user's own copy, which other programs and other accounts do not
@@ -149,6 +150,12 @@ class Installazione {
 };
 
 }  // namespace
+
+std::string PerUtente(const std::string& ruolo) {
+  if (ruolo == "editor") return "the level editor";
+  if (ruolo == "archive") return "the level archive";
+  return ruolo;
+}
 
 std::vector<std::string> ComponentiCartella(const std::string& cartella) {
   std::vector<std::string> parti;
