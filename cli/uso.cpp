@@ -34,7 +34,9 @@ const std::vector<Verbo>& Tabella() {
        VerboReport, true},
       {"compare", "OLD NEW [--json]", "open two snapshots and print what changed from the old to the new",
        VerboCompare},
-      {"findings", "SNAPSHOT...", "print what looks wrong in each snapshot (--json: JSON Lines)",
+      {"findings", "SNAPSHOT... [--json | --answer [--markdown | --bbcode]]",
+       "print what looks wrong in each snapshot (--json: JSON Lines; --answer: the failures and warnings "
+       "written to the user, to paste in a mail or, with --markdown or --bbcode, a forum post)",
        VerboFindings},
       {"anonymize", "SNAPSHOT OUT [--authors] [--key FILE]",
        "write a copy of the snapshot with every account name in its paths replaced by user1, user2, ...; "

@@ -238,27 +238,29 @@ void mnu_Confronta_Click(Dialog_Analisi& d) {
   support::SvuotaCartella(cartella, "*");
 }
 
-void mnu_RiepilogoProblemi_Click(Dialog_Analisi& d) {
-  // The same text as the tool's findings of the snapshot.
+RiepilogoSnapshot RiepilogoAperto(const Dialog_Analisi& d) {
+  // The same findings as the tool's of the snapshot.
   RiepilogoSnapshot r;
   // Dati holds nothing of a snapshot that could not be unpacked: its members are not missing, it is.
   if (!d.SnapshotAperto) {
     r.Errore = d.ErroreSnapshot;
     r.Esiti = {EsitoIlleggibile(r.Errore)};
-    Mostra(d, TestoRiepilogo(r));
-    DeselezionaProspetti(d);
-    return;
+    return r;
   }
   r.Esiti = CalcolaRiepilogo(d.CartellaDati, d.Contenuto, d.CartellaProgramma, support::SeparatoreDecimale());
   if (const AmbienteLetto a = LeggiAmbienteDati(d.CartellaDati); a.stato == StatoAmbiente::letto)
     r.Data = DataControllo(a.ambiente);
-  Mostra(d, TestoRiepilogo(r));
+  return r;
+}
+
+void mnu_RiepilogoProblemi_Click(Dialog_Analisi& d) {
+  Mostra(d, TestoRiepilogo(RiepilogoAperto(d)));
   DeselezionaProspetti(d);
 }
 
 void mnu_SalvaCopiaAnonima_Click(Dialog_Analisi& d) {
   if (!d.SnapshotAperto) {
-    d.Messaggi.Critico("No snapshot is open: open one with \"Leggi Dati\" first");
+    d.Messaggi.Critico(kNessunoSnapshot);
     return;
   }
   d.CommonDialog1.ImpostaTitolo(kTitoloCopiaAnonima);

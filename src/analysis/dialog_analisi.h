@@ -109,6 +109,11 @@ void RicordaCartella(const std::string& cartellaProgramma, const std::string& sn
 // shows it modally.
 bool ScegliSnapshot(support::DialogoFile& dialogo, std::string& nome, const std::string& cartella,
                     const std::string& titolo = "Carica file info_ordl.bin");
+// What an item that needs the open snapshot says when there is none.
+inline constexpr const char* kNessunoSnapshot = "No snapshot is open: open one with \"Leggi Dati\" first";
+// What "Copia risposta" says once the answer is on the clipboard.
+inline constexpr const char* kRispostaCopiata =
+    "The answer for the user is on the clipboard: paste it into your mail or post.";
 // The window's title: its caption and, once a snapshot was given to it, that file's name.
 std::string TitoloFinestra(const Dialog_Analisi& d);
 // The title of the dialog that asks for the snapshot to compare the open one with.
@@ -152,6 +157,10 @@ void mnu_Confronta_Click(Dialog_Analisi& d);
 // The menu "Diagnosi": the findings of the opened snapshot. Like the backup analysis it clears the report
 // marks; it has no mark of its own.
 void mnu_RiepilogoProblemi_Click(Dialog_Analisi& d);
+struct RiepilogoSnapshot;
+// The findings of the open snapshot, as "Riepilogo problemi" shows them; a snapshot that could not be opened
+// has the one finding snapshot.unreadable.
+RiepilogoSnapshot RiepilogoAperto(const Dialog_Analisi& d);
 // "Salva copia anonima...": asks where to save a copy of the open snapshot without the account names of
 // its paths (copia_anonima.h), writes it and says how many names it replaced. The report area, its marks
 // and Dati stay as they were; a cancel changes nothing. A snapshot that is no longer the one opened is

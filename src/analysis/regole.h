@@ -38,6 +38,8 @@ struct EsitoRegola {
   std::string titolo;
   std::vector<std::pair<std::string, std::string>> evidenze;
   std::string azione;
+  // The action written to the user, for the answer the supporter pastes; "" answers with `azione`.
+  std::string risposta;
   // Null: the outcome always holds.
   std::shared_ptr<const Condizione> condizione;
 };

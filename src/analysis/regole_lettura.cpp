@@ -306,7 +306,7 @@ class LetturaRegole {
   EsitoRegola UnEsito(const Json& o, const std::string& ptr) {
     EsitoRegola e;
     if (!v_.Oggetto(o, ptr)) return e;
-    v_.Chiavi(o, ptr, {"severity", "title", "evidence", "action", "when"});
+    v_.Chiavi(o, ptr, {"severity", "title", "evidence", "action", "answer", "when"});
     if (const Json* s = v_.Richiesto(o, "severity", ptr))
       if (const auto g = v_.Parola(*s, ptr + "/severity", {"fail", "warn", "pass"}, "severity"))
         e.livello = static_cast<Gravita>(*g);
@@ -326,6 +326,12 @@ class LetturaRegole {
       if (const auto s = v_.Testo(*a, ptr + "/action")) {
         Segnaposti(*s, legami, ptr + "/action");
         e.azione = *s;
+      }
+    }
+    if (const auto a = o.find("answer"); a != o.end()) {
+      if (const auto s = v_.Testo(*a, ptr + "/answer")) {
+        Segnaposti(*s, legami, ptr + "/answer");
+        e.risposta = *s;
       }
     }
     if (const auto ev = o.find("evidence"); ev != o.end()) {

@@ -380,6 +380,7 @@ Esito Finding(const Regola& regola, const EsitoRegola& e, const Legami& l) {
       out.Evidenze.push_back({nome, Riempi(testo, l)});
   }
   out.Azione = Riempi(e.azione, l);
+  if (out.Livello != Gravita::pass) out.Risposta = Riempi(e.risposta.empty() ? e.azione : e.risposta, l);
   out.Regola = regola.file;
   return out;
 }

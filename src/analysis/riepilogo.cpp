@@ -64,8 +64,9 @@ std::string ChiaveNome(const std::string& nome) {
 }
 
 void Contesto::Aggiungi(IdEsito id, Gravita g, std::string titolo, std::vector<Evidenza> evidenze,
-                        std::string azione) const {
-  esiti.push_back({std::string(VoceDi(id).id), g, std::move(titolo), std::move(evidenze), std::move(azione)});
+                        std::string azione, std::string risposta) const {
+  esiti.push_back({std::string(VoceDi(id).id), g, std::move(titolo), std::move(evidenze), std::move(azione),
+                   std::move(risposta)});
 }
 
 std::vector<Esito> CalcolaRiepilogo(const std::string& cartellaDati,
@@ -105,7 +106,8 @@ Esito EsitoIlleggibile(const std::string& motivo) {
           Gravita::fail,
           "The snapshot cannot be read",
           {{"reason", motivo}},
-          "Ask the user to send the snapshot again, attached as the file the check wrote."};
+          "Ask the user to send the snapshot again, attached as the file the check wrote.",
+          "Please run the check again and send the snapshot file it writes, attached as it is."};
 }
 
 }  // namespace analysis

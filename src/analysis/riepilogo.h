@@ -38,8 +38,10 @@ struct Esito {
   Gravita Livello = Gravita::pass;
   std::string Titolo;
   std::vector<Evidenza> Evidenze;
-  // What the user should do; empty for a pass.
+  // What the user should do, as the supporter reads it; empty for a pass.
   std::string Azione;
+  // The same written to the user, for the answer the supporter pastes; empty for a pass.
+  std::string Risposta = {};
   // The file of the rule that gave it; "" for a built-in check.
   std::string Regola = {};
 };

@@ -132,8 +132,8 @@ class Ambiente {
 
  private:
   void Aggiungi(IdEsito id, Gravita g, std::string titolo, std::vector<Evidenza> evidenze = {},
-                std::string azione = {}) {
-    c_.Aggiungi(id, g, std::move(titolo), std::move(evidenze), std::move(azione));
+                std::string azione = {}, std::string risposta = {}) {
+    c_.Aggiungi(id, g, std::move(titolo), std::move(evidenze), std::move(azione), std::move(risposta));
   }
 
   void Dll() {
@@ -148,7 +148,8 @@ class Ambiente {
         Aggiungi(
             IdEsito::dllNotFound, Gravita::fail, nome + " imports " + d.nome + ", which Windows cannot find",
             {{"executable", e.percorso}, {"dll", d.nome}, {"machine", formats::NomeMacchina(e.macchina)}},
-            AzioneDll(d.nome, e.macchina) + " Until then " + nome + " does not start.");
+            AzioneDll(d.nome, e.macchina) + " Until then " + nome + " does not start.",
+            AzioneDll(d.nome, e.macchina) + " Until then " + e.percorso + " does not start.");
       }
     }
     if (mancanti == 0 && dll > 0)
@@ -171,7 +172,10 @@ class Ambiente {
              support::EstraiNomeFile(file) + " carries the mark of the web: zone " + TestoZona(zona),
              {{"file", file}, {"zone", static_cast<std::int64_t>(zona)}},
              "Open the file's Properties and tick \"Unblock\", or unblock the downloaded zip and extract it "
-             "again: Windows may refuse to load a marked DLL.");
+             "again: Windows may refuse to load a marked DLL.",
+             "Open the Properties of " + file +
+                 " and tick \"Unblock\", or unblock the downloaded zip and extract it again: Windows may "
+                 "refuse to load a marked file.");
   }
 
   void Impostazioni() {
@@ -193,7 +197,10 @@ class Ambiente {
                  effetti +
                      ". Unless they were set on purpose, clear them in the file's Properties, "
                      "Compatibility (\"Change settings for all users\" for HKLM), so that every level "
-                     "tool runs alike.");
+                     "tool runs alike.",
+                 "Unless you set them on purpose, clear the compatibility settings of " + e.percorso +
+                     " in its Properties, Compatibility (\"Change settings for all users\" too): " + effetti +
+                     ".");
       }
     }
     if (segnalati_ == 0 && !a_.eseguibili.empty())
@@ -224,7 +231,11 @@ class Ambiente {
             "Controlled Folder Access is on and the " + ruolo + " folder is below a folder it guards",
             evidenze,
             "Allow the level editor, tomb4.exe and ordl2009.exe in Windows Security, Ransomware protection, "
-            "or move the installation to a folder such as C:\\TRLE: their writes there are refused.");
+            "or move the installation to a folder such as C:\\TRLE: their writes there are refused.",
+            "Allow the level editor, tomb4.exe and ordl2009.exe in Windows Security, Ransomware protection, "
+            "or move " +
+                PerUtente(ruolo) + " from " + cartella +
+                " to a folder such as C:\\TRLE: Windows refuses their writes there.");
     }
   }
 
@@ -252,7 +263,10 @@ Esito MembroIlleggibile(const formats::MembroNonLetto& n, collection::Membro m) 
            {"path", n.percorso},
            {"reason", motivo},
            {"needed_by", collection::VoceDi(m).serve}},
-          "Close Ordelio and the level editor, then run the check again."};
+          "Close Ordelio and the level editor, then run the check again.",
+          "Close Ordelio and the level editor, then run the check again and send the new snapshot: the check "
+          "could not read " +
+              n.percorso + "."};
 }
 
 void VerificaAmbiente(const Contesto& c) {
@@ -262,9 +276,11 @@ void VerificaAmbiente(const Contesto& c) {
       return c.Aggiungi(IdEsito::environmentNotRecorded, Gravita::pass,
                         "The snapshot records no environment: an older program made it");
     case StatoAmbiente::illeggibile:
-      return c.Aggiungi(IdEsito::environmentUnreadable, Gravita::warn,
-                        "The snapshot's ambiente.json cannot be read", {{"reason", a.motivo}},
-                        "Ask the user for a new snapshot: the checks on the environment were left out.");
+      return c.Aggiungi(
+          IdEsito::environmentUnreadable, Gravita::warn, "The snapshot's ambiente.json cannot be read",
+          {{"reason", a.motivo}},
+          "Ask the user for a new snapshot: the checks on the environment were left out.",
+          "Please run the check again and send the new snapshot: its ambiente.json is damaged.");
     case StatoAmbiente::letto:
       break;
   }

@@ -25,8 +25,9 @@ struct Contesto {
   char separatore;
   std::vector<Esito>& esiti;
 
+  // `risposta` is the action written to the user; a failure or a warning gives one.
   void Aggiungi(IdEsito id, Gravita g, std::string titolo, std::vector<Evidenza> evidenze = {},
-                std::string azione = {}) const;
+                std::string azione = {}, std::string risposta = {}) const;
   bool NelTrle(const std::string& nome) const { return nomiTrle.contains(ChiaveNome(nome)); }
 };
 

@@ -20,6 +20,7 @@ void VerificaBackup(const Contesto& c) {
         "Make backup_trle.le from a known good backup_trle folder with \"checkordl-cli sample FOLDER\"; "
         "trle_cd.le is the same kind of list of the level editor's original CD: run sample on the CD's "
         "folder and name the list trle_cd.le.");
+    // The sample lists and the good copy are the supporter's own, on this computer: no answer to the user.
     return;
   }
   ListeBackup liste;
@@ -52,7 +53,9 @@ void VerificaBackup(const Contesto& c) {
                 {"larger", t.Maggiori},
                 {"smaller", t.Minori},
                 {"cd_originals", t.OriginaliCd}},
-               "Restore these files from a known good backup_trle; the backup analysis names them.");
+               "Restore these files from a known good backup_trle; the backup analysis names them.",
+               "Restore your backup_trle folder from a known good copy: " + conti + " of " +
+                   std::to_string(t.Campione) + " files.");
   else
     c.Aggiungi(IdEsito::backupMatches, Gravita::pass,
                "backup_trle matches the sample (" + std::to_string(t.Corretti) + " files)",

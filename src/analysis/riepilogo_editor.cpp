@@ -16,7 +16,9 @@ void VerificaLivelliScript(const Contesto& c) {
     c.Aggiungi(IdEsito::scriptUnreadable, Gravita::fail, "script.dat cannot be read as the level script",
                {{"reason", s.problema}, {"size", s.dimensione}},
                "Build the script again in the level editor so that script.dat is written whole. The check of "
-               "its levels was left out.");
+               "its levels was left out.",
+               "Build the script again in the level editor so that script.dat is written whole, then run the "
+               "check again.");
   if (s.stato != StatoMembro::letto || c.fatti.trle.stato != StatoMembro::letto) return;
   std::unordered_set<std::string> detti;
   std::int64_t mancanti = 0;
@@ -29,7 +31,9 @@ void VerificaLivelliScript(const Contesto& c) {
                "A level that script.dat names is not in the editor folder",
                {{"level", l}, {"editor_folder", c.fatti.trle.letto->elenco.CartellaBase}},
                "Copy the level file into the editor folder or take it out of the script: the game stops when "
-               "it reaches that level.");
+               "it reaches that level.",
+               "Copy " + l + " into " + c.fatti.trle.letto->elenco.CartellaBase +
+                   ", or take it out of the script: the game stops when it reaches that level.");
   }
   if (mancanti == 0)
     c.Aggiungi(
@@ -51,9 +55,11 @@ void VerificaLivelliVuoti(const Contesto& c) {
     ++livelli;
     if (e.DimensioniFile[i] != 0) continue;
     ++vuoti;
-    c.Aggiungi(IdEsito::editorEmptyLevel, Gravita::fail, "A level file in the editor folder is empty",
-               {{"file", nome}, {"size", std::int64_t{0}}},
-               "Build the level again in the level editor, or copy it back from a backup.");
+    c.Aggiungi(
+        IdEsito::editorEmptyLevel, Gravita::fail, "A level file in the editor folder is empty",
+        {{"file", nome}, {"size", std::int64_t{0}}},
+        "Build the level again in the level editor, or copy it back from a backup.",
+        "Build " + nome + " again in the level editor, or copy it back from a backup: the file is empty.");
   }
   if (vuoti == 0)
     c.Aggiungi(IdEsito::editorNoEmptyLevel, Gravita::pass,
@@ -78,7 +84,10 @@ void VerificaTomb4(const Contesto& c) {
   else
     c.Aggiungi(IdEsito::editorNoTomb4, Gravita::fail, "The editor folder holds no tomb4.exe",
                {{"editor_folder", cartella}},
-               "Reinstall the level editor: without tomb4.exe no level can be played.");
+               "Reinstall the level editor: without tomb4.exe no level can be played.",
+               "Reinstall the level editor: tomb4.exe is not in " + cartella +
+                   ", and without it no level can be "
+                   "played.");
 }
 
 }  // namespace analysis

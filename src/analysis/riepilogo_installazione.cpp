@@ -50,9 +50,11 @@ class Installazione {
   }
 
  private:
-  void Avvisa(IdEsito id, std::string titolo, std::vector<Evidenza> evidenze, std::string azione) {
+  void Avvisa(IdEsito id, std::string titolo, std::vector<Evidenza> evidenze, std::string azione,
+              std::string risposta) {
     ++avvisi_;
-    c_.Aggiungi(id, Gravita::warn, std::move(titolo), std::move(evidenze), std::move(azione));
+    c_.Aggiungi(id, Gravita::warn, std::move(titolo), std::move(evidenze), std::move(azione),
+                std::move(risposta));
   }
 
   void Cartella(const std::string& ruolo, const formats::ElencoFile& elenco) {
@@ -63,15 +65,22 @@ class Installazione {
              evidenza,
              std::string("Files the level tools write there may live in the user's VirtualStore and differ "
                          "from what others see; installing in a folder of the user's, ") +
-                 kAltrove + ", avoids it.");
+                 kAltrove + ", avoids it.",
+             "Move " + PerUtente(ruolo) + " from " + cartella + " to a folder of your own, " + kAltrove +
+                 ": below Program Files, Windows may keep what the level tools write in a copy of its own.");
     if (!SoloAscii(cartella))
       Avvisa(IdEsito::installNonAsciiPath, "The " + ruolo + " folder's path has characters outside ASCII",
              evidenza,
              std::string("Move the installation to a folder whose path is plain ASCII, ") + kAltrove +
+                 ": the level tools may not open it.",
+             "Move " + PerUtente(ruolo) + " from " + cartella +
+                 " to a folder whose path has only plain letters, " + kAltrove +
                  ": the level tools may not open it.");
     if (SottoOneDrive(cartella))
       Avvisa(IdEsito::installOnedrive, "The " + ruolo + " folder is below a OneDrive folder", evidenza,
              std::string("Move the installation out of OneDrive into a folder of the user's, ") + kAltrove +
+                 ": OneDrive may keep files online only or lock them while it syncs.",
+             "Move " + PerUtente(ruolo) + " from " + cartella + " out of OneDrive, to a folder " + kAltrove +
                  ": OneDrive may keep files online only or lock them while it syncs.");
     if (cartella.size() + kMargine >= kLimite)
       Avvisa(IdEsito::installLongPath,
@@ -79,6 +88,8 @@ class Installazione {
                  " characters long, near the limit of 260",
              {{"folder", ruolo}, {"path", cartella}, {"length", static_cast<std::int64_t>(cartella.size())}},
              std::string("Move the installation to a shorter path, ") + kAltrove +
+                 ": the level tools cannot open longer paths.",
+             "Move " + PerUtente(ruolo) + " from " + cartella + " to a shorter path, " + kAltrove +
                  ": the level tools cannot open longer paths.");
     Nomi(ruolo, cartella, elenco);
   }
@@ -98,13 +109,18 @@ class Installazione {
       Avvisa(IdEsito::installUnshowableName,
              "The " + ruolo + " folder holds names with characters the Windows code page cannot show",
              {{"folder", ruolo}, {"names", illeggibili}, {"first", primoIlleggibile}},
-             "Rename those files and folders with plain letters: the level tools cannot open them.");
+             "Rename those files and folders with plain letters: the level tools cannot open them.",
+             "Rename the files and folders in " + cartella +
+                 " whose names have letters Windows cannot show " + "(the first is " + primoIlleggibile +
+                 ") with plain letters: the level tools cannot open them.");
     if (lunghi > 0)
       Avvisa(IdEsito::installLongName,
              "The " + ruolo + " folder holds paths that reach the limit of 260 characters",
              {{"folder", ruolo}, {"names", lunghi}, {"first", primoLungo}},
              std::string("Shorten those names, or move the installation to a shorter path, ") + kAltrove +
-                 ": the level tools cannot open them.");
+                 ": the level tools cannot open them.",
+             "Shorten the names in " + cartella + " whose paths reach 260 characters (the first is " +
+                 primoLungo + "), or move " + PerUtente(ruolo) + " to a shorter path, " + kAltrove + ".");
   }
 
   // What the level tools read there is the user's own copy, which other programs and other accounts do not
@@ -123,7 +139,10 @@ class Installazione {
            std::string(
                "The level tools see the user's VirtualStore copies, which other programs and an elevated "
                "run do not: move the installation to a folder of the user's, ") +
-               kAltrove + ", and copy the VirtualStore's files into it.");
+               kAltrove + ", and copy the VirtualStore's files into it.",
+           std::string("Move the level editor and Ordelio to a folder of your own, ") + kAltrove +
+               ", and copy into it the files Windows keeps for them in your VirtualStore "
+               "(%LOCALAPPDATA%\\VirtualStore).");
   }
 
   const Contesto& c_;
@@ -131,6 +150,12 @@ class Installazione {
 };
 
 }  // namespace
+
+std::string PerUtente(const std::string& ruolo) {
+  if (ruolo == "editor") return "the level editor";
+  if (ruolo == "archive") return "the level archive";
+  return ruolo;
+}
 
 std::vector<std::string> ComponentiCartella(const std::string& cartella) {
   std::vector<std::string> parti;

@@ -19,6 +19,9 @@ struct ElencoDiCartella {
 // The lists the snapshot holds, read whole or not: their folders were read either way.
 std::vector<ElencoDiCartella> ElenchiPresenti(const Fatti& f);
 
+// A folder's role ("editor", "Ordelio", "archive") as the answer to the user names it.
+std::string PerUtente(const std::string& ruolo);
+
 // The components of a Windows path after its drive, in upper case.
 std::vector<std::string> ComponentiCartella(const std::string& cartella);
 

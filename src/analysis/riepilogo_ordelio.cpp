@@ -34,14 +34,15 @@ void ArchivioDanneggiato(const Contesto& c) {
       support::EstraiNomeFile(collection::TrovaArchivio(*c.fatti.contenuto, c.fatti.cartellaDati));
   const std::string azione = "Restore " + nome +
                              " from a backup, or let Ordelio rebuild its archive. The check of the archive "
-                             "folder was left out.";
+                             "folder was left out.",
+                    risposta = "Restore " + nome + " from a backup, or let Ordelio rebuild its archive.";
   const auto letti = static_cast<std::int64_t>(a.livelli.size());
   const bool tagliato = a.dimensione >= static_cast<std::int64_t>(formats::ArchivioHeader::kDimensione) &&
                         a.header.TotLivelli > letti;
   if (!tagliato)
     return c.Aggiungi(IdEsito::archiveUnreadable, Gravita::fail,
                       "The level archive " + nome + " cannot be read",
-                      {{"archive", nome}, {"reason", a.problema}, {"size", a.dimensione}}, azione);
+                      {{"archive", nome}, {"reason", a.problema}, {"size", a.dimensione}}, azione, risposta);
   c.Aggiungi(IdEsito::archiveCut, Gravita::fail,
              "The level archive " + nome + " is cut: it holds " + std::to_string(letti) + " of the " +
                  std::to_string(a.header.TotLivelli) + " levels its header counts",
@@ -49,7 +50,7 @@ void ArchivioDanneggiato(const Contesto& c) {
               {"counted", std::int64_t{a.header.TotLivelli}},
               {"read", letti},
               {"size", a.dimensione}},
-             azione);
+             azione, risposta);
 }
 
 }  // namespace
@@ -61,7 +62,9 @@ void VerificaCartellaEditor(const Contesto& c) {
                "ordelio.prf is not of the length of Ordelio's settings",
                {{"reason", r.problema}, {"size", r.dimensione}},
                "Ordelio may be of another version, or its settings damaged: have the user open Ordelio's "
-               "settings, save them, and check again. The check of the editor folder was left out.");
+               "settings, save them, and check again. The check of the editor folder was left out.",
+               "Open Ordelio's settings, save them, and run the check again: ordelio.prf is not as this "
+               "Ordelio writes it.");
   if (r.stato != StatoMembro::letto || c.fatti.trle.stato == StatoMembro::assente) return;
   const std::string pathTrle = support::PulisciStringa(c.fatti.prf.PathTRLE.Testo());
   const std::string& cartella = c.fatti.trle.letto->elenco.CartellaBase;
@@ -74,7 +77,9 @@ void VerificaCartellaEditor(const Contesto& c) {
         IdEsito::prefsOtherEditorFolder, Gravita::fail,
         "Ordelio points at another editor folder than the one that was checked", evidenze,
         "Set the editor folder in Ordelio's settings to the level editor the user plays, or check that "
-        "folder instead.");
+        "folder instead.",
+        "In Ordelio's settings, set the editor folder to " + cartella +
+            " (or to the level editor you play, if that is another one): it now points at " + pathTrle + ".");
 }
 
 void VerificaArchivio(const Contesto& c) {
@@ -99,7 +104,9 @@ void VerificaArchivio(const Contesto& c) {
                "The archive lists " + std::to_string(livelli) + " levels but its folder holds " +
                    std::to_string(numero) + " level folders",
                evidenze,
-               "Restore the missing level folders from a backup, or let Ordelio rebuild its archive.");
+               "Restore the missing level folders from a backup, or let Ordelio rebuild its archive.",
+               "Restore the missing level folders in " + e.CartellaBase +
+                   " from a backup, or let Ordelio rebuild its archive.");
   else
     c.Aggiungi(IdEsito::archiveFoldersMatch, Gravita::pass,
                "The archive folder holds a folder for each of the " + std::to_string(livelli) + " levels",
@@ -127,7 +134,8 @@ void VerificaSpazio(const Contesto& c) {
     c.Aggiungi(IdEsito::diskLowSpace, Gravita::warn,
                "Drive " + d.lettera + ": has little free space (" + libero + ")",
                {{"drive", d.lettera}, {"free_bytes", Byte(d.libero, libero)}},
-               "Free at least 200 Mb on drive " + d.lettera + ": before building or installing levels.");
+               "Free at least 200 Mb on drive " + d.lettera + ": before building or installing levels.",
+               "Free at least 200 Mb on drive " + d.lettera + ": before you build or install levels.");
   }
   if (!poco) c.Aggiungi(IdEsito::diskSpaceOk, Gravita::pass, "Enough free space: " + tutti);
 }
@@ -140,7 +148,8 @@ void VerificaVersioneOrdelio(const Contesto& c) {
     c.Aggiungi(
         IdEsito::ordelioNoVersion, Gravita::warn, "ordl2009.exe was found but carries no version text",
         {{"VersioneOrdelio", versione}},
-        "Reinstall Ordelio from its own setup: this ordl2009.exe may be damaged or not the right one.");
+        "Reinstall Ordelio from its own setup: this ordl2009.exe may be damaged or not the right one.",
+        "Reinstall Ordelio from its own setup: your ordl2009.exe may be damaged or not the right one.");
   else
     c.Aggiungi(IdEsito::ordelioVersion, Gravita::pass, "Ordelio's version is " + versione,
                {{"VersioneOrdelio", versione}});

@@ -87,6 +87,7 @@ std::string JsonRiepilogo(const std::string& snapshot, const RiepilogoSnapshot& 
                           {"title", utf8(e.Titolo)},
                           {"evidence", std::move(evidenze)},
                           {"action", utf8(e.Azione)}};
+    if (!e.Risposta.empty()) esito["answer"] = utf8(e.Risposta);
     if (!e.Regola.empty()) esito["rule"] = utf8(e.Regola);
     esiti.push_back(std::move(esito));
   }

@@ -116,6 +116,12 @@ analysis::RiepilogoSnapshot Verifica(Caso& c, MacchinaProva& m) {
 
 // The findings of the JSON line, one a line: "fail archive.cut: title {evidence}".
 std::string Righe(const analysis::RiepilogoSnapshot& r) {
+  // Every failure and warning has its words for the user, but those about the supporter's own computer.
+  for (const analysis::Esito& e : r.Esiti)
+    EXPECT_EQ(e.Livello == analysis::Gravita::pass || e.Id == "backup.no-sample-lists" ||
+                  e.Id == "backup.no-good-copy" || e.Id == "rules.unreadable",
+              e.Risposta.empty())
+        << e.Id;
   std::string righe;
   const auto j = nlohmann::json::parse(analysis::JsonRiepilogo("", r));
   for (const auto& f : j["findings"]) {

@@ -22,6 +22,7 @@
 #include "analysis/confronto.h"
 #include "analysis/copia_anonima.h"
 #include "analysis/riepilogo.h"
+#include "analysis/risposta.h"
 #include "cli/macchina_demo.h"
 #include "collection/controllo.h"
 #include "collection/scoperta.h"
@@ -619,6 +620,36 @@ class ProvaFinestre : public QObject {
     QCOMPARE(predefinito, QMessageBox::No);
   }
   // ---- end of the anonymized copy ----
+
+  // --- The answer for the user ("Copia risposta") ---
+  // Nothing open: the critical message of the other items that need a snapshot. Then the tool's plain answer
+  // of the same snapshot on the system clipboard, a word that it is there, and the report area unchanged.
+  void copiaRisposta() {
+    DemoControllata();
+    QVERIFY(cli::CreaElenchiDemo(host::CartellaProgramma()));
+    Banco banco;
+    gui::AppuntiQt appunti;
+    gui::FinestraAnalisi f(nullptr, banco.messaggi, banco.file, appunti);
+    QAction* copia = f.findChild<QAction*>(QStringLiteral("mnu_CopiaRisposta"));
+    QVERIFY(copia);
+    copia->trigger();
+    QCOMPARE(banco.messaggi.tutti, std::vector<std::string>{std::string("critical: ") + analysis::kNessunoSnapshot});
+    analysis::ImpostaValori(f.Modello(), collection::kNomeSnapshot);
+    const std::string area = f.Area().Testo();
+    banco.messaggi.tutti.clear();
+    copia->trigger();
+    const std::string altrove = host::CartellaProgramma() + "\\Altrove";
+    QVERIFY(support::CreaCartella(altrove));
+    const std::string atteso = analysis::TestoRisposta(
+        analysis::ApriEVerifica(collection::kNomeSnapshot, altrove, host::CartellaProgramma(),
+                                support::SeparatoreDecimale()),
+        collection::kNomeSnapshot, analysis::FormaRisposta::testo);
+    QVERIFY(atteso.find("Problem: ") != std::string::npos);
+    QCOMPARE(QApplication::clipboard()->text(), gui::DaByte(atteso));
+    QCOMPARE(banco.messaggi.tutti, std::vector<std::string>{std::string("plain: ") + analysis::kRispostaCopiata});
+    QCOMPARE(f.Area().Testo(), area);
+  }
+  // --- end of the answer for the user ---
 };
 
 QTEST_MAIN(ProvaFinestre)

@@ -12,6 +12,7 @@
 
 #include "analysis/copia_anonima.h"
 #include "analysis/forma_analisi.h"
+#include "analysis/risposta.h"
 #include "cli/macchina_demo.h"
 #include "collection/controllo.h"
 #include "collection/forma_principale.h"
@@ -25,6 +26,7 @@
 #include "picker/forma_getdir.h"
 #include "scenari_finestre.h"
 #include "support/files.h"
+#include "support/valori.h"
 
 using analysis::Voce;
 
@@ -675,3 +677,29 @@ TEST(FinestreWin32, CopiaAnonimaComeProposta) {
   RemoveDirectoryA(inbox.c_str());
 }
 // ---- end of the anonymized copy ----
+
+// --- The answer for the user ("Copia risposta") ---
+// Nothing open: the critical message of the other items that need a snapshot. Then the tool's plain answer of
+// the same snapshot on the system clipboard, and a word that it is there.
+TEST(FinestreWin32, CopiaRisposta) {
+  Controllata();
+  ASSERT_TRUE(cli::CreaElenchiDemo(host::CartellaProgramma()));
+  Banco banco;
+  win32::AppuntiW appunti;
+  win32::FinestraAnalisi f(nullptr, banco.messaggi, banco.file, appunti);
+  Menu(f, "mnu_CopiaRisposta");
+  EXPECT_EQ(banco.messaggi.tutti, std::vector<std::string>{std::string("critical: ") + analysis::kNessunoSnapshot});
+  analysis::ImpostaValori(f.Modello(), collection::kNomeSnapshot);
+  banco.messaggi.tutti.clear();
+  Menu(f, "mnu_CopiaRisposta");
+  const std::string altrove = host::CartellaProgramma() + "\\Altrove";
+  ASSERT_TRUE(support::CreaCartella(altrove));
+  const std::string atteso = analysis::TestoRisposta(
+      analysis::ApriEVerifica(collection::kNomeSnapshot, altrove, host::CartellaProgramma(),
+                              support::SeparatoreDecimale()),
+      collection::kNomeSnapshot, analysis::FormaRisposta::testo);
+  EXPECT_TRUE(atteso.starts_with("Your snapshot ")) << atteso;
+  EXPECT_EQ(TestoAppunti(), atteso);
+  EXPECT_EQ(banco.messaggi.tutti, std::vector<std::string>{std::string("plain: ") + analysis::kRispostaCopiata});
+}
+// --- end of the answer for the user ---
