@@ -333,8 +333,8 @@ TEST(DialogAnalisi, RiepilogoConUnaRegola) {
   EXPECT_TRUE(a.messaggi.tutti.empty());
   const analysis::RiepilogoSnapshot r = analysis::ApriEVerifica("C:\\snap.bin", "C:\\Apart", "C:\\Prog", '.');
   EXPECT_EQ(analysis::TestoRiepilogo(r), testo);
-  EXPECT_NE(
-      analysis::JsonRiepilogo("snap.bin", r).find(R"("action":"None.","rule":"regole_locali\\prova.json")"),
-      std::string::npos);
+  EXPECT_NE(analysis::JsonRiepilogo("snap.bin", r)
+                .find(R"("action":"None.","answer":"None.","rule":"regole_locali\\prova.json")"),
+            std::string::npos);
 }
 #endif
