@@ -20,6 +20,7 @@
 #include "host/nomi.h"
 #include "host/vista_virtuale.h"
 #include "support/files.h"
+#include "support/testo_uscita.h"
 #include "support/valori.h"
 
 namespace analysis {
@@ -51,24 +52,7 @@ std::string ScriviProspetto(const std::string& percorso, const std::string& test
   int err = 0;
   host::File f = host::File::ApriScrittura(percorso, &err);
   if (!err && f.Aperto()) return f.Scrivi(testo.data(), testo.size()) ? "" : "it could not be written whole";
-  switch (err) {
-    case host::kErrPermissionDenied:
-    case host::kErrPathFileAccess:
-      return "access denied";
-    case host::kErrPathNotFound:
-    case host::kErrFileNotFound:
-      return "the folder does not exist";
-    case host::kErrFileAlreadyOpen:
-      return "another program has the file open";
-    case host::kErrDiskFull:
-      return "the disk is full";
-    case host::kErrDeviceUnavailable:
-      return "the drive is not available";
-    case host::kErrBadFileName:
-      return "the name is not valid";
-    default:
-      return "error " + std::to_string(err);
-  }
+  return support::MotivoScrittura(err);
 }
 
 bool FineParola(char c) {
@@ -238,27 +222,29 @@ void mnu_Confronta_Click(Dialog_Analisi& d) {
   support::SvuotaCartella(cartella, "*");
 }
 
-void mnu_RiepilogoProblemi_Click(Dialog_Analisi& d) {
-  // The same text as the tool's findings of the snapshot.
+RiepilogoSnapshot RiepilogoFinestra(const Dialog_Analisi& d) {
   RiepilogoSnapshot r;
   // Dati holds nothing of a snapshot that could not be unpacked: its members are not missing, it is.
   if (!d.SnapshotAperto) {
     r.Errore = d.ErroreSnapshot;
     r.Esiti = {EsitoIlleggibile(r.Errore)};
-    Mostra(d, TestoRiepilogo(r));
-    DeselezionaProspetti(d);
-    return;
+    return r;
   }
   r.Esiti = CalcolaRiepilogo(d.CartellaDati, d.Contenuto, d.CartellaProgramma, support::SeparatoreDecimale());
   if (const AmbienteLetto a = LeggiAmbienteDati(d.CartellaDati); a.stato == StatoAmbiente::letto)
     r.Data = DataControllo(a.ambiente);
-  Mostra(d, TestoRiepilogo(r));
+  return r;
+}
+
+void mnu_RiepilogoProblemi_Click(Dialog_Analisi& d) {
+  // The same text as the tool's findings of the snapshot.
+  Mostra(d, TestoRiepilogo(RiepilogoFinestra(d)));
   DeselezionaProspetti(d);
 }
 
 void mnu_SalvaCopiaAnonima_Click(Dialog_Analisi& d) {
   if (!d.SnapshotAperto) {
-    d.Messaggi.Critico("No snapshot is open: open one with \"Leggi Dati\" first");
+    d.Messaggi.Critico(kNessunoSnapshotAperto);
     return;
   }
   d.CommonDialog1.ImpostaTitolo(kTitoloCopiaAnonima);

@@ -111,6 +111,8 @@ bool ScegliSnapshot(support::DialogoFile& dialogo, std::string& nome, const std:
                     const std::string& titolo = "Carica file info_ordl.bin");
 // The window's title: its caption and, once a snapshot was given to it, that file's name.
 std::string TitoloFinestra(const Dialog_Analisi& d);
+// What the items that save the open snapshot say when none is open.
+inline constexpr const char* kNessunoSnapshotAperto = "No snapshot is open: open one with \"Leggi Dati\" first";
 // The title of the dialog that asks for the snapshot to compare the open one with.
 inline constexpr const char* kTitoloConfronto = "Open the earlier snapshot to compare with";
 

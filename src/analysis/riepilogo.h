@@ -68,6 +68,10 @@ struct RiepilogoSnapshot {
   std::string Data;
 };
 
+// The findings of the snapshot the analysis window has open, or of the one it could not open: what
+// "Riepilogo problemi" shows.
+RiepilogoSnapshot RiepilogoFinestra(const Dialog_Analisi& d);
+
 // Why a snapshot cannot be read.
 inline constexpr const char* kSnapshotMancante = "the file does not exist";
 inline constexpr const char* kSnapshotIlleggibile =
