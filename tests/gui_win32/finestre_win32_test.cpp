@@ -11,6 +11,7 @@
 #include <sstream>
 
 #include "analysis/forma_analisi.h"
+#include "analysis/testo_completo.h"
 #include "cli/macchina_demo.h"
 #include "collection/controllo.h"
 #include "collection/forma_principale.h"
@@ -615,3 +616,32 @@ TEST(FinestreWin32, ScatolaCritica) {
   EXPECT_TRUE(icona);
   EXPECT_EQ(pulsanti, 1);
 }
+
+// ---- The whole snapshot as one text ("Salva tutto in un file di testo...") ----
+// The file the window saves is the model's text as the program keeps it (Windows-1252, CR LF), the report
+// area left as it was; a name the folder refuses is named in a critical message.
+TEST(FinestreWin32, SalvaTutto) {
+  Controllata();
+  Banco banco;
+  win32::FinestraAnalisi f(nullptr, banco.messaggi, banco.file, banco.appunti);
+  analysis::ImpostaValori(f.Modello(), collection::kNomeSnapshot);
+  const std::string area = f.Area().Testo();
+  const std::string nome = host::CartellaProgramma() + "\\tutto.txt";
+  banco.file.Scegli(nome);
+  Menu(f, "mnu_SalvaTutto");
+  EXPECT_TRUE(banco.messaggi.tutti.empty());
+  const std::string testo = support::LeggiFile(nome);
+  EXPECT_EQ(testo, analysis::TestoCompleto(f.Modello()));
+  EXPECT_TRUE(testo.starts_with("Snapshot: " + std::string(collection::kNomeSnapshot) + "\r\n")) << testo;
+  EXPECT_EQ(f.Area().Testo(), area);
+
+  ASSERT_TRUE(support::CreaCartella(host::CartellaProgramma() + "\\cartella"));
+  for (const std::string rifiutato : {host::CartellaProgramma() + "\\cartella", std::string("Q:\\tutto.txt")}) {
+    banco.file.Scegli(rifiutato);
+    Menu(f, "mnu_SalvaTutto");
+    ASSERT_FALSE(banco.messaggi.tutti.empty()) << rifiutato;
+    EXPECT_TRUE(banco.messaggi.tutti.back().starts_with("critical: Could not write " + rifiutato + ": "))
+        << banco.messaggi.tutti.back();
+  }
+}
+// ---- end of the whole snapshot as one text ----
