@@ -635,8 +635,9 @@ TEST(FinestreWin32, SalvaTutto) {
   EXPECT_TRUE(testo.starts_with("Snapshot: " + std::string(collection::kNomeSnapshot) + "\r\n")) << testo;
   EXPECT_EQ(f.Area().Testo(), area);
 
-  ASSERT_TRUE(support::CreaCartella(host::CartellaProgramma() + "\\cartella"));
-  for (const std::string rifiutato : {host::CartellaProgramma() + "\\cartella", std::string("Q:\\tutto.txt")}) {
+  const std::string cartella = host::CartellaProgramma() + "\\cartella";
+  ASSERT_TRUE(support::CreaCartella(cartella));
+  for (const std::string& rifiutato : {cartella, std::string("Q:\\tutto.txt")}) {
     banco.file.Scegli(rifiutato);
     Menu(f, "mnu_SalvaTutto");
     ASSERT_FALSE(banco.messaggi.tutti.empty()) << rifiutato;
