@@ -3,16 +3,12 @@
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
-#include <string_view>
 #include <system_error>
-
-#ifndef _WIN32
-#include <langinfo.h>
-#endif
 
 #include "host/machine.h"
 #include "host/processo.h"
 #include "support/files.h"
+#include "support/testo_uscita.h"
 
 namespace cli {
 
@@ -21,18 +17,7 @@ void ScriviByte(const std::string& byte) {
 }
 
 std::string PerTerminale(const std::string& testo) {
-#ifdef _WIN32
-  return testo;
-#else
-  // The codeset of the locale main() set from the environment.
-  const std::string_view codeset = nl_langinfo(CODESET);
-  const std::string t = codeset == "UTF-8" ? host::VersoUtf8(testo) : testo;
-  std::string lf;
-  lf.reserve(t.size());
-  for (std::size_t i = 0; i < t.size(); ++i)
-    if (t[i] != '\r' || i + 1 == t.size() || t[i + 1] != '\n') lf += t[i];
-  return lf;
-#endif
+  return support::TestoLocale(testo);
 }
 
 void ScriviTesto(const std::string& testo) {

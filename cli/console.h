@@ -44,9 +44,8 @@ std::string ArgomentoPercorso(const std::string& argomento);
 
 void ScriviByte(const std::string& byte);
 
-// Our own text (Windows-1252, CR LF, as the window keeps it) as the terminal wants it: on Linux in the
-// locale's encoding (UTF-8 under a UTF-8 locale, the bytes as they are under any other) with LF; on Windows
-// as it is.
+// Our own text (Windows-1252, CR LF, as the window keeps it) as the terminal wants it
+// (support::TestoLocale).
 std::string PerTerminale(const std::string& testo);
 void ScriviTesto(const std::string& testo);
 

@@ -20,6 +20,7 @@
 #include "host/nomi.h"
 #include "host/vista_virtuale.h"
 #include "support/files.h"
+#include "support/testo_uscita.h"
 #include "support/valori.h"
 
 namespace analysis {
@@ -51,24 +52,7 @@ std::string ScriviProspetto(const std::string& percorso, const std::string& test
   int err = 0;
   host::File f = host::File::ApriScrittura(percorso, &err);
   if (!err && f.Aperto()) return f.Scrivi(testo.data(), testo.size()) ? "" : "it could not be written whole";
-  switch (err) {
-    case host::kErrPermissionDenied:
-    case host::kErrPathFileAccess:
-      return "access denied";
-    case host::kErrPathNotFound:
-    case host::kErrFileNotFound:
-      return "the folder does not exist";
-    case host::kErrFileAlreadyOpen:
-      return "another program has the file open";
-    case host::kErrDiskFull:
-      return "the disk is full";
-    case host::kErrDeviceUnavailable:
-      return "the drive is not available";
-    case host::kErrBadFileName:
-      return "the name is not valid";
-    default:
-      return "error " + std::to_string(err);
-  }
+  return support::MotivoScrittura(err);
 }
 
 bool FineParola(char c) {

@@ -31,10 +31,11 @@ int AttributiVoce(const std::string& percorso, int mask) {
 }
 
 // The whole-or-nothing write: the new file beside the name (`apri`), its bytes, then put in place in one
-// step; what was begun goes again (`cancella`) on any failure.
+// step; what was begun goes again (`cancella`) on any failure, and `errore`, when given, takes the platform's
+// error number of the step that failed.
 template <typename Apri, typename Cancella>
 bool ScriviAParte(const std::string& percorso, const std::function<bool(host::File&)>& scrivi, Apri apri,
-                  Cancella cancella) {
+                  Cancella cancella, int* errore = nullptr) {
   const std::string parziale = percorso + kSuffissoParziale;
   cancella(parziale);
   int err = 0;
@@ -46,6 +47,7 @@ bool ScriviAParte(const std::string& percorso, const std::function<bool(host::Fi
   }
   if (ok && host::SostituisciFile(parziale, percorso, &err)) return true;
   cancella(parziale);
+  if (errore) *errore = err;
   return false;
 }
 
@@ -140,18 +142,22 @@ bool ScriviFileTesto(const std::string& percorso, const std::string& testo) {
   return f.Scrivi(testo.data(), testo.size());
 }
 
-bool ScriviFileIntero(const std::string& percorso, const std::vector<std::string_view>& pezzi) {
-  return ScriviFileIntero(percorso, [&](host::File& f) {
-    for (const std::string_view p : pezzi)
-      if (!f.Scrivi(p.data(), p.size())) return false;
-    return true;
-  });
+bool ScriviFileIntero(const std::string& percorso, const std::vector<std::string_view>& pezzi, int* errore) {
+  return ScriviFileIntero(
+      percorso,
+      [&](host::File& f) {
+        for (const std::string_view p : pezzi)
+          if (!f.Scrivi(p.data(), p.size())) return false;
+        return true;
+      },
+      errore);
 }
 
-bool ScriviFileIntero(const std::string& percorso, const std::function<bool(host::File&)>& scrivi) {
+bool ScriviFileIntero(const std::string& percorso, const std::function<bool(host::File&)>& scrivi,
+                      int* errore) {
   return ScriviAParte(
       percorso, scrivi, [](const std::string& p, int* err) { return host::File::CreaNuovo(p, err); },
-      [](const std::string& p) { CancellaFile(p); });
+      [](const std::string& p) { CancellaFile(p); }, errore);
 }
 
 bool StessoFile(const std::string& a, const std::string& b) {

@@ -35,11 +35,14 @@ bool ScriviFileTesto(const std::string& percorso, const std::string& testo);
 
 // The same, whole or not at all: the pieces one behind the other under the name + ".part" beside it, put in
 // place in one step, so that a failure leaves no file of the name that is not whole and a link at the
-// name is replaced, never written through. False, with nothing left, when that fails.
+// name is replaced, never written through. False, with nothing left, when that fails; `errore`, when given,
+// then takes the platform's error number (0 when a write stopped without one).
 inline constexpr const char* kSuffissoParziale = ".part";
-bool ScriviFileIntero(const std::string& percorso, const std::vector<std::string_view>& pezzi);
+bool ScriviFileIntero(const std::string& percorso, const std::vector<std::string_view>& pezzi,
+                      int* errore = nullptr);
 // The same for a writer that makes the bytes itself into the new file; false from it writes nothing.
-bool ScriviFileIntero(const std::string& percorso, const std::function<bool(host::File&)>& scrivi);
+bool ScriviFileIntero(const std::string& percorso, const std::function<bool(host::File&)>& scrivi,
+                      int* errore = nullptr);
 
 // The two paths name one file as the machine resolves them: made full from the current folder, without
 // regard to case, through the links of a Wine prefix.

@@ -23,6 +23,7 @@
 #include "analysis/copia_anonima.h"
 #include "analysis/riepilogo.h"
 #include "analysis/risposta.h"
+#include "analysis/testo_completo.h"
 #include "cli/macchina_demo.h"
 #include "collection/controllo.h"
 #include "collection/scoperta.h"
@@ -36,6 +37,7 @@
 #include "scenari_finestre.h"
 #include "support/files.h"
 #include "support/forma.h"
+#include "support/testo_uscita.h"
 #include "support/valori.h"
 
 using analysis::Voce;
@@ -650,6 +652,39 @@ class ProvaFinestre : public QObject {
     QCOMPARE(f.Area().Testo(), area);
   }
   // --- end of the answer for the user ---
+
+  // ---- The whole snapshot as one text ("Salva tutto in un file di testo...") ----
+  // The file holds the text the tool writes for the same snapshot, in the locale's encoding with LF; the report
+  // area and its marks stay as they were; a file that cannot be written is named in a critical message.
+  void salvaTuttoComeLoStrumento() {
+    DemoControllata();
+    Banco banco;
+    gui::FinestraAnalisi f(nullptr, banco.messaggi, banco.file, banco.appunti);
+    analysis::ImpostaValori(f.Modello(), collection::kNomeSnapshot);
+    f.Voce(Voce::mnu_ShowPref)->trigger();
+    const std::string area = f.Area().Testo();
+    const std::string nome = host::CartellaProgramma() + "\\tutto.txt";
+    banco.file.Scegli(nome);
+    auto* salva = f.findChild<QAction*>(QStringLiteral("mnu_SalvaTutto"));
+    QVERIFY(salva);
+    salva->trigger();
+    QCOMPARE(banco.file.NomeFile(), nome);
+    QVERIFY(banco.messaggi.tutti.empty());
+    AnalisiProva strumento(host::CartellaProgramma());
+    analysis::ImpostaValori(strumento.d, collection::kNomeSnapshot);
+    const std::string testo = support::LeggiFile(nome);
+    QCOMPARE(testo, support::TestoLocale(analysis::TestoCompleto(strumento.d)));
+    QVERIFY(testo.find("\r\n") == std::string::npos);
+    QCOMPARE(f.Area().Testo(), area);
+    QVERIFY(f.Voce(Voce::mnu_ShowPref)->isChecked());
+
+    const std::string manca = host::CartellaProgramma() + "\\manca\\tutto.txt";
+    banco.file.Scegli(manca);
+    salva->trigger();
+    QCOMPARE(banco.messaggi.tutti,
+             std::vector<std::string>{"critical: Could not write " + manca + ": the folder does not exist"});
+  }
+  // ---- end of the whole snapshot as one text ----
 };
 
 QTEST_MAIN(ProvaFinestre)

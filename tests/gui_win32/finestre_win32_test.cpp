@@ -13,6 +13,7 @@
 #include "analysis/copia_anonima.h"
 #include "analysis/forma_analisi.h"
 #include "analysis/risposta.h"
+#include "analysis/testo_completo.h"
 #include "cli/macchina_demo.h"
 #include "collection/controllo.h"
 #include "collection/forma_principale.h"
@@ -703,3 +704,33 @@ TEST(FinestreWin32, CopiaRisposta) {
   EXPECT_EQ(banco.messaggi.tutti, std::vector<std::string>{std::string("plain: ") + analysis::kRispostaCopiata});
 }
 // --- end of the answer for the user ---
+
+// ---- The whole snapshot as one text ("Salva tutto in un file di testo...") ----
+// The file the window saves is the model's text as the program keeps it (Windows-1252, CR LF), the report
+// area left as it was; a name the folder refuses is named in a critical message.
+TEST(FinestreWin32, SalvaTutto) {
+  Controllata();
+  Banco banco;
+  win32::FinestraAnalisi f(nullptr, banco.messaggi, banco.file, banco.appunti);
+  analysis::ImpostaValori(f.Modello(), collection::kNomeSnapshot);
+  const std::string area = f.Area().Testo();
+  const std::string nome = host::CartellaProgramma() + "\\tutto.txt";
+  banco.file.Scegli(nome);
+  Menu(f, "mnu_SalvaTutto");
+  EXPECT_TRUE(banco.messaggi.tutti.empty());
+  const std::string testo = support::LeggiFile(nome);
+  EXPECT_EQ(testo, analysis::TestoCompleto(f.Modello()));
+  EXPECT_TRUE(testo.starts_with("Snapshot: " + std::string(collection::kNomeSnapshot) + "\r\n")) << testo;
+  EXPECT_EQ(f.Area().Testo(), area);
+
+  const std::string cartella = host::CartellaProgramma() + "\\cartella";
+  ASSERT_TRUE(support::CreaCartella(cartella));
+  for (const std::string& rifiutato : {cartella, std::string("Q:\\tutto.txt")}) {
+    banco.file.Scegli(rifiutato);
+    Menu(f, "mnu_SalvaTutto");
+    ASSERT_FALSE(banco.messaggi.tutti.empty()) << rifiutato;
+    EXPECT_TRUE(banco.messaggi.tutti.back().starts_with("critical: Could not write " + rifiutato + ": "))
+        << banco.messaggi.tutti.back();
+  }
+}
+// ---- end of the whole snapshot as one text ----
