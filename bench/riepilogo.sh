@@ -45,3 +45,11 @@ PY
 tg=$(secondi "$cli" findings "$dir/grande.bin")
 "$cli" findings "$dir/grande.bin" | grep -c '^FAIL  script.level-missing' | grep -qx 10 || { echo "large: wrong findings"; exit 1; }
 echo "200,000 files and 100 levels: ${tg}s (goal under 1 s)"
+# The answer and the whole text of the same snapshot, against its findings and its editor listing alone: the
+# answer adds only its text, the whole text every report once.
+ta=$(secondi "$cli" findings "$dir/grande.bin" --answer)
+tl=$(secondi "$cli" report "$dir/grande.bin" trle)
+tw=$(secondi "$cli" report "$dir/grande.bin" --all)
+awk -v tg="$tg" -v ta="$ta" -v tl="$tl" -v tw="$tw" 'BEGIN {
+  printf "answer: %.2fs (%.2fx the findings); whole text: %.2fs (%.2fx the findings and the listing)\n",
+         ta, ta / tg, tw, tw / (tg + tl) }'
