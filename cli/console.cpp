@@ -65,6 +65,15 @@ std::string ArgomentoPercorso(const std::string& argomento) {
 
 namespace {
 
+// The Windows build run under Wine numbers its processes as Windows does, the native tool as Linux does, and
+// both may share a program folder: each marks its folders with its kind, so that it never takes the other's
+// live run for a dead one.
+#ifdef _WIN32
+constexpr const char* kSegnoBuild = "-win";
+#else
+constexpr const char* kSegnoBuild = "";
+#endif
+
 // The run that `nome` ("<prefisso>-<pid>-<n>") belongs to; 0 for a name of another kind.
 std::uint32_t ProcessoDi(const std::string& nome, const std::string& prefisso) {
   if (!nome.starts_with(prefisso + "-")) return 0;
@@ -102,7 +111,8 @@ void RimuoviOrfane(const std::string& programma, const std::string& prefisso) {
 
 }  // namespace
 
-CartellaPropria::CartellaPropria(const std::string& prefisso) : programma_(host::CartellaProgramma()) {
+CartellaPropria::CartellaPropria(const std::string& tipo) : programma_(host::CartellaProgramma()) {
+  const std::string prefisso = tipo + kSegnoBuild;
   RimuoviOrfane(programma_, prefisso);
   int err = 0;
   const std::filesystem::path base = host::PercorsoHost(programma_, &err);
