@@ -12,15 +12,16 @@ namespace analysis {
 
 namespace forma_analisi {
 using support::TipoControllo;
-inline constexpr std::array<support::Controllo, 6> kControlli = {{
+inline constexpr auto kControlli = std::to_array<support::Controllo>({
     {"Pul_Trova", TipoControllo::Pulsante, "Trova", {225, 3960, 1635, 330}},
     {"Text_Cerca", TipoControllo::Riga, "", {2025, 3960, 1905, 285}},
     {"Pul_Prima", TipoControllo::Pulsante, "<", {4050, 3960, 330, 330}},
     {"Pul_Dopo", TipoControllo::Pulsante, ">", {4455, 3960, 330, 330}},
     {"Text_Out", TipoControllo::Area, "", {135, 90, 9825, 3300}},
     {"ProgressBar1", TipoControllo::Barra, "", {180, 3510, 9735, 240}},
-}};
-inline constexpr std::array<const char*, 5> kTab = {"Pul_Trova", "Text_Cerca", "Pul_Prima", "Pul_Dopo", "Text_Out"};
+});
+inline constexpr auto kTab =
+    std::to_array<const char*>({"Pul_Trova", "Text_Cerca", "Pul_Prima", "Pul_Dopo", "Text_Out"});
 }  // namespace forma_analisi
 
 inline constexpr support::Forma kFormaAnalisi{"Dialog_Analisi", " Analisi dati info ordl", 10095, 4425,
@@ -57,13 +58,13 @@ struct MenuBarra {
   const char* nome;
   const char* testo;
 };
-inline constexpr std::array<MenuBarra, 5> kMenu = {{
+inline constexpr auto kMenu = std::to_array<MenuBarra>({
     {"mnu_File", "File"},
     {"mnu_Modifica", "Modifica"},
     {"mnu_Prospetto", "Prospetto"},
     {"mnu_Analisi", "Analisi"},
     {"mnu_Diagnosi", "Diagnosi"},
-}};
+});
 
 struct VoceBarra {
   // Index into kMenu.

@@ -22,7 +22,7 @@ struct Verifica {
   void (*esegui)(const Contesto&);
 };
 // In the order their findings show within a severity.
-constexpr std::array<Verifica, 12> kVerifiche = {{
+constexpr auto kVerifiche = std::to_array<Verifica>({
     {"membri", nullptr, VerificaMembri},
     {"membri", nullptr, VerificaFlag},
     {"editor", NomiScript, VerificaLivelliScript},
@@ -35,7 +35,7 @@ constexpr std::array<Verifica, 12> kVerifiche = {{
     {"ordelio", nullptr, VerificaVersioneOrdelio},
     {"backup", nullptr, VerificaBackup},
     {"ambiente", nullptr, VerificaAmbiente},
-}};
+});
 
 // Of the names the checks look for, those the editor list holds, found in one pass over the list: a set of
 // the whole list would cost more than every check together. Only a list read whole is looked in.

@@ -16,7 +16,7 @@ inline constexpr int kMargine = 120;
 inline constexpr int kInterno = kLarghezza - 2 * kMargine;
 inline constexpr int kPulsanteW = 1695;
 
-inline constexpr std::array<support::Controllo, 11> kControlli = {{
+inline constexpr auto kControlli = std::to_array<support::Controllo>({
     {"Pul_CambiaORDL", TipoControllo::Pulsante, "Change", {kMargine, 120, 1215, 375}},
     {"Label1", TipoControllo::Etichetta, "Path of Ordelio:", {1455, 180, 5000, 285}},
     {"Label_DirORDL", TipoControllo::EtichettaCartella, "", {kMargine, 600, kInterno, 315}},
@@ -28,10 +28,10 @@ inline constexpr std::array<support::Controllo, 11> kControlli = {{
     {"Pul_Start", TipoControllo::Pulsante, "Start check", {kMargine, 2880, kPulsanteW, 435}},
     {"Pul_EstraiDati", TipoControllo::Pulsante, "Leggi Dati", {(kLarghezza - kPulsanteW) / 2, 2880, kPulsanteW, 435}},
     {"Pul_Annulla", TipoControllo::Pulsante, "Close", {kLarghezza - kMargine - kPulsanteW, 2880, kPulsanteW, 435}},
-}};
+});
 
-inline constexpr std::array<const char*, 5> kTab = {"Pul_CambiaORDL", "Pul_CambiaTrle", "Pul_Start", "Pul_Annulla",
-                                                    "Pul_EstraiDati"};
+inline constexpr auto kTab =
+    std::to_array<const char*>({"Pul_CambiaORDL", "Pul_CambiaTrle", "Pul_Start", "Pul_Annulla", "Pul_EstraiDati"});
 }  // namespace forma_principale
 
 inline constexpr support::Forma kFormaPrincipale{

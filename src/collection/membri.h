@@ -50,7 +50,7 @@ struct VoceMembro {
 };
 
 // In the order of the report menu; the check run packs them in the order of `posizione`.
-inline constexpr std::array<VoceMembro, 9> kMembri = {{
+inline constexpr auto kMembri = std::to_array<VoceMembro>({
     {Membro::intestazione, "Infofile.bin", "infofile.bin", "the header report, the flags and the disk space",
      Lettore::infoHeader, 0, true, Luogo::lavoro},
     {Membro::preferenze, "ordelio.prf", "ordelio.prf", "the preferences report and the editor folder check",
@@ -68,7 +68,7 @@ inline constexpr std::array<VoceMembro, 9> kMembri = {{
      true, Luogo::installazione},
     {Membro::ambiente, "ambiente.json", "ambiente.json", "the environment report and the start-up checks",
      Lettore::ambiente, 8, false, Luogo::memoria},
-}};
+});
 
 constexpr const VoceMembro& VoceDi(Membro m) {
   return kMembri[static_cast<std::size_t>(m)];
