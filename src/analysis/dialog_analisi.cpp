@@ -47,14 +47,6 @@ void TestoSalvato(Dialog_Analisi& d, Voce v, const std::optional<std::string>& t
   Mostra(d, testo);
 }
 
-// Why the report could not be written to `percorso`, in words; "" when it was.
-std::string ScriviProspetto(const std::string& percorso, const std::string& testo) {
-  int err = 0;
-  host::File f = host::File::ApriScrittura(percorso, &err);
-  if (!err && f.Aperto()) return f.Scrivi(testo.data(), testo.size()) ? "" : "it could not be written whole";
-  return support::MotivoScrittura(err);
-}
-
 bool FineParola(char c) {
   return c == ' ' || c == '\r' || c == ':';
 }
@@ -360,7 +352,7 @@ void mnu_SalvaFile_Click(Dialog_Analisi& d) {
   d.CommonDialog1.ImpostaFiltro("File di testo (*.txt)|*.txt");
   if (!d.CommonDialog1.MostraSalva()) return;
   const std::string nome = d.CommonDialog1.NomeFile();
-  if (const std::string motivo = ScriviProspetto(nome, d.Text_Out.Testo()); !motivo.empty())
+  if (const std::string motivo = support::ScriviTestoIntero(nome, d.Text_Out.Testo()); !motivo.empty())
     d.Messaggi.Critico("Could not write " + nome + ": " + motivo);
 }
 
