@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <system_error>
 
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "host/processo.h"
 #include "support/files.h"
 #include "support/testo_uscita.h"

@@ -9,7 +9,7 @@
 #include "collection/scansione.h"
 #include "formats/archivio.h"
 #include "formats/preferenze.h"
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "support/files.h"
 
 namespace cli {

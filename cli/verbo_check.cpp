@@ -9,7 +9,7 @@
 #include "collection/selezione.h"
 #include "collection/snapshot.h"
 #include "formats/preferenze.h"
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "macchina_demo.h"
 #include "support/files.h"
 #include "verbi.h"

@@ -3,7 +3,7 @@
 
 #include "analysis/confronto.h"
 #include "collection/blocco.h"
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "support/files.h"
 #include "verbi.h"
 

@@ -7,7 +7,7 @@
 #include "analysis/riepilogo.h"
 #include "analysis/risposta.h"
 #include "collection/blocco.h"
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "support/files.h"
 #include "support/valori.h"
 #include "verbi.h"

@@ -7,7 +7,7 @@
 #include "analysis/testo_completo.h"
 #include "analysis/voci.h"
 #include "formats/info_header.h"
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "verbi.h"
 
 namespace cli {

@@ -7,7 +7,7 @@
 #include "analysis/regole.h"
 #include "collection/blocco.h"
 #include "collection/snapshot.h"
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "support/files.h"
 #include "verbi.h"
 

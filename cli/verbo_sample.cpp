@@ -1,5 +1,5 @@
 #include "collection/campione.h"
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "support/files.h"
 #include "verbi.h"
 

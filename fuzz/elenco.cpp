@@ -10,7 +10,7 @@
 #include "analysis/analisi_backup.h"
 #include "analysis/elenchi.h"
 #include "formats/elenco.h"
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "prefisso_fuzz.h"
 
 namespace {

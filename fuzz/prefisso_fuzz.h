@@ -7,7 +7,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "host/machine.h"
+#include "host/macchina.h"
 
 inline const std::string& PrefissoFuzz() {
   static const std::string p = [] {

@@ -8,7 +8,7 @@
 #include <string_view>
 
 #include "host/accesso_registro.h"
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "host/registro_file.h"
 #include "prefisso_fuzz.h"
 

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "formats/ambiente.h"
-#include "host/machine.h"
+#include "host/macchina.h"
 
 inline formats::Ambiente AmbienteProva() {
   using host::Origine;

@@ -14,7 +14,7 @@
 
 #include "host/accesso_registro.h"
 #include "host/byte_le.h"
-#include "host/machine.h"
+#include "host/macchina.h"
 
 #ifdef _WIN32
 #ifndef WIN32_LEAN_AND_MEAN

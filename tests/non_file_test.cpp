@@ -22,7 +22,7 @@
 #include "formats/info_header.h"
 #include "formats/script.h"
 #include "host/accesso_registro.h"
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "host/versione.h"
 #include "macchina_prova.h"
 #include "support/files.h"

@@ -31,7 +31,7 @@
 #include "host/accesso_dischi.h"
 #include "host/accesso_registro.h"
 #include "host/ambiente.h"
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "host/versione.h"
 
 namespace {

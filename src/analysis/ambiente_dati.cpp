@@ -6,7 +6,7 @@
 #include "host/ambiente.h"
 
 #include "collection/membri.h"
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "support/files.h"
 
 namespace analysis {

@@ -9,7 +9,7 @@
 #include "analysis/testo.h"
 #include "collection/membri.h"
 #include "host/collegamenti.h"
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "host/nomi.h"
 #include "support/installazioni.h"
 #include "support/valori.h"

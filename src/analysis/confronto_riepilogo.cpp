@@ -5,7 +5,7 @@
 
 #include "analysis/confronto_parti.h"
 #include "analysis/riepilogo.h"
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "host/nomi.h"
 
 namespace analysis::parti {

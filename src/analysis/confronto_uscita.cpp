@@ -3,7 +3,7 @@
 
 #include "analysis/confronto.h"
 #include "analysis/testo.h"
-#include "host/machine.h"
+#include "host/macchina.h"
 
 namespace analysis {
 namespace {

@@ -18,7 +18,7 @@
 #include "formats/elenco.h"
 #include "formats/info_header.h"
 #include "formats/preferenze.h"
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "host/nomi.h"
 #include "support/files.h"
 

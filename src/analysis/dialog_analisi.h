@@ -12,7 +12,7 @@
 #include "collection/principale.h"
 #include "collection/snapshot.h"
 #include "formats/info_header.h"
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "support/interfacce.h"
 
 namespace analysis {

@@ -4,7 +4,7 @@
 
 #include "formats/codifica.h"
 #include "formats/script.h"
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "support/files.h"
 
 namespace analysis {

@@ -8,7 +8,7 @@
 
 #include "analysis/id_esiti.h"
 #include "analysis/regole.h"
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "host/nomi.h"
 #include "support/files.h"
 

@@ -16,7 +16,7 @@
 #include "analysis/regole.h"
 #include "analysis/regole_condizione.h"
 #include "analysis/regole_localizzatore.h"
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "host/nomi.h"
 #include "support/files.h"
 #include "support/valori.h"

@@ -4,7 +4,7 @@
 
 #include "analysis/riepilogo.h"
 #include "analysis/testo.h"
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "host/nomi.h"
 
 namespace analysis {

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "support/interfacce.h"
 
 namespace collection {

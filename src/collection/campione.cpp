@@ -1,7 +1,7 @@
 #include "collection/campione.h"
 
 #include "collection/blocco.h"
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "support/files.h"
 
 namespace collection {

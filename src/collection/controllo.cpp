@@ -12,7 +12,7 @@
 #include "formats/archivio.h"
 #include "formats/preferenze.h"
 #include "host/accesso_registro.h"
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "support/files.h"
 #include "support/installazioni.h"
 #include "support/valori.h"

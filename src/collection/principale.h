@@ -8,7 +8,7 @@
 
 #include "collection/ambiente_controllo.h"
 #include "formats/info_header.h"
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "support/interfacce.h"
 
 namespace collection {

@@ -4,7 +4,7 @@
 #include <limits>
 
 #include "host/collegamenti.h"
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "host/nomi.h"
 #include "support/files.h"
 #include "support/valori.h"

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "support/files.h"
 #include "support/interfacce.h"
 

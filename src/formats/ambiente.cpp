@@ -6,7 +6,7 @@
 #include <optional>
 #include <utility>
 
-#include "host/machine.h"
+#include "host/macchina.h"
 
 namespace formats {
 namespace {

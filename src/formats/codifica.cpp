@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "host/machine.h"
+#include "host/macchina.h"
 
 namespace formats {
 

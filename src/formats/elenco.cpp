@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "host/byte_le.h"
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "support/files.h"
 #include "support/valori.h"
 

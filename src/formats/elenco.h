@@ -13,7 +13,7 @@
 #include <string_view>
 #include <vector>
 
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "support/interfacce.h"
 
 namespace formats {

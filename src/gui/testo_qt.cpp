@@ -3,7 +3,7 @@
 #include <QFile>
 #include <array>
 
-#include "host/machine.h"
+#include "host/macchina.h"
 
 namespace gui {
 

@@ -3,7 +3,7 @@
 
 #include "host/accesso_dischi.h"
 #include "host/interno_win32.h"
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "host/nomi.h"
 
 namespace host {

@@ -12,7 +12,7 @@
 #include "host/accesso_dischi.h"
 #include "host/accesso_registro.h"
 #include "host/file_host.h"
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "host/nomi.h"
 #include "host/registro_file.h"
 

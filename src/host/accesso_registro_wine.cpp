@@ -19,7 +19,7 @@
 #include "host/file_host.h"
 #include "host/grezzo.h"
 #include "host/interno_wine.h"
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "host/nomi.h"
 #include "host/registro_file.h"
 

@@ -13,7 +13,7 @@
 
 #include "host/grezzo.h"
 #include "host/interno_wine.h"
-#include "host/machine.h"
+#include "host/macchina.h"
 
 namespace host {
 

@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "host/file_host.h"
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "host/nomi.h"
 
 namespace host {

@@ -7,7 +7,7 @@
 #include "host/file_host.h"
 #include "host/grezzo.h"
 #include "host/interno_win32.h"
-#include "host/machine.h"
+#include "host/macchina.h"
 
 namespace host {
 

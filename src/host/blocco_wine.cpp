@@ -14,7 +14,7 @@
 #include "host/file_host.h"
 #include "host/grezzo.h"
 #include "host/interno_wine.h"
-#include "host/machine.h"
+#include "host/macchina.h"
 
 namespace host {
 namespace {

@@ -1,6 +1,6 @@
 // Which folder is the program folder: the same rule on every platform, whose answers the back ends give.
 #include "host/file_host.h"
-#include "host/machine.h"
+#include "host/macchina.h"
 
 namespace host {
 

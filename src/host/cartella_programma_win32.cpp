@@ -9,7 +9,7 @@
 #include <cstdlib>
 
 #include "host/file_host.h"
-#include "host/machine.h"
+#include "host/macchina.h"
 
 namespace host {
 namespace {

@@ -12,7 +12,7 @@
 #include <cstring>
 
 #include "host/file_host.h"
-#include "host/machine.h"
+#include "host/macchina.h"
 
 namespace host {
 namespace {

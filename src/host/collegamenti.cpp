@@ -2,7 +2,7 @@
 #include "host/collegamenti.h"
 
 #include "host/grezzo.h"
-#include "host/machine.h"
+#include "host/macchina.h"
 
 namespace host {
 

@@ -15,7 +15,7 @@
 #include "host/collegamenti.h"
 #include "host/grezzo.h"
 #include "host/interno_wine.h"
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "host/nomi.h"
 
 namespace host {

@@ -2,7 +2,7 @@
 #include <cstdint>
 #include <string>
 
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "host/utf8.h"
 
 namespace host {

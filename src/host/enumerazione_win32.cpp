@@ -6,7 +6,7 @@
 
 #include "host/grezzo.h"
 #include "host/interno_win32.h"
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "host/nomi.h"
 
 namespace host {

@@ -11,7 +11,7 @@
 
 #include "host/grezzo.h"
 #include "host/interno_wine.h"
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "host/nomi.h"
 #include "host/utf8.h"
 

@@ -1,7 +1,7 @@
 // What a file handle does the same way on every platform; opening, reading and writing are the back ends'.
 #include <utility>
 
-#include "host/machine.h"
+#include "host/macchina.h"
 
 namespace host {
 

@@ -9,7 +9,7 @@
 
 #include "host/ambiente.h"
 #include "host/collegamenti.h"
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "host/nomi.h"
 
 namespace host::grezzo {

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string>
 
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "host/versione.h"
 
 namespace host {

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "host/grezzo.h"
-#include "host/machine.h"
+#include "host/macchina.h"
 
 namespace host {
 

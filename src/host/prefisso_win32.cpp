@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "host/vista_virtuale.h"
 
 namespace host {

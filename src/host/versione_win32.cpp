@@ -10,7 +10,7 @@
 #include <string>
 
 #include "host/grezzo.h"
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "host/versione.h"
 
 namespace host {

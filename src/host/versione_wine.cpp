@@ -12,7 +12,7 @@
 #include "host/grezzo.h"
 #include "host/lettore_file.h"
 #include "host/interno_wine.h"
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "host/nomi.h"
 #include "host/registro_file.h"
 #include "host/versione.h"

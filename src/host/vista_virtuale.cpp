@@ -9,7 +9,7 @@
 #include "host/byte_le.h"
 #include "host/collegamenti.h"
 #include "host/grezzo.h"
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "host/nomi.h"
 #include "host/registro_file.h"
 #include "host/versione.h"

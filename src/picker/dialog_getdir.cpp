@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "host/accesso_dischi.h"
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "host/nomi.h"
 #include "support/files.h"
 #include "support/valori.h"

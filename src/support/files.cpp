@@ -2,7 +2,7 @@
 
 #include <limits>
 
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "host/nomi.h"
 #include "support/valori.h"
 

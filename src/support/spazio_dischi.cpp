@@ -1,7 +1,7 @@
 #include "support/spazio_dischi.h"
 
 #include "host/accesso_dischi.h"
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "support/valori.h"
 
 namespace support {

@@ -6,7 +6,7 @@
 #include <langinfo.h>
 #endif
 
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "support/files.h"
 
 namespace support {

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "finestra_prova.h"
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "macchina_prova.h"
 
 namespace {

@@ -23,7 +23,7 @@
 #include "formats/info_header.h"
 #include "formats/preferenze.h"
 #include "host/accesso_registro.h"
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "macchina_prova.h"
 #include "support/files.h"
 #include "support/installazioni.h"

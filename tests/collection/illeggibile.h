@@ -12,7 +12,7 @@
 
 #include <string>
 
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "macchina_prova.h"
 
 struct Illeggibile {

@@ -16,7 +16,7 @@
 #include "esadecimale.h"
 #include "finestra_prova.h"
 #include "illeggibile.h"
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "macchina_prova.h"
 #include "osservatore_allocazioni.h"
 #include "support/files.h"

@@ -33,7 +33,7 @@
 #include "gui/finestra_principale.h"
 #include "gui/identita.h"
 #include "gui/testo_qt.h"
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "scenari_finestre.h"
 #include "support/files.h"
 #include "support/forma.h"

@@ -23,7 +23,7 @@
 #include "gui_win32/finestra_analisi.h"
 #include "gui_win32/finestra_getdir.h"
 #include "gui_win32/finestra_principale.h"
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "picker/forma_getdir.h"
 #include "scenari_finestre.h"
 #include "support/files.h"

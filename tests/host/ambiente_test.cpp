@@ -12,7 +12,7 @@
 #include "host/accesso_registro.h"
 #include "host/ambiente.h"
 #include "host/byte_le.h"
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "host/pe_importazioni.h"
 #include "host/vista_virtuale.h"
 #include "macchina_prova.h"

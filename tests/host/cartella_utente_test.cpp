@@ -6,7 +6,7 @@
 #include <filesystem>
 #include <optional>
 
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "macchina_prova.h"
 
 namespace {

@@ -6,7 +6,7 @@
 #include <functional>
 #include <map>
 
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "macchina_prova.h"
 #include "support/files.h"
 

@@ -9,7 +9,7 @@
 #include <sys/xattr.h>
 #endif
 
-#include "host/machine.h"
+#include "host/macchina.h"
 #include "macchina_prova.h"
 #include "support/files.h"
 
