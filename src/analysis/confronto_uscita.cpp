@@ -1,4 +1,5 @@
 // The comparison as the supporter reads it (the report text) and as a script reads it (JSON).
+#include <array>
 #include <nlohmann/json.hpp>
 
 #include "analysis/confronto.h"
@@ -14,18 +15,11 @@ constexpr const char* kVecchioPiuRecente =
 // Wide enough for the longest title, so that the counts of the summary stand in one column.
 constexpr std::size_t kColonnaConteggi = 30;
 
+// In the order of `TipoDifferenza`.
+constexpr std::array<const char*, 4> kTipi = {"added", "removed", "changed", "moved"};
+
 const char* Tipo(TipoDifferenza t) {
-  switch (t) {
-    case TipoDifferenza::Aggiunto:
-      return "added";
-    case TipoDifferenza::Tolto:
-      return "removed";
-    case TipoDifferenza::Cambiato:
-      return "changed";
-    case TipoDifferenza::Spostato:
-      return "moved";
-  }
-  return "";
+  return kTipi[static_cast<std::size_t>(t)];
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include <initializer_list>
 #include <memory>
 #include <nlohmann/json.hpp>
+#include <span>
 #include <string>
 #include <unordered_map>
 #include <unordered_set>
@@ -131,17 +132,21 @@ class Verifica {
   }
 
   // One of the words, by its index.
-  std::optional<std::size_t> Parola(const Json& v, const std::string& ptr,
-                                    std::initializer_list<std::string_view> parole, const char* nome) {
+  std::optional<std::size_t> Parola(const Json& v, const std::string& ptr, std::span<const std::string_view> parole,
+                                    const char* nome) {
     const auto t = Testo(v, ptr);
     if (!t) return std::nullopt;
     for (std::size_t i = 0; i < parole.size(); ++i)
-      if (parole.begin()[i] == *t) return i;
+      if (parole[i] == *t) return i;
     std::string elenco;
     for (std::size_t i = 0; i < parole.size(); ++i)
-      elenco += (i ? i + 1 == parole.size() ? " or \"" : ", \"" : "\"") + std::string(parole.begin()[i]) + "\"";
+      elenco += (i ? i + 1 == parole.size() ? " or \"" : ", \"" : "\"") + std::string(parole[i]) + "\"";
     Errore(ptr, std::string(nome) + " must be " + elenco);
     return std::nullopt;
+  }
+  std::optional<std::size_t> Parola(const Json& v, const std::string& ptr,
+                                    std::initializer_list<std::string_view> parole, const char* nome) {
+    return Parola(v, ptr, std::span(parole.begin(), parole.size()), nome);
   }
 
   // A name, or with `percorsi` a path from a list's folder: a folder in the middle of a name would match
@@ -308,7 +313,7 @@ class LetturaRegole {
     if (!v_.Oggetto(o, ptr)) return e;
     v_.Chiavi(o, ptr, {"severity", "title", "evidence", "action", "answer", "when"});
     if (const Json* s = v_.Richiesto(o, "severity", ptr))
-      if (const auto g = v_.Parola(*s, ptr + "/severity", {"fail", "warn", "pass"}, "severity"))
+      if (const auto g = v_.Parola(*s, ptr + "/severity", kNomiGravita, "severity"))
         e.livello = static_cast<Gravita>(*g);
     unsigned legami = 0;
     if (const auto w = o.find("when"); w != o.end()) {

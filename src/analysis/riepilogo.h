@@ -12,10 +12,12 @@
 // riepilogo.cpp; they judge the facts of the snapshot (fatti.h), as the rules do.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <variant>
 #include <vector>
 
@@ -26,6 +28,9 @@
 namespace analysis {
 
 enum class Gravita { fail, warn, pass };
+
+// The severities as the findings' text, their JSON and the rules write them, in the order of `Gravita`.
+inline constexpr std::array<std::string_view, 3> kNomiGravita = {"fail", "warn", "pass"};
 
 // One fact a finding rests on: a name, a size, a value. Text in Windows-1252.
 struct Evidenza {

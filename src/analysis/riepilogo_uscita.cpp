@@ -13,16 +13,8 @@ namespace {
 // Where the titles begin, behind the severity and the longest identifier.
 constexpr std::size_t kColonnaId = 27;
 
-const char* NomeGravita(Gravita g) {
-  switch (g) {
-    case Gravita::fail:
-      return "fail";
-    case Gravita::warn:
-      return "warn";
-    case Gravita::pass:
-      break;
-  }
-  return "pass";
+std::string NomeGravita(Gravita g) {
+  return std::string(kNomiGravita[static_cast<std::size_t>(g)]);
 }
 
 std::string TestoEvidenza(const Evidenza& p) {
