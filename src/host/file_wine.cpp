@@ -46,6 +46,15 @@ std::optional<Risolto> RisolviPerScrivere(const std::string& winPath, int* err) 
   return r;
 }
 
+// A device's name opens no file: NUL opens the null device, the others are refused with their folder's
+// error. Null for a path that names no device; else the descriptor, or -1 (no handle).
+std::optional<int> ApriDispositivo(const std::string& winPath, int modo, int* err) {
+  const auto d = Dispositivo(winPath);
+  if (!d) return std::nullopt;
+  Imposta(err, *d ? *d : Nul(winPath) ? kNessunErrore : kErrPathFileAccess);
+  return !*d && Nul(winPath) ? ::open("/dev/null", modo | O_CLOEXEC) : -1;
+}
+
 }  // namespace
 
 std::optional<std::string> LeggiFileHost(const std::string& hostPath, std::size_t massimo) {
@@ -72,9 +81,8 @@ std::optional<std::string> LeggiFileHost(const std::string& hostPath, std::size_
 File File::ApriLetturaGrezza(const std::string& winPath, int* err) {
   File f;
   if (!PercorsoAccettato(winPath, err)) return f;
-  if (const auto d = Dispositivo(winPath)) {
-    Imposta(err, *d ? *d : Nul(winPath) ? kNessunErrore : kErrPathFileAccess);
-    if (!*d && Nul(winPath)) f.handle_ = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
+  if (const auto fd = ApriDispositivo(winPath, O_RDONLY, err)) {
+    f.handle_ = *fd;
     return f;
   }
   const auto r = Risolvi(winPath, err);
@@ -103,9 +111,8 @@ File File::ApriLetturaGrezza(const std::string& winPath, int* err) {
 File File::ApriScrittura(const std::string& winPath, int* err) {
   File f;
   if (!PercorsoAccettato(winPath, err)) return f;
-  if (const auto d = Dispositivo(winPath)) {
-    Imposta(err, *d ? *d : Nul(winPath) ? kNessunErrore : kErrPathFileAccess);
-    if (!*d && Nul(winPath)) f.handle_ = ::open("/dev/null", O_WRONLY | O_CLOEXEC);
+  if (const auto fd = ApriDispositivo(winPath, O_WRONLY, err)) {
+    f.handle_ = *fd;
     return f;
   }
   const auto r = RisolviPerScrivere(winPath, err);
