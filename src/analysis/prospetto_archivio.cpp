@@ -1,8 +1,5 @@
 #include "analysis/prospetto_archivio.h"
 
-#include <algorithm>
-#include <cstddef>
-
 #include "analysis/testo.h"
 #include "collection/membri.h"
 #include "host/nomi.h"
@@ -10,50 +7,51 @@
 #include "support/valori.h"
 
 namespace analysis {
-namespace {
 
-template <std::size_t N>
-std::string Pulita(const formats::StringaFissa<N>& s) {
-  return support::PulisciStringa(s.Testo());
+RigheRecord RigheArchivioHeader(const std::string& nomeFile, const formats::ArchivioHeader& h) {
+  using support::FormattaDimensione;
+  return {
+      {"Header archivio livelli", nomeFile},
+      {"MainDir", Valore(h.MainDir)},
+      {"NVersione", Valore(h.NVersione)},
+      {"SecondaryDir", Valore(h.SecondaryDir)},
+      {"SizeMainDir", FormattaDimensione(h.SizeMainDir)},
+      {"SizeSecondayDir", FormattaDimensione(h.SizeSecondayDir)},
+      {"TestAudioInMp3", Valore(h.TestAudioInMp3)},
+      {"TestCompresso", Valore(h.TestCompresso)},
+      {"TestSetupCd", Valore(h.TestSetupCd)},
+      {"TotCD", Valore(h.TotCD)},
+      {"TotLivelli", Valore(h.TotLivelli)},
+  };
 }
 
-}  // namespace
+RigheRecord RigheLivello(const formats::ArchivioLivello& l) {
+  using support::FormattaDimensione;
+  return {
+      {"Nome", Valore(l.Nome)},
+      {"Autore_Email", Valore(l.Autore_Email)},
+      {"Autore_Nome", Valore(l.Autore_Nome)},
+      {"Autore_Note", Valore(l.Autore_Note)},
+      {"Autore_Sito", Valore(l.Autore_Sito)},
+      {"Codice", Valore(l.Codice)},
+      {"NomeSoluzione", Valore(l.NomeSoluzione)},
+      {"MaxSavegames", Valore(l.MaxSavegames)},
+      {"Flags", "0x" + Esadecimale(l.Flags, 16)},
+      {"Note", Valore(l.Note)},
+      {"NumeroCd", Valore(l.NumeroCd)},
+      {"SizeFiles", FormattaDimensione(static_cast<double>(l.SizeFiles))},
+      {"SizeSubDir", FormattaDimensione(static_cast<double>(l.SizeSubDir))},
+      {"TestRicalcolaSize", Valore(l.TestRicalcolaSize)},
+  };
+}
 
 std::string TestoArchivio(const std::string& nomeFile, const formats::ArchivioHeader& h,
                           const std::vector<formats::ArchivioLivello>& livelli) {
-  using support::FormattaDimensione;
-  const auto decimale = [](std::int64_t v) { return std::to_string(v); };
-  const auto booleano = [](bool v) { return std::string(TestoBooleano(v)); };
-
   std::string t;
-  AggiungiRiga(t, "Header archivio livelli: " + nomeFile);
-  AggiungiRiga(t, "MainDir: " + Pulita(h.MainDir));
-  AggiungiRiga(t, "NVersione: " + decimale(h.NVersione));
-  AggiungiRiga(t, "SecondaryDir: " + Pulita(h.SecondaryDir));
-  AggiungiRiga(t, "SizeMainDir: " + FormattaDimensione(h.SizeMainDir));
-  AggiungiRiga(t, "SizeSecondayDir: " + FormattaDimensione(h.SizeSecondayDir));
-  AggiungiRiga(t, "TestAudioInMp3: " + booleano(h.TestAudioInMp3));
-  AggiungiRiga(t, "TestCompresso: " + booleano(h.TestCompresso));
-  AggiungiRiga(t, "TestSetupCd: " + booleano(h.TestSetupCd));
-  AggiungiRiga(t, "TotCD: " + decimale(h.TotCD));
-  AggiungiRiga(t, "TotLivelli: " + decimale(h.TotLivelli));
+  AggiungiRighe(t, RigheArchivioHeader(nomeFile, h));
   AggiungiRiga(t, "");
-
   for (const auto& l : livelli) {
-    AggiungiRiga(t, "Nome: " + Pulita(l.Nome));
-    AggiungiRiga(t, "Autore_Email: " + Pulita(l.Autore_Email));
-    AggiungiRiga(t, "Autore_Nome: " + Pulita(l.Autore_Nome));
-    AggiungiRiga(t, "Autore_Note: " + Pulita(l.Autore_Note));
-    AggiungiRiga(t, "Autore_Sito: " + Pulita(l.Autore_Sito));
-    AggiungiRiga(t, "Codice: " + decimale(l.Codice));
-    AggiungiRiga(t, "NomeSoluzione: " + Pulita(l.NomeSoluzione));
-    AggiungiRiga(t, "MaxSavegames: " + decimale(l.MaxSavegames));
-    AggiungiRiga(t, "Flags: 0x" + Esadecimale(l.Flags, 16));
-    AggiungiRiga(t, "Note: " + Pulita(l.Note));
-    AggiungiRiga(t, "NumeroCd: " + decimale(l.NumeroCd));
-    AggiungiRiga(t, "SizeFiles: " + FormattaDimensione(static_cast<double>(l.SizeFiles)));
-    AggiungiRiga(t, "SizeSubDir: " + FormattaDimensione(static_cast<double>(l.SizeSubDir)));
-    AggiungiRiga(t, "TestRicalcolaSize: " + booleano(l.TestRicalcolaSize));
+    AggiungiRighe(t, RigheLivello(l));
     AggiungiRiga(t, "");
   }
   return t;

@@ -6,14 +6,19 @@
 #include <string>
 #include <vector>
 
+#include "analysis/righe_record.h"
 #include "collection/snapshot.h"
 #include "formats/archivio.h"
 #include "support/interfacce.h"
 
 namespace analysis {
 
-// The head block and one block per level given, each closed by an empty line. `nomeFile` is the archive's
-// own file name. The levels are those read, which for a cut file may be fewer than `TotLivelli` says.
+// The archive's rows, `nomeFile` being its own file name, and one level's rows.
+RigheRecord RigheArchivioHeader(const std::string& nomeFile, const formats::ArchivioHeader& h);
+RigheRecord RigheLivello(const formats::ArchivioLivello& l);
+
+// The head block and one block per level given, each closed by an empty line. The levels are those read,
+// which for a cut file may be fewer than `TotLivelli` says.
 std::string TestoArchivio(const std::string& nomeFile, const formats::ArchivioHeader& h,
                           const std::vector<formats::ArchivioLivello>& livelli);
 

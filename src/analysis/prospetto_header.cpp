@@ -1,5 +1,6 @@
 #include "analysis/prospetto_header.h"
 
+#include "analysis/righe_record.h"
 #include "analysis/testo.h"
 #include "collection/membri.h"
 #include "support/files.h"
@@ -20,13 +21,13 @@ std::string TestoHeader(const formats::InfoHeader& h, std::span<const formats::T
   const std::string disco = h.DiscoMaggiore.Testo();
   std::string t;
   AggiungiRiga(t, flag);
-  AggiungiRiga(t, "Start Folder Trle: \"" + support::PulisciStringa(h.StartFolderTrle.Testo()) + "\"");
-  AggiungiRiga(t, "Start Folder ORDL: \"" + support::PulisciStringa(h.StartFolderOrdl.Testo()) + "\"");
-  AggiungiRiga(t, "Windows Xp : " + std::string(TestoBooleano(h.WindowsXp)));
+  AggiungiRiga(t, "Start Folder Trle: \"" + Valore(h.StartFolderTrle) + "\"");
+  AggiungiRiga(t, "Start Folder ORDL: \"" + Valore(h.StartFolderOrdl) + "\"");
+  AggiungiRiga(t, "Windows Xp : " + Valore(h.WindowsXp));
   AggiungiRiga(t, "Spazio Disco C: " + support::FormattaDimensione(h.SpazioDiscoC));
   AggiungiRiga(t, "Maggiore spazio su disco: " + disco + ":\\");
   AggiungiRiga(t, "Spazio Disco " + disco + ": " + support::FormattaDimensione(h.SpazioDiscoMaggiore));
-  AggiungiRiga(t, "Versione Ordelio: \"" + support::PulisciStringa(h.VersioneOrdelio.Testo()) + "\"");
+  AggiungiRiga(t, "Versione Ordelio: \"" + Valore(h.VersioneOrdelio) + "\"");
   return t;
 }
 

@@ -8,49 +8,48 @@
 
 namespace analysis {
 
-std::string TestoPreferenze(const formats::PrefRecord& p) {
-  using support::PulisciStringa;
+RigheRecord RighePreferenze(const formats::PrefRecord& p) {
   using support::TogliSpazi;
-  auto decimale = [](std::int64_t v) { return std::to_string(v); };
-  auto booleano = [](bool v) { return std::string(TestoBooleano(v)); };
-  std::string t;
-  auto riga = [&t](std::string_view etichetta, const std::string& valore) {
-    t += etichetta;
-    AggiungiRiga(t, valore);
+  return {
+      {"DateLastUpdating", support::DataGenerale(p.DateLastUpdating)},
+      {"DefaultLoadDir", Valore(p.DefaultLoadDir)},
+      {"Flags", "0x" + Esadecimale(p.Flags, 32)},
+      {"FolderSavegameExt", TogliSpazi(p.FolderSavegameExt.Testo())},
+      {"FolderScriptEx", TogliSpazi(p.FolderScriptEx.Testo())},
+      {"Joy_ChiudiTrle", Valore(p.Joy_ChiudiTrle)},
+      {"Joy_ChiudiTrleDaSolo", Valore(p.Joy_ChiudiTrleDaSolo)},
+      {"Joy_GamePort", Valore(p.Joy_GamePort)},
+      {"Joy_ScreenShot", Valore(p.Joy_ScreenShot)},
+      {"Joy_ShowDaSolo", Valore(p.Joy_ShowDaSolo)},
+      {"LinguaAttuale", TogliSpazi(p.LinguaAttuale.Testo())},
+      {"LinguaDatDefault", TogliSpazi(p.LinguaDatDefault.Testo())},
+      {"MinutiSaveGameScreenShot", Valore(p.MinutiSaveGameScreenShot)},
+      {"NameTom2Pc", Valore(p.NameTom2Pc)},
+      // The whole field, padding included: this line is always 267 characters long.
+      {"NameTomb4", p.NameTomb4.Testo()},
+      {"NumeroArcSavegame", Valore(p.NumeroArcSavegame)},
+      {"PathArchivio", Valore(p.PathArchivio)},
+      {"PathEditorGrafico", Valore(p.PathEditorGrafico)},
+      {"PathTRLE", Valore(p.PathTRLE)},
+      {"TestArchiviaSavegame", Valore(p.TestArchiviaSavegame)},
+      {"TestAttivaJoystick", Valore(p.TestAttivaJoystick)},
+      {"TestAutoSave", Valore(p.TestAutoSave)},
+      {"TestChiediDopoCattura", Valore(p.TestChiediDopoCattura)},
+      {"TestConfrontaUguali", Valore(p.TestConfrontaUguali)},
+      {"TestFullBackup", Valore(p.TestFullBackup)},
+      {"TestLogFile", Valore(p.TestLogFile)},
+      {"TestNoAutoCompile", Valore(p.TestNoAutoCompile)},
+      {"TestNonDecomprimere", Valore(p.TestNonDecomprimere)},
+      {"TestShowScreenShot", Valore(p.TestShowScreenShot)},
+      {"TestVerifyImpage", Valore(p.TestVerifyImpage)},
+      {"TimerDecimi", Valore(p.TimerDecimi)},
+      {"VersioneSubBumber", Valore(p.VersioneSubBumber)},
   };
-  riga("DateLastUpdating: ", support::DataGenerale(p.DateLastUpdating));
-  riga("DefaultLoadDir: ", PulisciStringa(p.DefaultLoadDir.Testo()));
-  riga("Flags: 0x", Esadecimale(p.Flags, 32));
-  riga("FolderSavegameExt: ", TogliSpazi(p.FolderSavegameExt.Testo()));
-  riga("FolderScriptEx: ", TogliSpazi(p.FolderScriptEx.Testo()));
-  riga("Joy_ChiudiTrle: ", decimale(p.Joy_ChiudiTrle));
-  riga("Joy_ChiudiTrleDaSolo: ", booleano(p.Joy_ChiudiTrleDaSolo));
-  riga("Joy_GamePort: ", decimale(p.Joy_GamePort));
-  riga("Joy_ScreenShot: ", decimale(p.Joy_ScreenShot));
-  riga("Joy_ShowDaSolo: ", booleano(p.Joy_ShowDaSolo));
-  riga("LinguaAttuale: ", TogliSpazi(p.LinguaAttuale.Testo()));
-  riga("LinguaDatDefault: ", TogliSpazi(p.LinguaDatDefault.Testo()));
-  riga("MinutiSaveGameScreenShot: ", decimale(p.MinutiSaveGameScreenShot));
-  riga("NameTom2Pc: ", PulisciStringa(p.NameTom2Pc.Testo()));
-  // The whole field, padding included: this line is always 267 characters long.
-  riga("NameTomb4: ", p.NameTomb4.Testo());
-  riga("NumeroArcSavegame: ", decimale(p.NumeroArcSavegame));
-  riga("PathArchivio: ", PulisciStringa(p.PathArchivio.Testo()));
-  riga("PathEditorGrafico: ", PulisciStringa(p.PathEditorGrafico.Testo()));
-  riga("PathTRLE: ", PulisciStringa(p.PathTRLE.Testo()));
-  riga("TestArchiviaSavegame: ", booleano(p.TestArchiviaSavegame));
-  riga("TestAttivaJoystick: ", booleano(p.TestAttivaJoystick));
-  riga("TestAutoSave: ", booleano(p.TestAutoSave));
-  riga("TestChiediDopoCattura: ", booleano(p.TestChiediDopoCattura));
-  riga("TestConfrontaUguali: ", booleano(p.TestConfrontaUguali));
-  riga("TestFullBackup: ", booleano(p.TestFullBackup));
-  riga("TestLogFile: ", booleano(p.TestLogFile));
-  riga("TestNoAutoCompile: ", booleano(p.TestNoAutoCompile));
-  riga("TestNonDecomprimere: ", booleano(p.TestNonDecomprimere));
-  riga("TestShowScreenShot: ", booleano(p.TestShowScreenShot));
-  riga("TestVerifyImpage: ", booleano(p.TestVerifyImpage));
-  riga("TimerDecimi: ", decimale(p.TimerDecimi));
-  riga("VersioneSubBumber: ", decimale(p.VersioneSubBumber));
+}
+
+std::string TestoPreferenze(const formats::PrefRecord& p) {
+  std::string t;
+  AggiungiRighe(t, RighePreferenze(p));
   return t;
 }
 

@@ -5,12 +5,14 @@
 #include <optional>
 #include <string>
 
+#include "analysis/righe_record.h"
 #include "formats/preferenze.h"
 #include "support/interfacce.h"
 
 namespace analysis {
 
-// The 32 lines for `p`, exactly as the record holds them (no defaults, no resets).
+// The 32 rows for `p`, exactly as the record holds them (no defaults, no resets), and their lines.
+RigheRecord RighePreferenze(const formats::PrefRecord& p);
 std::string TestoPreferenze(const formats::PrefRecord& p);
 
 // Reads `cartellaDati`\ordelio.prf and gives its report. A missing file shows the critical message

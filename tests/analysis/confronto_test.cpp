@@ -142,6 +142,8 @@ const Caso kCasi[] = {
        m.livelli[2].Codice = 103;                   // another level
        m.livelli[2].Nome.Assegna("Atene");
      }},
+    // A value that looks like the next field's line is still one value.
+    {"valore_come_etichetta", [](Membri& m) { m.livelli[0].Note.Assegna("vedi\r\nNumeroCd: 9"); }},
     {"elenchi",
      [](Membri& m) {
        m.elenchi["trle.el"] = {4,
