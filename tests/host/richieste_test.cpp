@@ -1,7 +1,8 @@
 // The answers of the machine and of the helpers above it, read from request files under tests/data/macchina/:
 // each file builds one machine, then asks. A row is a verb that builds the machine, or a request, its
-// arguments and the answer expected. On Windows the answers are Wine's own, so the Wine prefix back end and the platform are held to the
-// same files; the files named prefisso* are about the prefix itself and are left out there.
+// arguments and the answer expected. On Windows the answers are Wine's own, so the Wine prefix back end and
+// the platform are held to the same files; the files named prefisso* are about the prefix itself and are left
+// out there.
 #include <sys/stat.h>
 #ifndef _WIN32
 #include <sys/xattr.h>
@@ -269,7 +270,7 @@ TEST(Richieste, RisposteDellaMacchina) {
     for (std::string riga; std::getline(in, riga);) {
       ++numero;
       if (riga.empty() || riga[0] == '#') continue;
-      Campi c = ::Campi(riga);
+      auto c = ::Campi(riga);
       // "@" starts a path in tests/data.
       for (auto& campo : c)
         if (campo.starts_with('@')) campo = kDati + campo.substr(1);
