@@ -4,15 +4,16 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/dipendenze.sh
-installa cmake ninja-build xxd nlohmann-json3-dev
+installa cmake ninja-build nlohmann-json3-dev
 installa_clang
 secondi=${1:-20}
 shift || true
 cmake --preset fuzz >/dev/null
 cmake --build --preset fuzz -j "$(nproc)"
+clang++ -std=c++20 -DCHECKORDL_DATI_PROVA='"."' -Itests tests/semi_esadecimali.cpp -o build/fuzz/semi_esadecimali
 
 # The seeds of each target: files and folders of the test data (and Wine's own executables), taken as they
-# are, except *.hex files, which hold bytes as hexadecimal text with # comments; expected texts are skipped.
+# are, except *.hex files, read as the tests read them (a seed a case); expected texts are skipped.
 wine_pe=/usr/lib/x86_64-linux-gnu/wine/x86_64-windows
 declare -A semi=(
   [ambiente]="tests/data/ambiente"
@@ -44,7 +45,7 @@ fuzza() {
     while IFS= read -r -d '' f; do
       nome=$(echo "${f#../}" | tr '/' '_')
       case "$f" in
-        *.hex) sed 's/#.*//' "$f" | xxd -r -p > "$seme/${nome%.hex}" ;;
+        *.hex) build/fuzz/semi_esadecimali "$f" "$seme" "${nome%.hex}" ;;
         *.txt | *.md | *.rc | *.sh) ;;
         *) cp "$f" "$seme/$nome" ;;
       esac

@@ -1,6 +1,7 @@
-// Tables of cases in files under tests/data. Bytes are written there in hex: two digits a byte, blanks
-// ignored, text between double quotes taken as it stands, "#" outside quotes starting a comment to the end of
-// the line.
+// Test data under tests/data, in two notations. A file of bytes (.hex) is hex pairs, blanks ignored, text
+// between double quotes taken as it stands, "#" outside quotes starting a comment to the end of the line. A
+// table is text, a row a line, its fields separated by tabs (a field keeps its blanks: some are the value),
+// lines starting with "#" and blank ones left out; in a field "{hh}" is the byte of that hex value.
 #pragma once
 
 #include <algorithm>
@@ -32,15 +33,21 @@ inline std::string LeggiEsadecimale(const std::string& percorso) {
   return byte;
 }
 
-// The fields of a table row "field | field | ...", blanks around each taken off.
+// A field's text with each "{hh}" made the byte it names.
+inline std::string ConByte(std::string campo) {
+  const auto cifra = [&](std::size_t i) { return std::isxdigit(static_cast<unsigned char>(campo[i])) != 0; };
+  for (std::size_t i = 0; (i = campo.find('{', i)) != std::string::npos; ++i)
+    if (i + 3 < campo.size() && campo[i + 3] == '}' && cifra(i + 1) && cifra(i + 2))
+      campo.replace(i, 4, 1, static_cast<char>(std::stoi(campo.substr(i + 1, 2), nullptr, 16)));
+  return campo;
+}
+
+// The fields of a table row, bytes decoded; a row ending in a tab ends in an empty field.
 inline std::vector<std::string> Campi(const std::string& riga) {
   std::vector<std::string> campi;
   for (std::size_t da = 0, a = 0; a != std::string::npos; da = a + 1) {
-    a = riga.find('|', da);
-    std::string campo = riga.substr(da, a == std::string::npos ? a : a - da);
-    campo.erase(0, campo.find_first_not_of(' '));
-    campo.erase(campo.find_last_not_of(' ') + 1);
-    campi.push_back(campo);
+    a = riga.find('\t', da);
+    campi.push_back(ConByte(riga.substr(da, a == std::string::npos ? a : a - da)));
   }
   return campi;
 }
@@ -63,7 +70,7 @@ inline std::string SenzaSpazi(std::string testo) {
   return testo;
 }
 
-// A table in a text file below tests/data: a row a line, lines starting with "#" and blank ones left out.
+// A table in a text file below tests/data.
 inline std::vector<std::vector<std::string>> LeggiTabella(const std::string& nome) {
   std::ifstream f(std::string(CHECKORDL_DATI_PROVA) + "/" + nome);
   std::vector<std::vector<std::string>> righe;
@@ -72,8 +79,7 @@ inline std::vector<std::vector<std::string>> LeggiTabella(const std::string& nom
   return righe;
 }
 
-// A table of cases whose bytes are written in hex: each case starts with a line "== field | field | ...",
-// its bytes follow.
+// A table of cases in a file of bytes: each case starts with a line "== " and a table row, its bytes follow.
 struct CasoEsadecimale {
   std::vector<std::string> campi;
   std::string byte;

@@ -2,7 +2,6 @@
 // tests/data/finestre/avvio_e_cambia.txt; each suite drives them through its own toolkit.
 #pragma once
 
-#include <cctype>
 #include <map>
 #include <string>
 #include <vector>
@@ -21,21 +20,13 @@ struct CasoCambia {
   std::vector<std::string> messaggi;
 };
 
-// "<e9>" as the byte E9: the table stays ASCII, and no Windows name holds < or >.
-inline std::string ConByte(std::string cella) {
-  const auto cifra = [&](std::size_t i) { return std::isxdigit(static_cast<unsigned char>(cella[i])) != 0; };
-  for (std::size_t i = 0; (i = cella.find('<', i)) != std::string::npos; ++i)
-    if (i + 3 < cella.size() && cella[i + 3] == '>' && cifra(i + 1) && cifra(i + 2))
-      cella.replace(i, 4, 1, static_cast<char>(std::stoi(cella.substr(i + 1, 2), nullptr, 16)));
-  return cella;
-}
-
 // The rows in order; "(discovery)" becomes what discovery put in the row's label, as scoperte says.
 inline std::vector<CasoCambia> CasiCambia(const std::map<std::string, std::string>& scoperte) {
   std::vector<CasoCambia> casi;
   for (auto r : LeggiTabella("finestre/avvio_e_cambia.txt")) {
     if (r.size() < 7) r.resize(7);
-    for (auto& cella : r) cella = ConByte(cella == "-" ? "" : cella);
+    for (auto& cella : r)
+      if (cella == "-") cella.clear();
     CasoCambia c{r[0], r[1], r[2], r[3], r[4] == "editor", r[5] == "OK", r[6], {}};
     if (const auto s = scoperte.find(c.etichetta); c.dopo == "(discovery)" && s != scoperte.end())
       c.dopo = s->second;

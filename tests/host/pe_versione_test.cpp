@@ -3,12 +3,11 @@
 // tests/data/versione/pe_ostili.txt.
 #include <gtest/gtest.h>
 
-#include <fstream>
 #include <map>
-#include <sstream>
 #include <string>
 #include <vector>
 
+#include "esadecimale.h"
 #include "host/byte_le.h"
 #include "host/versione.h"
 #include "macchina_prova.h"
@@ -37,14 +36,7 @@ std::string Estrai(const std::string& byte) {
 }
 
 TEST(PeVersione, FileOstiliDannoVuoto) {
-  std::vector<Campi> righe;
-  std::ifstream in(CHECKORDL_DATI_PROVA "/versione/pe_ostili.txt");
-  for (std::string riga; std::getline(in, riga);) {
-    std::istringstream s(riga);
-    Campi c;
-    for (std::string campo; std::getline(s, campo, '\t');) c.push_back(campo);
-    if (!riga.empty() && riga[0] != '#') righe.push_back(c);
-  }
+  const auto righe = LeggiTabella("versione/pe_ostili.txt");
   ASSERT_GT(righe.size(), 20u);
   for (const std::uint32_t piu : {0, 1}) {
     const std::map<std::string, std::uint32_t> nomi = {{"pe", 0x40},

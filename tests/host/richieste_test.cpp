@@ -1,8 +1,8 @@
 // The answers of the machine and of the helpers above it, read from request files under tests/data/macchina/:
-// each file builds one machine, then asks. A line is fields separated by tabs: a verb that builds the
-// machine, or a request, its arguments and the answer expected; "{hh}" in a field is the byte of that hex
-// value. On Windows the answers are Wine's own, so the Wine prefix back end and the platform are held to the
-// same files; the files named prefisso* are about the prefix itself and are left out there.
+// each file builds one machine, then asks. A row is a verb that builds the machine, or a request, its
+// arguments and the answer expected. On Windows the answers are Wine's own, so the Wine prefix back end and
+// the platform are held to the same files; the files named prefisso* are about the prefix itself and are left
+// out there.
 #include <sys/stat.h>
 #ifndef _WIN32
 #include <sys/xattr.h>
@@ -19,6 +19,7 @@
 #include <sstream>
 #include <vector>
 
+#include "esadecimale.h"
 #include "finestra_prova.h"
 #include "host/accesso_dischi.h"
 #include "host/accesso_registro.h"
@@ -40,13 +41,6 @@ namespace {
 namespace fs = std::filesystem;
 using Campi = std::vector<std::string>;
 const std::string kDati = CHECKORDL_DATI_PROVA "/";
-
-std::string Byte(std::string t) {
-  for (std::size_t k = 0; (k = t.find('{', k)) != std::string::npos; ++k)
-    if (k + 3 < t.size() && t[k + 3] == '}')
-      t.replace(k, 4, 1, static_cast<char>(std::stoi(t.substr(k + 1, 2), nullptr, 16)));
-  return t;
-}
 
 std::string Unisci(const Campi& parti) {
   std::string s;
@@ -276,12 +270,10 @@ TEST(Richieste, RisposteDellaMacchina) {
     for (std::string riga; std::getline(in, riga);) {
       ++numero;
       if (riga.empty() || riga[0] == '#') continue;
-      Campi c;
-      std::istringstream s(riga);
+      auto c = ::Campi(riga);
       // "@" starts a path in tests/data.
-      for (std::string campo; std::getline(s, campo, '\t');)
-        c.push_back(campo.starts_with('@') ? kDati + campo.substr(1) : Byte(campo));
-      if (riga.back() == '\t') c.emplace_back();
+      for (auto& campo : c)
+        if (campo.starts_with('@')) campo = kDati + campo.substr(1);
       SCOPED_TRACE(nome + ":" + std::to_string(numero));
       // A row after "64" holds only on a 64-bit Windows.
       if (c[0] == "64") {
