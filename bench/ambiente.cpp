@@ -38,7 +38,8 @@ double Secondi(F&& f) {
 
 // The bytes of the member, as the check run makes them; their size keeps the work from being dropped.
 std::size_t Raccogli(const collection::CartelleControllo& cartelle) {
-  return collection::CorpoAmbiente(collection::RaccogliAmbiente(cartelle, collection::OraLocale), {}, {}).size();
+  return collection::CorpoAmbiente(collection::RaccogliAmbiente(cartelle, collection::OraLocale), {}, {})
+      .size();
 }
 
 }  // namespace
@@ -72,8 +73,8 @@ int main(int argc, char** argv) {
     // The level folder as the check run finds it: the archive the settings name.
     formats::ArchivioHeader ah;
     const bool archivio = formats::LeggiArchivioHeader(support::TogliSpazi(pref.PathArchivio.Testo()), &ah);
-    const collection::CartelleControllo cartelle{nomeTrle.Testo(), dirOrdl.Testo(),
-                                                 archivio ? support::TogliSpazi(ah.SecondaryDir.Testo()) : ""};
+    const collection::CartelleControllo cartelle{
+        nomeTrle.Testo(), dirOrdl.Testo(), archivio ? support::TogliSpazi(ah.SecondaryDir.Testo()) : ""};
     std::size_t n = 0;
     const double ambiente = Secondi([&] { n = Raccogli(cartelle); });
     std::printf("%.6f %.6f %zu\n", controllo, ambiente, n);

@@ -85,18 +85,20 @@ void Misura(const char* fronte, analysis::Dialog_Analisi& d, const std::string& 
   t = Orologio::now();
   const auto nucleo = analysis::MostraDirectory(d.CartellaDati, analysis::kDirectoryTrle, barra, messaggi);
   const double msNucleo = Millisecondi(t);
-  if (!nucleo || nucleo->size() != byte) std::fprintf(stderr, "%s: the area does not hold the report\n", fronte);
+  if (!nucleo || nucleo->size() != byte)
+    std::fprintf(stderr, "%s: the area does not hold the report\n", fronte);
   std::size_t righe = 0;
   for (const char c : *nucleo) righe += c == '\n';
 
   const double mb = 1024.0 * 1024.0;
   std::printf("%s: %zu lines, %.1f MB of text\n", fronte, righe, byte / mb);
-  std::printf("  click to text %.0f ms; the core alone makes the string in %.0f ms: %.2fx\n", msClic, msNucleo,
-              msClic / msNucleo);
+  std::printf("  click to text %.0f ms; the core alone makes the string in %.0f ms: %.2fx\n", msClic,
+              msNucleo, msClic / msNucleo);
   std::printf("  search for a word on the last line %.0f ms (found at %ld)\n", msCerca, selezione);
-  std::printf("  resident %.1f MB at rest, %.1f MB with the listing: +%.1f MB = %.2fx the text; peak %.1f MB\n",
-              riposo.residente / mb, mostrato.residente / mb, (mostrato.residente - riposo.residente) / mb,
-              (mostrato.residente - riposo.residente) / static_cast<double>(byte), mostrato.picco / mb);
+  std::printf(
+      "  resident %.1f MB at rest, %.1f MB with the listing: +%.1f MB = %.2fx the text; peak %.1f MB\n",
+      riposo.residente / mb, mostrato.residente / mb, (mostrato.residente - riposo.residente) / mb,
+      (mostrato.residente - riposo.residente) / static_cast<double>(byte), mostrato.picco / mb);
   std::printf("  saved and loaded back: resident %.1f MB, peak %.1f MB\n", ricaricato.residente / mb,
               ricaricato.picco / mb);
 }

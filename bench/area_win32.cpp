@@ -28,8 +28,8 @@ int main(int argc, char** argv) {
   bench::Misura(
       "Win32", f.Modello(), argv[2],
       [&] {
-        SendMessageA(f.Hwnd(), WM_COMMAND, static_cast<WPARAM>(win32::IdVoce(analysis::Voce::mnu_ShowTRLE_Dir)),
-                     0);
+        SendMessageA(f.Hwnd(), WM_COMMAND,
+                     static_cast<WPARAM>(win32::IdVoce(analysis::Voce::mnu_ShowTRLE_Dir)), 0);
       },
       [&] {
         win32::SmaltisciCoda();

@@ -33,19 +33,18 @@ int main(int argc, char** argv) {
     return 1;
   }
   const analysis::FileRegole regole = analysis::LeggiRegole(argv[3]);
-  for (const analysis::ErroreRegole& e : regole.errori) std::fprintf(stderr, "%s\n", analysis::TestoErrore(e).c_str());
+  for (const analysis::ErroreRegole& e : regole.errori)
+    std::fprintf(stderr, "%s\n", analysis::TestoErrore(e).c_str());
   if (!regole.errori.empty()) return 1;
   const analysis::RegoleInVigore nessuna;
   analysis::RegoleInVigore inVigore;
   inVigore.regole = regole.regole;
   for (int i = std::atoi(argv[4]); i > 0; --i) {
     std::size_t senza = 0, con = 0;
-    const double ts = Secondi([&] {
-      senza = analysis::CalcolaRiepilogo(cartella, contenuto, cartella, '.', {}, &nessuna).size();
-    });
-    const double tc = Secondi([&] {
-      con = analysis::CalcolaRiepilogo(cartella, contenuto, cartella, '.', {}, &inVigore).size();
-    });
+    const double ts = Secondi(
+        [&] { senza = analysis::CalcolaRiepilogo(cartella, contenuto, cartella, '.', {}, &nessuna).size(); });
+    const double tc = Secondi(
+        [&] { con = analysis::CalcolaRiepilogo(cartella, contenuto, cartella, '.', {}, &inVigore).size(); });
     std::printf("%.6f %.6f %zu %zu\n", ts, tc, con - senza, senza);
   }
   return 0;

@@ -81,7 +81,8 @@ std::uint32_t ProcessoDi(const std::string& nome, const std::string& prefisso) {
   const auto cifre = [&](std::size_t da, std::size_t a) {
     return a > da && a - da <= 10 && nome.find_first_not_of("0123456789", da) >= a;
   };
-  if (trattino == std::string::npos || !cifre(inizio, trattino) || !cifre(trattino + 1, nome.size())) return 0;
+  if (trattino == std::string::npos || !cifre(inizio, trattino) || !cifre(trattino + 1, nome.size()))
+    return 0;
   const unsigned long long id = std::stoull(nome.substr(inizio, trattino - inizio));
   return id <= UINT32_MAX ? static_cast<std::uint32_t>(id) : 0;
 }

@@ -49,11 +49,10 @@ void ScriviByte(const std::string& byte);
 std::string PerTerminale(const std::string& testo);
 void ScriviTesto(const std::string& testo);
 
-// A new empty folder of this run's own below the program folder ("findings-<pid>-<n>", "findings-win-<pid>-<n>"
-// from the Windows build), removed with all it
-// holds when the object goes, on success and on failure alike: no copy of a snapshot outlives the command.
-// A run that is killed cannot remove its own: the next one of the same kind removes the folders of runs whose
-// process is gone.
+// A new empty folder of this run's own below the program folder ("findings-<pid>-<n>",
+// "findings-win-<pid>-<n>" from the Windows build), removed with all it holds when the object goes, on
+// success and on failure alike: no copy of a snapshot outlives the command. A run that is killed cannot
+// remove its own: the next one of the same kind removes the folders of runs whose process is gone.
 class CartellaPropria {
  public:
   explicit CartellaPropria(const std::string& tipo);

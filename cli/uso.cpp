@@ -124,12 +124,14 @@ std::string PaginaManuale(const std::string& versione) {
   p += ".SH SYNOPSIS\n.B checkordl\\-cli\n.I VERB\n.RI [ ARGS ...]\n.br\n";
   p += ".B checkordl\\-cli help\n.I VERB\n.br\n.B checkordl\\-cli\n.BR \\-\\-help \" | \" \\-\\-version\n";
   p += ".SH DESCRIPTION\n"
-       "CheckORDL gathers what a supporter needs to know about a user's level editor and level archive into one "
+       "CheckORDL gathers what a supporter needs to know about a user's level editor and level archive into "
+       "one "
        "snapshot file, and shows a snapshot as plain\\-text reports.\n"
        "This tool runs the same operations as the desktop program\n.BR checkordl ,\n"
        "without a window, against the Windows machine of the Wine prefix named by\n.B WINEPREFIX\n"
        "(else\n.IR ~/.wine ).\n"
-       "Messages that the window would show in a box go to standard error as\n.B plain:\nor\n.BR critical: .\n";
+       "Messages that the window would show in a box go to standard error as\n.B plain:\nor\n.BR critical: "
+       ".\n";
   p += ".SH VERBS\n";
   for (const auto& v : Tabella()) {
     p += ".TP\n.B " + Roff(v.nome) + (*v.argomenti ? " \\fI" + Roff(v.argomenti) + "\\fR" : "") + "\n";
@@ -145,7 +147,8 @@ std::string PaginaManuale(const std::string& versione) {
        "made when first needed.\n"
        "The desktop program uses the same folder.\n"
        ".PP\nRules files (\n.IR *.json )\nare read from the folder\n.I regole\nbeside the executable (else\n"
-       ".IR ../share/checkordl/regole ),\nthen from\n.I regole_locali\nin the program folder and in the user's "
+       ".IR ../share/checkordl/regole ),\nthen from\n.I regole_locali\nin the program folder and in the "
+       "user's "
        "data folder; a later rule of the same id replaces an earlier one.\n";
   p += ".SH SEE ALSO\n.BR checkordl (1)\n";
   return p;

@@ -33,9 +33,9 @@ int VerboAnonymize(const Argomenti& args, MessaggiConsole& msg);
 int VerboRules(const Argomenti& args, MessaggiConsole& msg);
 
 // Opens `snapshot` as the analysis window does and runs the report items named in `voci` (header pref
-// archive ordl trle dirarc ordeio script backup environment) in order. Prints the report area's text at the end, or,
-// with `ognuno`, after each item under a line "== item". The backup analysis reads the sample lists in
-// `elenchi`, the program folder but for the demo. Exit 1 when a critical message was shown.
+// archive ordl trle dirarc ordeio script backup environment) in order. Prints the report area's text at the
+// end, or, with `ognuno`, after each item under a line "== item". The backup analysis reads the sample lists
+// in `elenchi`, the program folder but for the demo. Exit 1 when a critical message was shown.
 int Prospetti(const std::string& snapshot, const std::vector<std::string>& voci, bool ognuno,
               const std::string& elenchi, MessaggiConsole& msg);
 

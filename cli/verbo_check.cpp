@@ -49,8 +49,9 @@ int VerboCheck(const Argomenti& args, MessaggiConsole& msg) {
   const host::BloccoCartella blocco = collection::BloccaCartellaProgramma(host::CartellaProgramma(), msg);
   if (blocco.Occupato()) return 1;
   std::string scritto;
-  const int esito = args.empty() ? Controlla({}, {}, msg, &scritto)
-                                 : Controlla(ArgomentoPercorso(args[0]), ArgomentoPercorso(args[1]), msg, &scritto);
+  const int esito = args.empty()
+                        ? Controlla({}, {}, msg, &scritto)
+                        : Controlla(ArgomentoPercorso(args[0]), ArgomentoPercorso(args[1]), msg, &scritto);
   // The message names the snapshot as the machine sees it; the user attaches the host's file, which is worth
   // sending after a critical message too.
   int err = 0;
@@ -65,10 +66,11 @@ int VerboDemo(const Argomenti& args, MessaggiConsole& msg) {
   const std::string cartella = std::filesystem::absolute(args[0], ec).lexically_normal().string();
   // A folder that holds something else, a Wine prefix above all, is never written over.
   if (!ec && !CartellaPerDemo(cartella)) {
-    std::fprintf(stderr,
-                 "checkordl-cli: demo: %s is not empty and holds no demo machine; nothing was written: give a "
-                 "new or empty folder\n",
-                 cartella.c_str());
+    std::fprintf(
+        stderr,
+        "checkordl-cli: demo: %s is not empty and holds no demo machine; nothing was written: give a "
+        "new or empty folder\n",
+        cartella.c_str());
     return 2;
   }
   const host::BloccoCartella blocco = collection::BloccaCartellaProgramma(host::CartellaProgramma(), msg);

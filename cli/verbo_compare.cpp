@@ -16,8 +16,8 @@ int Confronta(const std::string& vecchio, const std::string& nuovo, bool json, M
   if (blocco.Occupato()) return 1;
   const CartellaPropria cartellaVecchio("compare-old"), cartellaNuovo("compare-new");
   analysis::SnapshotAperto v, n;
-  for (auto [percorso, cartella, aperto] : {std::tuple{vecchio, &cartellaVecchio, &v},
-                                            std::tuple{nuovo, &cartellaNuovo, &n}}) {
+  for (auto [percorso, cartella, aperto] :
+       {std::tuple{vecchio, &cartellaVecchio, &v}, std::tuple{nuovo, &cartellaNuovo, &n}}) {
     if (cartella->Percorso().empty()) {
       msg.Critico("Cannot make a working folder in " + host::CartellaProgramma());
       return 1;

@@ -12,7 +12,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* dati, std::size_t n) {
   if (!f.errori.empty() && !f.regole.empty()) std::abort();
   if (f.errori.size() > 101) std::abort();
   for (const analysis::ErroreRegole& e : f.errori)
-    if (e.riga < 1 || e.colonna < 1 || e.testo.empty() || static_cast<std::size_t>(e.riga) > n + 1) std::abort();
+    if (e.riga < 1 || e.colonna < 1 || e.testo.empty() || static_cast<std::size_t>(e.riga) > n + 1)
+      std::abort();
   for (const analysis::Regola& r : f.regole)
     if (r.id.empty() || r.esiti.empty() || r.esiti.size() > 16 || r.riga < 1) std::abort();
   return 0;

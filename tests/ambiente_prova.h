@@ -36,15 +36,25 @@ inline formats::Ambiente AmbienteProva() {
       {"api-ms-win-crt-runtime-l1-1-0.dll", Origine::apiSet, "", host::kZonaNessuna},
   };
   tomb4.livelli = {{"HKCU", "~ RUNASADMIN WINXPSP3"}, {"HKLM (32-bit)", "$ HIGHDPIAWARE FOOBAR"}};
-  host::Eseguibile ordl{"C:\\Program Files (x86)\\Ordelio\\ordl2009.exe", host::MacchinaPe::x86, {}, "", {},
+  host::Eseguibile ordl{"C:\\Program Files (x86)\\Ordelio\\ordl2009.exe",
+                        host::MacchinaPe::x86,
+                        {},
+                        "",
+                        {},
                         host::kZonaNessuna};
-  ordl.importazioni = {{"USER32.dll", Origine::sistema, "C:\\Windows\\SysWOW64\\user32.dll", host::kZonaNessuna}};
+  ordl.importazioni = {
+      {"USER32.dll", Origine::sistema, "C:\\Windows\\SysWOW64\\user32.dll", host::kZonaNessuna}};
   ordl.livelli = {{"HKLM", "~ 640X480"}};
   // Not a level tool: its layers are its own business.
-  host::Eseguibile disinstalla{"C:\\Program Files (x86)\\Ordelio\\unins000.exe", host::MacchinaPe::x64, {}, "",
-                               {{"HKCU", "WINXPSP3"}}, host::kZonaNessuna};
-  host::Eseguibile rotto{trle + "rotto.exe", host::MacchinaPe::nessuna, {}, "the import table runs past the end",
-                         {}, host::kZonaNessuna};
+  host::Eseguibile disinstalla{"C:\\Program Files (x86)\\Ordelio\\unins000.exe",
+                               host::MacchinaPe::x64,
+                               {},
+                               "",
+                               {{"HKCU", "WINXPSP3"}},
+                               host::kZonaNessuna};
+  host::Eseguibile rotto{
+      trle + "rotto.exe", host::MacchinaPe::nessuna, {}, "the import table runs past the end", {},
+      host::kZonaNessuna};
   a.eseguibili = {{formats::CartellaEseguibile::editor, tomb4},
                   {formats::CartellaEseguibile::ordelio, ordl},
                   {formats::CartellaEseguibile::ordelio, disinstalla},

@@ -176,9 +176,10 @@ void MacchinaProva::Registro(const std::string& testo) const {
 }
 
 void MacchinaProva::AppDataLocale() const {
-  ScriviHost(prefisso_ + "/user.reg",
-             "WINE REGISTRY Version 2\n[Software\\\\Microsoft\\\\Windows\\\\CurrentVersion\\\\Explorer\\\\Shell "
-             "Folders]\n\"Local AppData\"=\"C:\\\\users\\\\utente\\\\AppData\\\\Local\"\n");
+  ScriviHost(
+      prefisso_ + "/user.reg",
+      "WINE REGISTRY Version 2\n[Software\\\\Microsoft\\\\Windows\\\\CurrentVersion\\\\Explorer\\\\Shell "
+      "Folders]\n\"Local AppData\"=\"C:\\\\users\\\\utente\\\\AppData\\\\Local\"\n");
   fs::create_directories(C("users/utente/AppData/Local"));
   host::UsaPrefisso(prefisso_);
 }

@@ -44,10 +44,14 @@ std::string gSchermate;
 std::string Riga(const std::string& s) {
   std::string r;
   for (unsigned char c : s) {
-    if (c == '\r') r += "\\r";
-    else if (c == '\n') r += "\\n";
-    else if (c < 32) r += '?';
-    else r += static_cast<char>(c);
+    if (c == '\r')
+      r += "\\r";
+    else if (c == '\n')
+      r += "\\n";
+    else if (c < 32)
+      r += '?';
+    else
+      r += static_cast<char>(c);
   }
   return r;
 }
@@ -157,7 +161,9 @@ HWND Finestra(const char* classe, const char* titolo, bool visibile = true) {
 
 HWND AttendiFinestra(const std::string& passo, const char* classe, const char* titolo) {
   HWND w = Attendi([&] { return Finestra(classe, titolo); });
-  if (!w) Fallisci(passo, std::string("no window \"") + titolo + "\" within " + std::to_string(kAttesa / 1000) + " s");
+  if (!w)
+    Fallisci(passo,
+             std::string("no window \"") + titolo + "\" within " + std::to_string(kAttesa / 1000) + " s");
   return w;
 }
 
@@ -201,7 +207,8 @@ void Calma(const std::string& passo, HWND w) {
 }
 
 void AttendiChiusura(const std::string& passo, HWND w) {
-  if (!Attendi([&] { return !IsWindow(w) || !IsWindowVisible(w); })) Fallisci(passo, "the window stayed open");
+  if (!Attendi([&] { return !IsWindow(w) || !IsWindowVisible(w); }))
+    Fallisci(passo, "the window stayed open");
 }
 
 // Closes a message box with its only button, and gives its text.
@@ -255,8 +262,8 @@ void Fotografa(HWND w, const std::string& nome) {
   GdiFlush();
   const DWORD riga = (static_cast<DWORD>(larghezza) * 3 + 3) & ~3u;
   const DWORD dati = riga * static_cast<DWORD>(altezza);
-  BITMAPFILEHEADER fh{0x4D42, static_cast<DWORD>(sizeof(BITMAPFILEHEADER) + sizeof(BITMAPINFOHEADER)) + dati, 0, 0,
-                      sizeof(BITMAPFILEHEADER) + sizeof(BITMAPINFOHEADER)};
+  BITMAPFILEHEADER fh{0x4D42, static_cast<DWORD>(sizeof(BITMAPFILEHEADER) + sizeof(BITMAPINFOHEADER)) + dati,
+                      0, 0, sizeof(BITMAPFILEHEADER) + sizeof(BITMAPINFOHEADER)};
   const std::string file = gSchermate + "\\" + nome + ".bmp";
   FILE* f = std::fopen(file.c_str(), "wb");
   const bool scritto = f && std::fwrite(&fh, sizeof(fh), 1, f) == 1 &&
@@ -329,7 +336,8 @@ void PrimoAvvio(const std::string& programma) {
   HWND box = Attendi([] { return Box(); }, 120000);
   if (!box) Fallisci("Start check", "no closing message within 120 s");
   const std::string messaggio = ChiudiBox("Start check", box);
-  if (messaggio.find("INFO_ORDL.BIN") == std::string::npos) Fallisci("Start check", "the message was: " + messaggio);
+  if (messaggio.find("INFO_ORDL.BIN") == std::string::npos)
+    Fallisci("Start check", "the message was: " + messaggio);
   Fatto("Start check", messaggio);
   AttendiFine("the program closes");
   WIN32_FILE_ATTRIBUTE_DATA a{};
@@ -367,7 +375,8 @@ std::vector<Voce> LeggiMenu(HWND w) {
   }
   for (std::size_t i = 0; i < analysis::kVociBarra.size(); ++i) {
     const analysis::VoceBarra& b = analysis::kVociBarra[i];
-    v.push_back({analysis::kMenu[b.menu].testo, b.testo, static_cast<UINT>(win32::kPrimaVoce + static_cast<int>(i))});
+    v.push_back(
+        {analysis::kMenu[b.menu].testo, b.testo, static_cast<UINT>(win32::kPrimaVoce + static_cast<int>(i))});
   }
   Fatto("menu bar", "not readable from another process here: " + std::to_string(v.size()) +
                         " items from the window's own table");
@@ -398,7 +407,8 @@ std::string Sbriga(const std::string& passo, HWND w) {
       continue;
     }
     quiete = 0;
-    if (!Attendi([d] { return IsWindowVisible(d) || !IsWindow(d); })) Fallisci(passo, "a dialog was never shown");
+    if (!Attendi([d] { return IsWindowVisible(d) || !IsWindow(d); }))
+      Fallisci(passo, "a dialog was never shown");
     if (!IsWindow(d)) continue;
     const std::string titolo = TestoFinestra(d);
     if (!risposte.empty()) risposte += "; ";
@@ -526,7 +536,8 @@ void SecondoAvvio(const std::string& programma, const std::string& cartella) {
   if (Cerca(a, area, cerca, nullptr, "<") >= dopo) Fallisci("search: <", "the selection did not move back");
 
   // Copy what the last search left selected.
-  if (!OpenClipboard(nullptr) || !EmptyClipboard() || !CloseClipboard()) Fallisci("Copia", "cannot empty the clipboard");
+  if (!OpenClipboard(nullptr) || !EmptyClipboard() || !CloseClipboard())
+    Fallisci("Copia", "cannot empty the clipboard");
   const std::string daCopiare = Scelto(area);
   Comando(a, CercaVoce(voci, "Copia "));
   if (const std::string r = Sbriga("Copia", a); !r.empty()) Fallisci("Copia", r);

@@ -41,7 +41,8 @@ int main(int argc, char** argv) {
   MessaggiStampati messaggi;
   support::DialogoFileMuto file;
   support::AppuntiMuti appunti;
-  const gui::Servizi servizi{messaggi, file, appunti, [](gui::FinestraGetDir&) {}, [](gui::FinestraAnalisi&) {}};
+  const gui::Servizi servizi{messaggi, file, appunti, [](gui::FinestraGetDir&) {},
+                             [](gui::FinestraAnalisi&) {}};
   bool ok = true;
 
   gui::FinestraPrincipale principale(servizi);

@@ -126,7 +126,8 @@ std::string Risposta(const std::vector<std::string>& c) {
       o << e << '\n';
   } else if (verbo == "exe") {
     const host::Eseguibile e = host::StudiaEseguibile(a, host::LeggiSistemaWindows());
-    o << "machine=" << static_cast<int>(e.macchina) << " zone=" << e.zona << " problem=" << e.problema << '\n';
+    o << "machine=" << static_cast<int>(e.macchina) << " zone=" << e.zona << " problem=" << e.problema
+      << '\n';
     for (const auto& d : e.importazioni)
       o << "  " << d.nome << ' ' << static_cast<int>(d.origine) << ' ' << d.percorso << ' ' << d.zona << '\n';
     for (const auto& l : e.livelli) o << "  layer " << l.radice << '=' << l.dati << '\n';

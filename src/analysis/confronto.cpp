@@ -24,11 +24,9 @@ void Campo(Differenze& d, const std::string& oggetto, const std::string& a, cons
 
 bool Presenti(Differenze& d, const std::string& nome, bool vecchio, bool nuovo) {
   if (vecchio && !nuovo)
-    d.push_back(
-        Nuova(TipoDifferenza::Tolto, nome, nome, "", "- " + nome + " (only in the old snapshot)"));
+    d.push_back(Nuova(TipoDifferenza::Tolto, nome, nome, "", "- " + nome + " (only in the old snapshot)"));
   if (nuovo && !vecchio)
-    d.push_back(
-        Nuova(TipoDifferenza::Aggiunto, nome, "", nome, "+ " + nome + " (only in the new snapshot)"));
+    d.push_back(Nuova(TipoDifferenza::Aggiunto, nome, "", nome, "+ " + nome + " (only in the new snapshot)"));
   return vecchio && nuovo;
 }
 

@@ -21,8 +21,8 @@ namespace {
 // empty record); none when a snapshot lacks the member, which `d` then says.
 template <class Record>
 std::optional<std::array<Record, 2>> Letti(Differenze& d, collection::Membro m,
-                                           bool (*leggi)(const std::string&, Record*), const SnapshotAperto& v,
-                                           const SnapshotAperto& n) {
+                                           bool (*leggi)(const std::string&, Record*),
+                                           const SnapshotAperto& v, const SnapshotAperto& n) {
   if (!Presenti(d, m, v, n)) return std::nullopt;
   std::array<Record, 2> r;
   if (!leggi(collection::FileDati(v.cartella, m), &r[0])) r[0] = {};

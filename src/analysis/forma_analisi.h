@@ -24,8 +24,8 @@ inline constexpr auto kTab =
     std::to_array<const char*>({"Pul_Trova", "Text_Cerca", "Pul_Prima", "Pul_Dopo", "Text_Out"});
 }  // namespace forma_analisi
 
-inline constexpr support::Forma kFormaAnalisi{"Dialog_Analisi", " Analisi dati info ordl", 10095, 4425,
-                                              forma_analisi::kControlli, forma_analisi::kTab};
+inline constexpr support::Forma kFormaAnalisi{
+    "Dialog_Analisi", " Analisi dati info ordl", 10095, 4425, forma_analisi::kControlli, forma_analisi::kTab};
 
 // The columns of the report font that the report area shows whole at the usual 96 dots an inch: its width
 // less the vertical scroll bar (17 dots) and its sunken frame (2 dots a side), in cells of Courier New,

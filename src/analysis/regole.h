@@ -1,6 +1,6 @@
 // Known problems as data: rules that a supporter writes in a file and the program reads at start, with no
-// build. A rule has an id and ordered outcomes; the first outcome whose condition holds is the rule's finding,
-// and a rule where none holds gives nothing. The format is described in the README ("Rules").
+// build. A rule has an id and ordered outcomes; the first outcome whose condition holds is the rule's
+// finding, and a rule where none holds gives nothing. The format is described in the README ("Rules").
 #pragma once
 
 #include <cstddef>

@@ -46,7 +46,7 @@ constexpr double kInteroMassimo = 9007199254740992.0;  // 2^53
 constexpr unsigned kFile = 1, kSize = 2, kValue = 4;
 
 constexpr std::array<std::string_view, 8> kTipi = {"all",  "any",   "not",          "member",
-                                                    "file", "field", "script_level", "exe"};
+                                                   "file", "field", "script_level", "exe"};
 
 struct Difetto {
   std::string ptr;
@@ -132,8 +132,8 @@ class Verifica {
   }
 
   // One of the words, by its index.
-  std::optional<std::size_t> Parola(const Json& v, const std::string& ptr, std::span<const std::string_view> parole,
-                                    const char* nome) {
+  std::optional<std::size_t> Parola(const Json& v, const std::string& ptr,
+                                    std::span<const std::string_view> parole, const char* nome) {
     const auto t = Testo(v, ptr);
     if (!t) return std::nullopt;
     for (std::size_t i = 0; i < parole.size(); ++i)
@@ -244,7 +244,8 @@ class LetturaRegole {
 
   void Documento(const Json& j, std::vector<Regola>& regole, std::vector<std::string>& puntatoriId) {
     if (!v_.Oggetto(j, "")) return;
-    if (const auto f = j.find("format"); f != j.end() && f->is_number_integer() && f->get<double>() > kFormatoRegole) {
+    if (const auto f = j.find("format");
+        f != j.end() && f->is_number_integer() && f->get<double>() > kFormatoRegole) {
       v_.Errore("/format", "format " + f->dump() + " is newer than this program reads (" +
                                std::to_string(kFormatoRegole) + ")");
       return;
@@ -290,11 +291,11 @@ class LetturaRegole {
   void Id(const Json& v, const std::string& ptr, Regola& regola) {
     const auto id = v_.Testo(v, ptr);
     if (!id) return;
-    const bool valido = !id->empty() && id->size() <= 64 && (*id)[0] >= 'a' && (*id)[0] <= 'z' &&
-                        std::all_of(id->begin(), id->end(), [](char c) {
-                          return (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '.' || c == '-' ||
-                                 c == '_';
-                        });
+    const bool valido =
+        !id->empty() && id->size() <= 64 && (*id)[0] >= 'a' && (*id)[0] <= 'z' &&
+        std::all_of(id->begin(), id->end(), [](char c) {
+          return (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '.' || c == '-' || c == '_';
+        });
     if (!valido) {
       v_.Errore(ptr, "an id is 1 to 64 of a-z 0-9 . - _, beginning with a letter");
       return;
@@ -466,7 +467,8 @@ class LetturaRegole {
         k.lista = static_cast<Lista>(*i);
     if (const auto p = c.find("present"); p != c.end())
       if (const auto b = v_.Booleano(*p, ptr + "/present")) k.presente = *b;
-    if (const auto s = c.find("size"); s != c.end()) k.dimensione = v_.Cmp(*s, ptr + "/size", TipoCampo::intero);
+    if (const auto s = c.find("size"); s != c.end())
+      k.dimensione = v_.Cmp(*s, ptr + "/size", TipoCampo::intero);
   }
 
   void Campo(const Json& c, const Json& v, const std::string& ptr, const std::string& dove, Condizione& k) {
@@ -479,7 +481,8 @@ class LetturaRegole {
     if (valore && k.campo) k.valore = v_.Cmp(*valore, ptr + "/value", k.campo->tipo);
   }
 
-  void Eseguibile(const Json& c, const Json& v, const std::string& ptr, const std::string& dove, Condizione& k) {
+  void Eseguibile(const Json& c, const Json& v, const std::string& ptr, const std::string& dove,
+                  Condizione& k) {
     v_.Chiavi(c, ptr, {"exe", "in", "machine", "dll_not_found", "layer", "web_marked"});
     if (auto m = v_.Pattern(v, dove)) k.modello = std::move(*m);
     if (const auto in = c.find("in"); in != c.end())
@@ -488,7 +491,8 @@ class LetturaRegole {
     if (const auto m = c.find("machine"); m != c.end())
       if (const auto i = v_.Parola(*m, ptr + "/machine", {"x86", "x64", "arm64", "other"}, "machine"))
         k.macchina = std::array{"x86", "x64", "arm64", "other"}[*i];
-    if (const auto d = c.find("dll_not_found"); d != c.end()) k.dllNonTrovata = v_.Pattern(*d, ptr + "/dll_not_found");
+    if (const auto d = c.find("dll_not_found"); d != c.end())
+      k.dllNonTrovata = v_.Pattern(*d, ptr + "/dll_not_found");
     if (const auto l = c.find("layer"); l != c.end()) k.livello = v_.Pattern(*l, ptr + "/layer");
     if (const auto w = c.find("web_marked"); w != c.end()) k.marcato = v_.Booleano(*w, ptr + "/web_marked");
   }
@@ -630,7 +634,7 @@ FileRegole AnalizzaRegole(std::string_view testo, const std::string& file) {
                                                         : "more than 10000 values in one array"},
     };
     const auto primo = std::min_element(std::begin(luoghi), std::end(luoghi),
-                                         [](const auto& a, const auto& b) { return a.first < b.first; });
+                                        [](const auto& a, const auto& b) { return a.first < b.first; });
     if (primo->first != kNessunLuogo)
       errore(righe.Di(primo->first), primo->second);
     else
@@ -667,9 +671,10 @@ FileRegole AnalizzaRegole(std::string_view testo, const std::string& file) {
   }
   // In the file's order; "too many errors" stays last.
   const bool troppi = v.difetti.size() > kErroriMassimi;
-  std::stable_sort(out.errori.begin(), out.errori.end() - (troppi ? 1 : 0), [](const ErroreRegole& a, const ErroreRegole& b) {
-    return std::pair(a.riga, a.colonna) < std::pair(b.riga, b.colonna);
-  });
+  std::stable_sort(out.errori.begin(), out.errori.end() - (troppi ? 1 : 0),
+                   [](const ErroreRegole& a, const ErroreRegole& b) {
+                     return std::pair(a.riga, a.colonna) < std::pair(b.riga, b.colonna);
+                   });
   if (!out.errori.empty()) return out;
   for (std::size_t i = 0; i < regole.size(); ++i) {
     regole[i].file = file;

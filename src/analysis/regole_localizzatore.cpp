@@ -1,8 +1,8 @@
 #include "analysis/regole_localizzatore.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <cmath>
+#include <cstdlib>
 #include <vector>
 
 namespace analysis {
@@ -34,8 +34,8 @@ class Scorsa {
   Mappa Fai() {
     while (Salta()) {
       // Asked only where the limits are passed: the first place is enough.
-      if (cercati_.empty() && (m_.troppoProfondo & m_.numeroInfinito & m_.troppeChiavi & m_.troppiValori) !=
-                                  kNessunLuogo)
+      if (cercati_.empty() &&
+          (m_.troppoProfondo & m_.numeroInfinito & m_.troppeChiavi & m_.troppiValori) != kNessunLuogo)
         break;
       const char c = t_[i_];
       Cornice* cima = pila_.empty() ? nullptr : &pila_.back();
@@ -110,11 +110,21 @@ class Scorsa {
       const char e = t_[i_++];
       if (!decodifica) continue;
       switch (e) {
-        case 'b': s += '\b'; break;
-        case 'f': s += '\f'; break;
-        case 'n': s += '\n'; break;
-        case 'r': s += '\r'; break;
-        case 't': s += '\t'; break;
+        case 'b':
+          s += '\b';
+          break;
+        case 'f':
+          s += '\f';
+          break;
+        case 'n':
+          s += '\n';
+          break;
+        case 'r':
+          s += '\r';
+          break;
+        case 't':
+          s += '\t';
+          break;
         case 'u': {
           unsigned long c = Esa();
           if (c >= 0xD800 && c < 0xDC00 && t_.substr(i_, 2) == "\\u") {
@@ -124,7 +134,8 @@ class Scorsa {
           Utf8(s, c);
           break;
         }
-        default: s += e;
+        default:
+          s += e;
       }
     }
     ++i_;
@@ -150,18 +161,21 @@ class Scorsa {
     }
     if (!cercati_.empty()) {
       const auto it = cercati_.find(ptr_);
-      if (it != cercati_.end()) m_.luoghi[ptr_] = {inizio, cima && cima->oggetto ? cima->offsetChiave : kNessunLuogo};
+      if (it != cercati_.end())
+        m_.luoghi[ptr_] = {inizio, cima && cima->oggetto ? cima->offsetChiave : kNessunLuogo};
     }
     const char c = t_[i_];
     if (c == '{' || c == '[') {
-      if (pila_.size() >= static_cast<std::size_t>(limiti_.profondita) && m_.troppoProfondo == kNessunLuogo) m_.troppoProfondo = inizio;
+      if (pila_.size() >= static_cast<std::size_t>(limiti_.profondita) && m_.troppoProfondo == kNessunLuogo)
+        m_.troppoProfondo = inizio;
       pila_.push_back({c == '{', c == '{', 0, ptr_.size(), 0, kNessunLuogo, {}});
       ++i_;
     } else if (c == '"') {
       Stringa(false);
     } else {
       const std::size_t fine = t_.find_first_of(" \t\r\n,:]}/[{\"", i_);
-      const std::string parola(t_.substr(i_, fine == std::string_view::npos ? std::string_view::npos : fine - i_));
+      const std::string parola(
+          t_.substr(i_, fine == std::string_view::npos ? std::string_view::npos : fine - i_));
       i_ += parola.empty() ? 1 : parola.size();
       if ((c == '-' || (c >= '0' && c <= '9')) && m_.numeroInfinito == kNessunLuogo &&
           !std::isfinite(std::strtod(parola.c_str(), nullptr)))
@@ -180,7 +194,8 @@ class Scorsa {
 
 }  // namespace
 
-Mappa Localizza(std::string_view testo, const std::unordered_set<std::string>& cercati, const Limiti& limiti) {
+Mappa Localizza(std::string_view testo, const std::unordered_set<std::string>& cercati,
+                const Limiti& limiti) {
   return Scorsa(testo, cercati, limiti).Fai();
 }
 

@@ -77,7 +77,9 @@ std::uint64_t Chiave(std::uint64_t coda, std::size_t lunghezza) {
 }
 struct Setaccio {
   std::array<std::uint64_t, 64> bit{};
-  static std::size_t Posto(std::uint64_t k) { return static_cast<std::size_t>((k * 0x9E3779B97F4A7C15ULL) >> 52); }
+  static std::size_t Posto(std::uint64_t k) {
+    return static_cast<std::size_t>((k * 0x9E3779B97F4A7C15ULL) >> 52);
+  }
   void Metti(std::uint64_t k) { bit[Posto(k) / 64] |= std::uint64_t{1} << (Posto(k) % 64); }
   bool Forse(std::uint64_t k) const { return (bit[Posto(k) / 64] >> (Posto(k) % 64)) & 1; }
 };

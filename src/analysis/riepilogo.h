@@ -61,7 +61,8 @@ struct RegoleInVigore;
 std::vector<Esito> CalcolaRiepilogo(const std::string& cartellaDati,
                                     const collection::ContenutoSnapshot& contenuto,
                                     const std::string& cartellaProgramma, char separatoreDecimale,
-                                    const LettoreElenchi& lettore = {}, const RegoleInVigore* regole = nullptr);
+                                    const LettoreElenchi& lettore = {},
+                                    const RegoleInVigore* regole = nullptr);
 
 // One snapshot opened into a folder of its own and checked.
 struct RiepilogoSnapshot {

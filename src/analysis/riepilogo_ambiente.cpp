@@ -153,11 +153,11 @@ class Ambiente {
       }
     }
     if (mancanti == 0 && dll > 0)
-      Aggiungi(IdEsito::dllAllFound, Gravita::pass,
-               "Windows finds every DLL the executables import: " +
-                   Quanti(static_cast<std::size_t>(dll), "DLL") + ", " +
-                   Quanti(a_.eseguibili.size(), "executable"),
-               {{"executables", static_cast<std::int64_t>(a_.eseguibili.size())}, {"dlls", dll}});
+      Aggiungi(
+          IdEsito::dllAllFound, Gravita::pass,
+          "Windows finds every DLL the executables import: " + Quanti(static_cast<std::size_t>(dll), "DLL") +
+              ", " + Quanti(a_.eseguibili.size(), "executable"),
+          {{"executables", static_cast<std::int64_t>(a_.eseguibili.size())}, {"dlls", dll}});
   }
 
   static bool StrumentoDiLivelli(const formats::EseguibileAmbiente& ea) {

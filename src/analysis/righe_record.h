@@ -35,8 +35,7 @@ inline std::string Valore(bool v) {
   return std::string(TestoBooleano(v));
 }
 template <std::integral T>
-  requires(!std::same_as<T, bool>)
-std::string Valore(T v) {
+requires(!std::same_as<T, bool>) std::string Valore(T v) {
   return std::to_string(v);
 }
 

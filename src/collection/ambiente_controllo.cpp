@@ -32,7 +32,8 @@ long long Secondi(const std::tm& t) {
          t.tm_hour * 3600LL + t.tm_min * 60LL + t.tm_sec;
 }
 
-void Aggiungi(formats::Ambiente& a, formats::CartellaEseguibile cartella, const std::vector<std::string>& exe) {
+void Aggiungi(formats::Ambiente& a, formats::CartellaEseguibile cartella,
+              const std::vector<std::string>& exe) {
   for (const std::string& e : exe) a.eseguibili.push_back({cartella, host::StudiaEseguibile(e, a.windows)});
 }
 
@@ -48,8 +49,8 @@ Ora OraLocale() {
   if (!localtime_r(&adesso, &locale) || !gmtime_r(&adesso, &utc)) return {};
 #endif
   char testo[96];
-  std::snprintf(testo, sizeof testo, "%04d-%02d-%02dT%02d:%02d:%02d", locale.tm_year + 1900, locale.tm_mon + 1,
-                locale.tm_mday, locale.tm_hour, locale.tm_min, locale.tm_sec);
+  std::snprintf(testo, sizeof testo, "%04d-%02d-%02dT%02d:%02d:%02d", locale.tm_year + 1900,
+                locale.tm_mon + 1, locale.tm_mday, locale.tm_hour, locale.tm_min, locale.tm_sec);
   return {testo, static_cast<int>((Secondi(locale) - Secondi(utc)) / 60)};
 }
 
@@ -65,11 +66,13 @@ formats::Ambiente RaccogliAmbiente(const CartelleControllo& cartelle, Orologio o
 
   // Both installations in one folder: its executables once, the editor's.
   const bool stessa = host::UgualiSenzaCaso(cartelle.trle, cartelle.ordl);
-  Aggiungi(a, formats::CartellaEseguibile::editor,
-           host::EseguibiliInCima(cartelle.trle, stessa ? std::vector<std::string>{"tomb4.exe", "ordl2009.exe"}
-                                                        : std::vector<std::string>{"tomb4.exe"}));
+  Aggiungi(
+      a, formats::CartellaEseguibile::editor,
+      host::EseguibiliInCima(cartelle.trle, stessa ? std::vector<std::string>{"tomb4.exe", "ordl2009.exe"}
+                                                   : std::vector<std::string>{"tomb4.exe"}));
   if (!stessa)
-    Aggiungi(a, formats::CartellaEseguibile::ordelio, host::EseguibiliInCima(cartelle.ordl, {"ordl2009.exe"}));
+    Aggiungi(a, formats::CartellaEseguibile::ordelio,
+             host::EseguibiliInCima(cartelle.ordl, {"ordl2009.exe"}));
 
   std::vector<std::string> viste;
   for (const std::string& c : {cartelle.archivio, cartelle.trle, cartelle.ordl}) {

@@ -16,7 +16,8 @@ host::BloccoCartella BloccaCartellaProgramma(const std::string& cartella, suppor
   if (!PreparaCartellaProgramma(cartella, messaggi)) return host::BloccoCartella::Rifiutato();
   host::BloccoCartella blocco(cartella);
   if (blocco.Occupato())
-    messaggi.Critico("Another CheckORDL is using the program folder " + cartella + ". Close it and try again." +
+    messaggi.Critico("Another CheckORDL is using the program folder " + cartella +
+                     ". Close it and try again." +
                      (blocco.Motivo().empty() ? std::string() : " (" + blocco.Motivo() + ")"));
   return blocco;
 }

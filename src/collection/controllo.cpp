@@ -70,7 +70,9 @@ Salvataggio SalvaDoveSiPuo(const MembriSnapshot& m, const MembroGenerato* genera
 // Where the run found or made each member of the table; nothing for one it does not pack.
 using Voluti = std::array<std::optional<std::string>, kMembri.size()>;
 
-std::optional<std::string>& Voluto(Voluti& v, Membro m) { return v[static_cast<std::size_t>(m)]; }
+std::optional<std::string>& Voluto(Voluti& v, Membro m) {
+  return v[static_cast<std::size_t>(m)];
+}
 
 // The files to pack, in the snapshot's order.
 MembriSnapshot InOrdineDiPacco(const Voluti& voluti) {
@@ -106,7 +108,6 @@ void AggiungiMembro(MembriSnapshot& m, const std::string& percorso) {
   m.Membri.push_back(percorso);
   ++m.NumeroMembri;
 }
-
 
 void Pul_Start_Click(Principale& p) {
   if (p.ControlloInCorso) return;
@@ -163,8 +164,7 @@ void Pul_Start_Click(Principale& p) {
 
   const auto elenca = [&](Membro m, const std::string& cartella) {
     const std::string file = in(programma, m);
-    if (CreaElencoFile(file, cartella, {p.Label_Info, p.ProgressBar1, p.Eventi}))
-      Voluto(voluti, m) = file;
+    if (CreaElencoFile(file, cartella, {p.Label_Info, p.ProgressBar1, p.Eventi})) Voluto(voluti, m) = file;
   };
   if (!cartellaArchivio.empty()) elenca(Membro::elencoArchivio, cartellaArchivio);
   elenca(Membro::elencoTrle, cartellaTrle);
@@ -206,8 +206,8 @@ void Pul_Start_Click(Principale& p) {
     int err = 0;
     const auto lunghezza = static_cast<double>(host::LunghezzaFile(p.SnapshotScritto, &err));
     p.Messaggi.Semplice(std::string("Scanning is complete\r\n") + "Now you should send following file:\r\n" +
-                        p.SnapshotScritto + " (" + support::FormattaDimensione(err ? 0 : lunghezza) + ")\r\n" +
-                        "via email to: " + IndirizzoSupporto());
+                        p.SnapshotScritto + " (" + support::FormattaDimensione(err ? 0 : lunghezza) +
+                        ")\r\n" + "via email to: " + IndirizzoSupporto());
   }
   // The working files, the last packed first.
   for (auto m = kOrdineDiPacco.rbegin(); m != kOrdineDiPacco.rend(); ++m)

@@ -26,16 +26,26 @@ inline constexpr auto kControlli = std::to_array<support::Controllo>({
     {"Label_Info", TipoControllo::Etichetta, "", {kMargine, 2040, kInterno, 285}},
     {"ProgressBar1", TipoControllo::Barra, "", {kMargine, 2400, kInterno, 285}},
     {"Pul_Start", TipoControllo::Pulsante, "Start check", {kMargine, 2880, kPulsanteW, 435}},
-    {"Pul_EstraiDati", TipoControllo::Pulsante, "Leggi Dati", {(kLarghezza - kPulsanteW) / 2, 2880, kPulsanteW, 435}},
-    {"Pul_Annulla", TipoControllo::Pulsante, "Close", {kLarghezza - kMargine - kPulsanteW, 2880, kPulsanteW, 435}},
+    {"Pul_EstraiDati",
+     TipoControllo::Pulsante,
+     "Leggi Dati",
+     {(kLarghezza - kPulsanteW) / 2, 2880, kPulsanteW, 435}},
+    {"Pul_Annulla",
+     TipoControllo::Pulsante,
+     "Close",
+     {kLarghezza - kMargine - kPulsanteW, 2880, kPulsanteW, 435}},
 });
 
-inline constexpr auto kTab =
-    std::to_array<const char*>({"Pul_CambiaORDL", "Pul_CambiaTrle", "Pul_Start", "Pul_Annulla", "Pul_EstraiDati"});
+inline constexpr auto kTab = std::to_array<const char*>(
+    {"Pul_CambiaORDL", "Pul_CambiaTrle", "Pul_Start", "Pul_Annulla", "Pul_EstraiDati"});
 }  // namespace forma_principale
 
 inline constexpr support::Forma kFormaPrincipale{
-    "Principale", " Check Configuration of Ordelio and Tomb Raider Level Editor", forma_principale::kLarghezza,
-    3435,         forma_principale::kControlli,                                   forma_principale::kTab};
+    "Principale",
+    " Check Configuration of Ordelio and Tomb Raider Level Editor",
+    forma_principale::kLarghezza,
+    3435,
+    forma_principale::kControlli,
+    forma_principale::kTab};
 
 }  // namespace collection

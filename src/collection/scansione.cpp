@@ -102,8 +102,8 @@ bool CreaElencoFile(const std::string& NomeFile, const std::string& Cartella, co
   MostraInfo(vista.Info, "Saving file list in progress...");
 
   // Whole or not at all: a full disk leaves no list that its readers would take for an empty folder.
-  const bool scritto =
-      support::ScriviFileSotto(base, NomeFile, [&](host::File& out) { return ScriviElencoFile(out, elenco); });
+  const bool scritto = support::ScriviFileSotto(
+      base, NomeFile, [&](host::File& out) { return ScriviElencoFile(out, elenco); });
   MostraInfo(vista.Info, "");
   return scritto;
 }

@@ -191,7 +191,8 @@ bool EstraiMembro(host::File& in, std::int64_t dimensione, const std::string& de
   out.Chiudi();
   if (ok && aParte)
     ok = host::SostituisciFile(scritto, destinazione, &err) ||
-         (host::EliminaFileSotto(base, destinazione, &err) && host::SostituisciFile(scritto, destinazione, &err));
+         (host::EliminaFileSotto(base, destinazione, &err) &&
+          host::SostituisciFile(scritto, destinazione, &err));
   if (!ok) host::EliminaFileSotto(base, scritto, &err);
   return ok;
 }

@@ -33,7 +33,8 @@ struct MembroEscluso {
 // says always matches the snapshot it is in. No bytes (or an exception) leave it out, the files still packed.
 struct MembroGenerato {
   std::string nome;
-  std::function<std::string(const std::vector<std::string>& packati, const std::vector<MembroEscluso>& esclusi)>
+  std::function<std::string(const std::vector<std::string>& packati,
+                            const std::vector<MembroEscluso>& esclusi)>
       corpo;
 };
 

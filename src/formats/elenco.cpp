@@ -197,10 +197,11 @@ GuastoElenco CaricaElencoTollerante(const std::string& NomeFile, ElencoFile& ele
   const auto testo = [&](PezzoElenco t) { return byte.substr(t.posizione, t.lunghezza); };
   PezzoElenco base;
   std::size_t dimensioni = 0;
-  const GuastoElenco g = PercorriTollerante(byte, barra, elenco.NumeroFile, base, dimensioni, [&](PezzoElenco nome) {
-    if (elenco.NomiFile.empty()) elenco.NomiFile.reserve(static_cast<std::size_t>(elenco.NumeroFile));
-    elenco.NomiFile.push_back(testo(nome));
-  });
+  const GuastoElenco g =
+      PercorriTollerante(byte, barra, elenco.NumeroFile, base, dimensioni, [&](PezzoElenco nome) {
+        if (elenco.NomiFile.empty()) elenco.NomiFile.reserve(static_cast<std::size_t>(elenco.NumeroFile));
+        elenco.NomiFile.push_back(testo(nome));
+      });
   elenco.CartellaBase = testo(base);
   if (g != GuastoElenco::kNessuno) {
     elenco.NumeroFile = 0;

@@ -20,7 +20,8 @@ using analysis::kFormaAnalisi;
 
 QFont FontProspetti() {
   const QString famiglia = QString::fromLatin1(support::kFontProspetti);
-  QFont f = QFontDatabase::families().contains(famiglia) ? QFont(famiglia)
+  QFont f = QFontDatabase::families().contains(famiglia)
+                ? QFont(famiglia)
                 : QFontDatabase::systemFont(QFontDatabase::FixedFont);
   f.setStyleHint(QFont::TypeWriter);
   f.setFixedPitch(true);

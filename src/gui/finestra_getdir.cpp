@@ -11,8 +11,8 @@
 
 #include "gui/controlli_qt.h"
 #include "gui/forme_qt.h"
-#include "picker/forma_getdir.h"
 #include "gui/testo_qt.h"
+#include "picker/forma_getdir.h"
 #include "support/disposizione.h"
 
 namespace gui {
@@ -92,7 +92,8 @@ void FinestraGetDir::Aggiorna() {
   const QIcon chiusa = style()->standardIcon(QStyle::SP_DirClosedIcon);
   QTreeWidgetItem* corrente = nullptr;
   for (const picker::RigaCartella& r : picker::RigheDir(modello_.Dir1)) {
-    auto* voce = corrente ? new QTreeWidgetItem(corrente, {DaByte(r.nome)}) : new QTreeWidgetItem(Dir1, {DaByte(r.nome)});
+    auto* voce = corrente ? new QTreeWidgetItem(corrente, {DaByte(r.nome)})
+                          : new QTreeWidgetItem(Dir1, {DaByte(r.nome)});
     voce->setData(0, kPercorso, DaByte(r.percorso));
     voce->setIcon(0, r.aperta ? aperta : chiusa);
     if (r.aperta) corrente = voce;

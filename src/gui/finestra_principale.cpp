@@ -94,15 +94,8 @@ FinestraPrincipale::FinestraPrincipale(Servizi servizi)
                 FinestraGetDir finestra(this, m);
                 servizi_.mostraGetDir(finestra);
               }),
-      modello_{dirOrdl_,
-               nomeTrle_,
-               info_,
-               barra_,
-               servizi_.messaggi,
-               getDir_,
-               eventi_,
-               [this] { close(); },
-               {}} {
+      modello_{dirOrdl_, nomeTrle_,           info_, barra_, servizi_.messaggi, getDir_,
+               eventi_,  [this] { close(); }, {}} {
   setObjectName(QString::fromLatin1(kFormaPrincipale.nome));
   setWindowTitle(QString::fromLatin1(kFormaPrincipale.caption));
   setFixedSize(Tw(kFormaPrincipale.larghezza), Tw(kFormaPrincipale.altezza));

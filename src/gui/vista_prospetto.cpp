@@ -102,7 +102,8 @@ void VistaProspetto::MostraCursore() {
     verticalScrollBar()->setValue(static_cast<int>(riga));
   else if (riga >= prima + vis)
     verticalScrollBar()->setValue(static_cast<int>(riga - vis + 1));
-  const int x = XDi(riga, cursore_), w = viewport()->width() - 2 * kMargine, h = horizontalScrollBar()->value();
+  const int x = XDi(riga, cursore_), w = viewport()->width() - 2 * kMargine,
+            h = horizontalScrollBar()->value();
   if (x < h)
     horizontalScrollBar()->setValue(std::max(0, x - w / 4));
   else if (x + cw_ > h + w)
@@ -113,7 +114,8 @@ void VistaProspetto::Seleziona(std::size_t inizio, std::size_t fine) {
   Imposta(inizio, fine);
   MostraCursore();
   const std::size_t riga = righe_.RigaDi(ancora_);
-  verticalScrollBar()->setValue(static_cast<int>(support::PrimaRigaAlCentro(riga, Visibili(), righe_.Quante())));
+  verticalScrollBar()->setValue(
+      static_cast<int>(support::PrimaRigaAlCentro(riga, Visibili(), righe_.Quante())));
 }
 
 void VistaProspetto::Copia() const {
@@ -186,15 +188,32 @@ void VistaProspetto::keyPressEvent(QKeyEvent* evento) {
   using support::Movimento;
   Movimento m{};
   switch (evento->key()) {
-    case Qt::Key_Left: m = Movimento::Sinistra; break;
-    case Qt::Key_Right: m = Movimento::Destra; break;
-    case Qt::Key_Up: m = Movimento::Su; break;
-    case Qt::Key_Down: m = Movimento::Giu; break;
-    case Qt::Key_PageUp: m = Movimento::PaginaSu; break;
-    case Qt::Key_PageDown: m = Movimento::PaginaGiu; break;
-    case Qt::Key_Home: m = ctrl ? Movimento::InizioTesto : Movimento::InizioRiga; break;
-    case Qt::Key_End: m = ctrl ? Movimento::FineTesto : Movimento::FineRiga; break;
-    default: return QAbstractScrollArea::keyPressEvent(evento);
+    case Qt::Key_Left:
+      m = Movimento::Sinistra;
+      break;
+    case Qt::Key_Right:
+      m = Movimento::Destra;
+      break;
+    case Qt::Key_Up:
+      m = Movimento::Su;
+      break;
+    case Qt::Key_Down:
+      m = Movimento::Giu;
+      break;
+    case Qt::Key_PageUp:
+      m = Movimento::PaginaSu;
+      break;
+    case Qt::Key_PageDown:
+      m = Movimento::PaginaGiu;
+      break;
+    case Qt::Key_Home:
+      m = ctrl ? Movimento::InizioTesto : Movimento::InizioRiga;
+      break;
+    case Qt::Key_End:
+      m = ctrl ? Movimento::FineTesto : Movimento::FineRiga;
+      break;
+    default:
+      return QAbstractScrollArea::keyPressEvent(evento);
   }
   const std::size_t p = support::Muovi(testo_, righe_, cursore_, m, Visibili() - 1, cw_, tab_);
   Imposta((evento->modifiers() & Qt::ShiftModifier) ? ancora_ : p, p);

@@ -82,7 +82,8 @@ std::vector<HWND>& Pila() {
 
 HFONT FontProspetti() {
   HDC dc = GetDC(nullptr);
-  const int altezza = -MulDiv(static_cast<int>(support::kPuntiProspetti * 100), GetDeviceCaps(dc, LOGPIXELSY), 7200);
+  const int altezza =
+      -MulDiv(static_cast<int>(support::kPuntiProspetti * 100), GetDeviceCaps(dc, LOGPIXELSY), 7200);
   ReleaseDC(nullptr, dc);
   return CreateFontA(altezza, 0, 0, 0, FW_NORMAL, FALSE, FALSE, FALSE, ANSI_CHARSET, OUT_DEFAULT_PRECIS,
                      CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY, FIXED_PITCH | FF_MODERN, support::kFontProspetti);
@@ -104,7 +105,8 @@ HFONT FontDialogo() {
   static HFONT font = [] {
     NONCLIENTMETRICSA m{};
     m.cbSize = sizeof(m);
-    if (SystemParametersInfoA(SPI_GETNONCLIENTMETRICS, sizeof(m), &m, 0)) return CreateFontIndirectA(&m.lfMessageFont);
+    if (SystemParametersInfoA(SPI_GETNONCLIENTMETRICS, sizeof(m), &m, 0))
+      return CreateFontIndirectA(&m.lfMessageFont);
     return static_cast<HFONT>(GetStockObject(DEFAULT_GUI_FONT));
   }();
   return font;
@@ -148,9 +150,9 @@ void Finestra::Crea(const support::Forma& forma, HWND proprietario, DWORD stile,
     controlli_.push_back(w);
   }
   // The folder controls show their whole text as a tooltip, asked for when it shows.
-  suggerimenti_ = CreateWindowExA(WS_EX_TOPMOST, TOOLTIPS_CLASSA, nullptr, WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP,
-                                  CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, hwnd_, nullptr,
-                                  GetModuleHandleA(nullptr), nullptr);
+  suggerimenti_ = CreateWindowExA(
+      WS_EX_TOPMOST, TOOLTIPS_CLASSA, nullptr, WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP, CW_USEDEFAULT,
+      CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, hwnd_, nullptr, GetModuleHandleA(nullptr), nullptr);
   for (std::size_t i = 0; i < controlli_.size(); ++i) {
     if (!Verde(controlli_[i])) continue;
     TOOLINFOA t{};
@@ -193,7 +195,8 @@ const support::Controllo* Finestra::Descrizione(HWND controllo) const {
 
 bool Finestra::Verde(HWND controllo) const {
   const support::Controllo* c = Descrizione(controllo);
-  return c && (c->tipo == support::TipoControllo::EtichettaCartella || c->tipo == support::TipoControllo::RigaCartella);
+  return c && (c->tipo == support::TipoControllo::EtichettaCartella ||
+               c->tipo == support::TipoControllo::RigaCartella);
 }
 
 void Finestra::Chiudi() {
@@ -205,8 +208,8 @@ void Finestra::AlCentro() {
   SystemParametersInfoA(SPI_GETWORKAREA, 0, &area, 0);
   GetWindowRect(hwnd_, &r);
   const int w = r.right - r.left, h = r.bottom - r.top;
-  SetWindowPos(hwnd_, nullptr, area.left + (area.right - area.left - w) / 2, area.top + (area.bottom - area.top - h) / 2,
-               0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+  SetWindowPos(hwnd_, nullptr, area.left + (area.right - area.left - w) / 2,
+               area.top + (area.bottom - area.top - h) / 2, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 namespace {
@@ -261,7 +264,8 @@ LRESULT Finestra::Messaggio(UINT m, WPARAM w, LPARAM l) {
       if (LOWORD(w) == IDOK && l == 0) {
         HWND f = GetFocus();
         char classe[16] = {};
-        if (f && GetParent(f) == hwnd_ && GetClassNameA(f, classe, sizeof(classe)) && lstrcmpiA(classe, "Button") == 0)
+        if (f && GetParent(f) == hwnd_ && GetClassNameA(f, classe, sizeof(classe)) &&
+            lstrcmpiA(classe, "Button") == 0)
           SendMessageA(f, BM_CLICK, 0, 0);
         else
           Comando(IDOK, 0);
@@ -300,11 +304,13 @@ LRESULT Finestra::Messaggio(UINT m, WPARAM w, LPARAM l) {
       FillRect(d->hDC, &d->rcItem, verde_);
       SetBkMode(d->hDC, TRANSPARENT);
       SetTextColor(d->hDC, Rgb(support::kVerdeChiaro));
-      HGDIOBJ prima = SelectObject(d->hDC, reinterpret_cast<HFONT>(SendMessageA(d->hwndItem, WM_GETFONT, 0, 0)));
+      HGDIOBJ prima =
+          SelectObject(d->hDC, reinterpret_cast<HFONT>(SendMessageA(d->hwndItem, WM_GETFONT, 0, 0)));
       RECT r = d->rcItem;
       r.left += Px(kMargineCartella);
       const std::string t = Accorciato(d->hwndItem, TestoDi(d->hwndItem));
-      DrawTextA(d->hDC, t.c_str(), static_cast<int>(t.size()), &r, DT_SINGLELINE | DT_VCENTER | DT_LEFT | DT_NOPREFIX);
+      DrawTextA(d->hDC, t.c_str(), static_cast<int>(t.size()), &r,
+                DT_SINGLELINE | DT_VCENTER | DT_LEFT | DT_NOPREFIX);
       SelectObject(d->hDC, prima);
       return TRUE;
     }

@@ -18,7 +18,8 @@ void FinestraGetDir::Aggiorna() {
   SetWindowTextA(Hwnd(), modello_.Caption.c_str());
   HWND drive = Controllo("Drive1");
   SendMessageA(drive, CB_RESETCONTENT, 0, 0);
-  for (const auto& d : modello_.Drive1.elenco) SendMessageA(drive, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(d.c_str()));
+  for (const auto& d : modello_.Drive1.elenco)
+    SendMessageA(drive, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(d.c_str()));
   SendMessageA(drive, CB_SETCURSEL,
                static_cast<WPARAM>(SendMessageA(drive, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1),
                                                 reinterpret_cast<LPARAM>(modello_.Drive1.Drive.c_str()))),
@@ -38,14 +39,16 @@ void FinestraGetDir::Aggiorna() {
     ins.item.mask = TVIF_TEXT | TVIF_PARAM;
     ins.item.pszText = righe_[i].nome.data();
     ins.item.lParam = static_cast<LPARAM>(i);
-    auto* voce = reinterpret_cast<HTREEITEM>(SendMessageA(albero, TVM_INSERTITEMA, 0, reinterpret_cast<LPARAM>(&ins)));
+    auto* voce =
+        reinterpret_cast<HTREEITEM>(SendMessageA(albero, TVM_INSERTITEMA, 0, reinterpret_cast<LPARAM>(&ins)));
     if (righe_[i].aperta) {
       corrente = voce;
       aperte.push_back(voce);
     }
   }
   for (HTREEITEM v : aperte) SendMessageA(albero, TVM_EXPAND, TVE_EXPAND, reinterpret_cast<LPARAM>(v));
-  if (!aperte.empty()) SendMessageA(albero, TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(aperte.back()));
+  if (!aperte.empty())
+    SendMessageA(albero, TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(aperte.back()));
   SendMessageA(albero, WM_SETREDRAW, TRUE, 0);
   InvalidateRect(albero, nullptr, TRUE);
   SetWindowTextA(Controllo("Text_Path"), Accorciato(Controllo("Text_Path"), modello_.Text_Path).c_str());
@@ -112,7 +115,8 @@ void FinestraGetDir::Privato(UINT m, WPARAM, LPARAM) {
     const auto i = SendMessageA(drive, CB_GETCURSEL, 0, 0);
     if (i >= 0) {
       char testo[16] = {};
-      if (SendMessageA(drive, CB_GETLBTEXTLEN, static_cast<WPARAM>(i), 0) < static_cast<LRESULT>(sizeof(testo)))
+      if (SendMessageA(drive, CB_GETLBTEXTLEN, static_cast<WPARAM>(i), 0) <
+          static_cast<LRESULT>(sizeof(testo)))
         SendMessageA(drive, CB_GETLBTEXT, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(testo));
       picker::ScegliDrive(modello_, testo);
     }

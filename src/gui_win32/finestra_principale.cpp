@@ -17,8 +17,10 @@ FinestraPrincipale::FinestraPrincipale(Servizi servizi)
                 FinestraGetDir finestra(Hwnd(), m);
                 servizi_.mostraGetDir(finestra);
               }),
-      modello_{dirOrdl_, nomeTrle_, info_, barra_, servizi_.messaggi, getDir_, eventi_, [this] { Chiudi(); }, {}} {
-  Crea(collection::kFormaPrincipale, nullptr, WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX, nullptr);
+      modello_{dirOrdl_, nomeTrle_, info_, barra_, servizi_.messaggi, getDir_, eventi_, [this] { Chiudi(); },
+               {}} {
+  Crea(collection::kFormaPrincipale, nullptr, WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX,
+       nullptr);
   dirOrdl_.Collega(Controllo("Label_DirORDL"));
   nomeTrle_.Collega(Controllo("Label_NomeTrle"));
   info_.Collega(Controllo("Label_Info"));

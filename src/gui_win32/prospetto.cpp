@@ -116,12 +116,16 @@ void ScorriA(Vista& v, std::size_t prima, int x) {
 void MostraCursore(Vista& v) {
   const std::size_t riga = v.righe.RigaDi(v.cursore), vis = Visibili(v);
   std::size_t prima = v.prima;
-  if (riga < prima) prima = riga;
-  else if (riga >= prima + vis) prima = riga - vis + 1;
+  if (riga < prima)
+    prima = riga;
+  else if (riga >= prima + vis)
+    prima = riga - vis + 1;
   const int cx = XDi(v, riga, v.cursore), larghezza = static_cast<int>(Cliente(v).cx) - 2 * kMargine;
   int x = v.x;
-  if (cx < x) x = std::max(0, cx - larghezza / 4);
-  else if (cx + v.cw > x + larghezza) x = cx + v.cw - larghezza + larghezza / 4;
+  if (cx < x)
+    x = std::max(0, cx - larghezza / 4);
+  else if (cx + v.cw > x + larghezza)
+    x = cx + v.cw - larghezza + larghezza / 4;
   ScorriA(v, prima, x);
 }
 
@@ -146,14 +150,15 @@ void Imposta(Vista& v, const std::string& testo) {
 std::size_t PosizioneDa(const Vista& v, int x, int y) {
   const long r = static_cast<long>(v.prima) + (y < 0 ? -1 : y / v.ch);
   const std::size_t riga = std::min(static_cast<std::size_t>(std::max(0L, r)), v.righe.Quante() - 1);
-  return support::PosizioneDaX(v.testo, v.righe.Inizio(riga), v.righe.Fine(riga), x - kMargine + v.x, v.cw, v.tab);
+  return support::PosizioneDaX(v.testo, v.righe.Inizio(riga), v.righe.Fine(riga), x - kMargine + v.x, v.cw,
+                               v.tab);
 }
 
 // One line, piece by piece: a tab or a control character is a blank of its width.
 void DisegnaRiga(const Vista& v, HDC dc, std::size_t riga, int y, int larghezza, Selezione s) {
   std::string corsa;
-  support::CorseDi(v.testo, v.righe.Inizio(riga), v.righe.Fine(riga), v.cw, v.tab, v.x, larghezza, s.inizio, s.fine,
-                   [&](const support::Corsa& k) {
+  support::CorseDi(v.testo, v.righe.Inizio(riga), v.righe.Fine(riga), v.cw, v.tab, v.x, larghezza, s.inizio,
+                   s.fine, [&](const support::Corsa& k) {
                      corsa.assign(v.testo, k.inizio, k.fine - k.inizio);
                      for (char& c : corsa)
                        if (static_cast<unsigned char>(c) < 0x20) c = ' ';
@@ -175,7 +180,8 @@ void Disegna(Vista& v) {
   HGDIOBJ primaBitmap = SelectObject(dc, bitmap);
   RECT tutto{0, 0, c.cx, c.cy};
   FillRect(dc, &tutto, GetSysColorBrush(COLOR_WINDOW));
-  HGDIOBJ primoFont = SelectObject(dc, v.font ? static_cast<HGDIOBJ>(v.font) : GetStockObject(SYSTEM_FIXED_FONT));
+  HGDIOBJ primoFont =
+      SelectObject(dc, v.font ? static_cast<HGDIOBJ>(v.font) : GetStockObject(SYSTEM_FIXED_FONT));
   const Selezione s = Sel(v);
   const std::size_t ultima = std::min(v.righe.Quante(), v.prima + Visibili(v) + 1);
   for (std::size_t r = v.prima; r < ultima; ++r)
@@ -197,15 +203,30 @@ void Scorri(Vista& v, int barra, int codice) {
   long pos = s.nPos;
   const long riga = barra == SB_VERT ? 1 : v.cw, pagina = std::max(1L, static_cast<long>(s.nPage) - riga);
   switch (codice) {
-    case SB_LINEUP: pos -= riga; break;
-    case SB_LINEDOWN: pos += riga; break;
-    case SB_PAGEUP: pos -= pagina; break;
-    case SB_PAGEDOWN: pos += pagina; break;
+    case SB_LINEUP:
+      pos -= riga;
+      break;
+    case SB_LINEDOWN:
+      pos += riga;
+      break;
+    case SB_PAGEUP:
+      pos -= pagina;
+      break;
+    case SB_PAGEDOWN:
+      pos += pagina;
+      break;
     case SB_THUMBTRACK:
-    case SB_THUMBPOSITION: pos = s.nTrackPos; break;
-    case SB_TOP: pos = 0; break;
-    case SB_BOTTOM: pos = s.nMax; break;
-    default: return;
+    case SB_THUMBPOSITION:
+      pos = s.nTrackPos;
+      break;
+    case SB_TOP:
+      pos = 0;
+      break;
+    case SB_BOTTOM:
+      pos = s.nMax;
+      break;
+    default:
+      return;
   }
   pos = std::max(0L, pos);
   if (barra == SB_VERT)
@@ -224,14 +245,30 @@ bool Tasto(Vista& v, WPARAM tasto) {
   using support::Movimento;
   Movimento m{};
   switch (tasto) {
-    case VK_LEFT: m = Movimento::Sinistra; break;
-    case VK_RIGHT: m = Movimento::Destra; break;
-    case VK_UP: m = Movimento::Su; break;
-    case VK_DOWN: m = Movimento::Giu; break;
-    case VK_PRIOR: m = Movimento::PaginaSu; break;
-    case VK_NEXT: m = Movimento::PaginaGiu; break;
-    case VK_HOME: m = ctrl ? Movimento::InizioTesto : Movimento::InizioRiga; break;
-    case VK_END: m = ctrl ? Movimento::FineTesto : Movimento::FineRiga; break;
+    case VK_LEFT:
+      m = Movimento::Sinistra;
+      break;
+    case VK_RIGHT:
+      m = Movimento::Destra;
+      break;
+    case VK_UP:
+      m = Movimento::Su;
+      break;
+    case VK_DOWN:
+      m = Movimento::Giu;
+      break;
+    case VK_PRIOR:
+      m = Movimento::PaginaSu;
+      break;
+    case VK_NEXT:
+      m = Movimento::PaginaGiu;
+      break;
+    case VK_HOME:
+      m = ctrl ? Movimento::InizioTesto : Movimento::InizioRiga;
+      break;
+    case VK_END:
+      m = ctrl ? Movimento::FineTesto : Movimento::FineRiga;
+      break;
     case 'A':
       if (!ctrl) return false;
       Seleziona(v, 0, v.testo.size());
@@ -241,7 +278,8 @@ bool Tasto(Vista& v, WPARAM tasto) {
       if (!ctrl) return false;
       Copia(v);
       return true;
-    default: return false;
+    default:
+      return false;
   }
   const std::size_t p = support::Muovi(v.testo, v.righe, v.cursore, m, Visibili(v) - 1, v.cw, v.tab);
   Seleziona(v, maiusc ? v.ancora : p, p);
@@ -307,7 +345,8 @@ LRESULT CALLBACK Procedura(HWND h, UINT m, WPARAM w, LPARAM l) {
       v->rotella += GET_WHEEL_DELTA_WPARAM(w);
       const long passi = v->rotella / WHEEL_DELTA;
       v->rotella %= WHEEL_DELTA;
-      const long prima = static_cast<long>(v->prima) - passi * static_cast<long>(righe == WHEEL_PAGESCROLL ? Visibili(*v) : righe);
+      const long prima = static_cast<long>(v->prima) -
+                         passi * static_cast<long>(righe == WHEEL_PAGESCROLL ? Visibili(*v) : righe);
       ScorriA(*v, std::min(static_cast<std::size_t>(std::max(0L, prima)), PrimaMassima(*v)), v->x);
       return 0;
     }
@@ -347,7 +386,8 @@ LRESULT CALLBACK Procedura(HWND h, UINT m, WPARAM w, LPARAM l) {
       }
       return 0;
     case WM_LBUTTONDBLCLK: {
-      const auto [a, b] = support::ParolaIntorno(v->testo, v->righe, PosizioneDa(*v, GET_X_LPARAM(l), GET_Y_LPARAM(l)));
+      const auto [a, b] =
+          support::ParolaIntorno(v->testo, v->righe, PosizioneDa(*v, GET_X_LPARAM(l), GET_Y_LPARAM(l)));
       Seleziona(*v, a, b);
       return 0;
     }

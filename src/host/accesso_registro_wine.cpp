@@ -7,8 +7,8 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <cstdint>
+#include <cstdlib>
 #include <ctime>
 #include <functional>
 #include <string_view>
@@ -250,16 +250,17 @@ namespace {
 
 // The login whose folder Wine makes below C:\users.
 std::string Utente() {
-  if (const passwd* pw = ::getpwuid(::geteuid()); pw && pw->pw_name && *pw->pw_name) return DaUtf8(pw->pw_name);
+  if (const passwd* pw = ::getpwuid(::geteuid()); pw && pw->pw_name && *pw->pw_name)
+    return DaUtf8(pw->pw_name);
   const char* u = std::getenv("USER");
   return u && *u ? DaUtf8(u) : std::string("root");
 }
 
 // A folder of the user's: user.reg's "Shell Folders" value, else where Wine puts it.
 std::string CartellaUtenteWine(const char* valore, const char* predefinita) {
-  const std::string v = LeggiValoreRegistroTesto(PrefissoCorrente() + "/user.reg",
-                                                 "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders",
-                                                 valore);
+  const std::string v = LeggiValoreRegistroTesto(
+      PrefissoCorrente() + "/user.reg",
+      "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders", valore);
   return v.empty() ? "C:\\users\\" + Utente() + "\\" + predefinita : v;
 }
 
@@ -278,7 +279,8 @@ std::string CartellaSpeciale(int csidl, long* esito) {
       dati = a32 ? "C:\\Program Files" : "C:\\Program Files (x86)";
       std::string valore;
       int tipo = kRegNone;
-      if (LeggiValoreRegistroNome("Software\\Microsoft\\Windows\\CurrentVersion", nome, &valore, &tipo) == kRegOk &&
+      if (LeggiValoreRegistroNome("Software\\Microsoft\\Windows\\CurrentVersion", nome, &valore, &tipo) ==
+              kRegOk &&
           TipoTesto(tipo))
         dati = valore.substr(0, valore.find('\0'));
       break;

@@ -10,8 +10,8 @@
 #include <algorithm>
 #include <cstdint>
 #include <map>
-#include <unordered_set>
 #include <string_view>
+#include <unordered_set>
 
 #include "host/accesso_registro.h"
 #include "host/byte_le.h"
@@ -63,8 +63,8 @@ std::map<std::string, std::unordered_set<std::string>>& Elenchi() {
 
 bool NellaCartella(const std::string& cartella, const std::string& dll, const SistemaWindows& sistema) {
   const std::size_t punto = dll.find_last_of('.');
-  const std::string modello =
-      ConBarra(grezzo::PercorsoDelCaricatore(cartella, sistema)) + "*" + (punto == std::string::npos ? "" : dll.substr(punto));
+  const std::string modello = ConBarra(grezzo::PercorsoDelCaricatore(cartella, sistema)) + "*" +
+                              (punto == std::string::npos ? "" : dll.substr(punto));
   auto [it, nuovo] = Elenchi().try_emplace(Maiuscolo(modello));
   if (nuovo) {
     std::vector<std::string> nomi;
@@ -172,10 +172,12 @@ int ZonaDelTesto(std::string_view testo) {
       continue;
     }
     const std::size_t uguale = riga.find('=');
-    if (!sezione || uguale == std::string_view::npos || !UgualiSenzaCaso(Spogliato(riga.substr(0, uguale)), "ZoneId"))
+    if (!sezione || uguale == std::string_view::npos ||
+        !UgualiSenzaCaso(Spogliato(riga.substr(0, uguale)), "ZoneId"))
       continue;
     const std::string_view valore = Spogliato(riga.substr(uguale + 1));
-    if (valore.empty() || valore.size() > 3 || valore.find_first_not_of("0123456789") != std::string_view::npos)
+    if (valore.empty() || valore.size() > 3 ||
+        valore.find_first_not_of("0123456789") != std::string_view::npos)
       return kZonaNessuna;
     int zona = 0;
     for (char c : valore) zona = zona * 10 + (c - '0');
@@ -197,7 +199,8 @@ SistemaWindows LeggiSistemaWindows() {
   return s;
 }
 
-std::vector<std::string> EseguibiliInCima(const std::string& cartella, const std::vector<std::string>& primi) {
+std::vector<std::string> EseguibiliInCima(const std::string& cartella,
+                                          const std::vector<std::string>& primi) {
   std::vector<std::string> nomi;
   int err = 0, errFine = 0;
   grezzo::Elenco(ConBarra(cartella) + "*.exe", 0, &nomi, &err, &errFine);
@@ -217,7 +220,8 @@ std::vector<std::string> EseguibiliInCima(const std::string& cartella, const std
     return ma != mb ? ma < mb : a.second < b.second;
   };
   const std::size_t n = std::min(ordinati.size(), kMassimoEseguibili);
-  std::partial_sort(ordinati.begin(), ordinati.begin() + static_cast<std::ptrdiff_t>(n), ordinati.end(), prima);
+  std::partial_sort(ordinati.begin(), ordinati.begin() + static_cast<std::ptrdiff_t>(n), ordinati.end(),
+                    prima);
   std::vector<std::string> percorsi;
   percorsi.reserve(n);
   for (std::size_t k = 0; k < n; ++k) percorsi.push_back(ConBarra(cartella) + ordinati[k].second);
@@ -242,7 +246,8 @@ Eseguibile StudiaEseguibile(const std::string& winPath, const SistemaWindows& si
     const bool a32 = e.macchina != MacchinaPe::x64;
     const std::string windows = CartellaWindows();
     e.importazioni.reserve(imp.dll.size());
-    for (const std::string& dll : imp.dll) e.importazioni.push_back(Risolvi(dll, cartella, a32, sistema, windows));
+    for (const std::string& dll : imp.dll)
+      e.importazioni.push_back(Risolvi(dll, cartella, a32, sistema, windows));
   }
   e.livelli = Livelli(winPath);
   if (sistema.zoneLeggibili) e.zona = grezzo::Zona(winPath);

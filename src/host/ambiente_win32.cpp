@@ -91,7 +91,8 @@ void grezzo::Sistema(SistemaWindows* s) {
   s->codePage = ::GetACP();
   s->dpi = DpiDiSistema();
   using Dep = int(WINAPI*)();
-  if (const auto f = Cerca<Dep>("kernel32.dll", "GetSystemDEPPolicy")) s->dep = static_cast<std::uint32_t>(f());
+  if (const auto f = Cerca<Dep>("kernel32.dll", "GetSystemDEPPolicy"))
+    s->dep = static_cast<std::uint32_t>(f());
 }
 
 std::string grezzo::PercorsoDelCaricatore(const std::string& winPath, const SistemaWindows& s) {
@@ -100,7 +101,8 @@ std::string grezzo::PercorsoDelCaricatore(const std::string& winPath, const Sist
   const UINT n = ::GetSystemWindowsDirectoryA(w, MAX_PATH);
   if (n == 0 || n > MAX_PATH) return winPath;
   const std::string sistema32 = ConBarra(std::string(w, n)) + "System32";
-  if (winPath.size() < sistema32.size() || (winPath.size() > sistema32.size() && winPath[sistema32.size()] != '\\') ||
+  if (winPath.size() < sistema32.size() ||
+      (winPath.size() > sistema32.size() && winPath[sistema32.size()] != '\\') ||
       !UgualiSenzaCaso(std::string_view(winPath).substr(0, sistema32.size()), sistema32))
     return winPath;
   return ConBarra(std::string(w, n)) + "Sysnative" + winPath.substr(sistema32.size());
@@ -108,8 +110,8 @@ std::string grezzo::PercorsoDelCaricatore(const std::string& winPath, const Sist
 
 int grezzo::Zona(const std::string& winPath) {
   const HANDLE h = ::CreateFileW((Largo(winPath) + L":Zone.Identifier").c_str(), GENERIC_READ,
-                                 FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
-                                 FILE_ATTRIBUTE_NORMAL, nullptr);
+                                 FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                 OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
   if (h == INVALID_HANDLE_VALUE) return kZonaNessuna;
   std::string testo(kStreamMassimo, '\0');
   DWORD letti = 0;

@@ -46,9 +46,10 @@ void grezzo::Sistema(SistemaWindows* s) {
     s->codePage = static_cast<std::uint32_t>(std::strtoul(acp.c_str(), nullptr, 10));
   if (s->codePage == 0) s->codePage = kCodePagePredefinito;
   // The user's setting, else the machine's as Wine falls back to it.
-  s->dpi = DwordDi(Vista::utente, "Control Panel\\Desktop", "LogPixels",
-                   DwordDi(Vista::sistema, "System\\CurrentControlSet\\Hardware Profiles\\Current\\Software\\Fonts",
-                           "LogPixels", kDpiPredefinito));
+  s->dpi = DwordDi(
+      Vista::utente, "Control Panel\\Desktop", "LogPixels",
+      DwordDi(Vista::sistema, "System\\CurrentControlSet\\Hardware Profiles\\Current\\Software\\Fonts",
+              "LogPixels", kDpiPredefinito));
   s->dep = kDepOptIn;
 }
 

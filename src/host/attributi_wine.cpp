@@ -59,8 +59,9 @@ bool grezzo::Collegamento(const std::string& path) {
   return r && ::lstat(r->host.c_str(), &st) == 0 && S_ISLNK(st.st_mode);
 }
 
-// On the entry itself, never through a link of its name: the mode and the extended attribute are asked and set
-// without following one, so that a link the caller did not stop fails here rather than change what it names.
+// On the entry itself, never through a link of its name: the mode and the extended attribute are asked and
+// set without following one, so that a link the caller did not stop fails here rather than change what it
+// names.
 bool grezzo::ImpostaAttributi(const std::string& path, int attr, int* err) {
   Imposta(err, kNessunErrore);
   const std::string h = PercorsoHost(path, err);

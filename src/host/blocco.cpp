@@ -71,7 +71,9 @@ BloccoCartella::BloccoCartella(const std::string& cartella) {
 }
 
 BloccoCartella::BloccoCartella(BloccoCartella&& other) noexcept
-    : chiave_(std::exchange(other.chiave_, {})), occupato_(other.occupato_), motivo_(std::move(other.motivo_)) {}
+    : chiave_(std::exchange(other.chiave_, {})),
+      occupato_(other.occupato_),
+      motivo_(std::move(other.motivo_)) {}
 
 BloccoCartella& BloccoCartella::operator=(BloccoCartella&& other) noexcept {
   if (this != &other) {

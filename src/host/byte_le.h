@@ -18,10 +18,18 @@ constexpr U LeggiLE(std::string_view b, std::size_t off) {
   return u;
 }
 
-inline std::uint16_t U16LE(std::string_view b, std::size_t off) { return LeggiLE<std::uint16_t>(b, off); }
-inline std::uint32_t U32LE(std::string_view b, std::size_t off) { return LeggiLE<std::uint32_t>(b, off); }
-inline std::int16_t I16LE(std::string_view b, std::size_t off) { return static_cast<std::int16_t>(U16LE(b, off)); }
-inline std::int32_t I32LE(std::string_view b, std::size_t off) { return static_cast<std::int32_t>(U32LE(b, off)); }
+inline std::uint16_t U16LE(std::string_view b, std::size_t off) {
+  return LeggiLE<std::uint16_t>(b, off);
+}
+inline std::uint32_t U32LE(std::string_view b, std::size_t off) {
+  return LeggiLE<std::uint32_t>(b, off);
+}
+inline std::int16_t I16LE(std::string_view b, std::size_t off) {
+  return static_cast<std::int16_t>(U16LE(b, off));
+}
+inline std::int32_t I32LE(std::string_view b, std::size_t off) {
+  return static_cast<std::int32_t>(U32LE(b, off));
+}
 
 // Writes the low `sizeof(U)` bytes of `u` at `off` of a buffer that is long enough.
 template <typename U>

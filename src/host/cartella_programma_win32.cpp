@@ -16,8 +16,8 @@ namespace {
 
 std::string TestoErrore(DWORD codice) {
   char buf[512] = {};
-  DWORD n = ::FormatMessageA(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, codice, 0, buf,
-                             sizeof buf, nullptr);
+  DWORD n = ::FormatMessageA(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, codice, 0,
+                             buf, sizeof buf, nullptr);
   while (n > 0 && (buf[n - 1] == '\r' || buf[n - 1] == '\n' || buf[n - 1] == ' ' || buf[n - 1] == '.')) --n;
   return n > 0 ? std::string(buf, n) : "error " + std::to_string(codice);
 }
@@ -47,8 +47,9 @@ std::string CartellaEseguibile() {
 bool CartellaScrivibile(const std::string& cartella) {
   const std::string prova = cartella + (cartella.ends_with("\\") ? "" : "\\") + "checkordl-prova-" +
                             std::to_string(::GetCurrentProcessId()) + ".tmp";
-  const HANDLE h = ::CreateFileA(prova.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
-                                 FILE_ATTRIBUTE_TEMPORARY | FILE_ATTRIBUTE_HIDDEN | FILE_FLAG_DELETE_ON_CLOSE, nullptr);
+  const HANDLE h =
+      ::CreateFileA(prova.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                    FILE_ATTRIBUTE_TEMPORARY | FILE_ATTRIBUTE_HIDDEN | FILE_FLAG_DELETE_ON_CLOSE, nullptr);
   if (h == INVALID_HANDLE_VALUE) return false;
   ::CloseHandle(h);
   return true;

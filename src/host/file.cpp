@@ -6,7 +6,8 @@
 namespace host {
 
 File::File(File&& other) noexcept
-    : handle_(std::exchange(other.handle_, kNoHandle)), erroreLettura_(std::exchange(other.erroreLettura_, false)) {}
+    : handle_(std::exchange(other.handle_, kNoHandle)),
+      erroreLettura_(std::exchange(other.erroreLettura_, false)) {}
 
 File& File::operator=(File&& other) noexcept {
   if (this != &other) {

@@ -92,7 +92,8 @@ std::uint32_t CartellaDati(const ImmaginePe& im, std::size_t indice) {
   std::size_t numero = 0, prima = 0;
   if (!PosizioniCartelle(im.opzionale, &numero, &prima)) return 0;
   const std::size_t pos = prima + indice * 8;
-  if (im.opzionale.size() < pos + 8 || im.opzionale.size() < numero + 4 || U32LE(im.opzionale, numero) <= indice)
+  if (im.opzionale.size() < pos + 8 || im.opzionale.size() < numero + 4 ||
+      U32LE(im.opzionale, numero) <= indice)
     return 0;
   return U32LE(im.opzionale, pos);
 }

@@ -10,8 +10,8 @@
 #include "host/accesso_registro.h"
 #include "host/byte_le.h"
 #include "host/grezzo.h"
-#include "host/lettore_file.h"
 #include "host/interno_wine.h"
+#include "host/lettore_file.h"
 #include "host/macchina.h"
 #include "host/nomi.h"
 #include "host/registro_file.h"
@@ -71,8 +71,8 @@ bool VersioneDelRegistro(VersioneOs* v) {
   // Windows 10 on keeps "6.3" there for old programs and the real numbers in two DWORDs.
   std::string dati;
   int tipo = kRegNone;
-  if (LeggiValoreRegistroNome(chiave, "CurrentMajorVersionNumber", &dati, &tipo) == kRegOk && tipo == kRegDword &&
-      dati.size() >= 4) {
+  if (LeggiValoreRegistroNome(chiave, "CurrentMajorVersionNumber", &dati, &tipo) == kRegOk &&
+      tipo == kRegDword && dati.size() >= 4) {
     major = U32LE(dati, 0);
     minor = LeggiValoreRegistroNome(chiave, "CurrentMinorVersionNumber", &dati, &tipo) == kRegOk &&
                     tipo == kRegDword && dati.size() >= 4

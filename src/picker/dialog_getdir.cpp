@@ -262,7 +262,8 @@ std::vector<RigaCartella> RigheDir(const ListaCartelle& l) {
   while (inizio < path.size()) {
     std::size_t fine = path.find('\\', inizio);
     if (fine == std::string::npos) fine = path.size();
-    righe.push_back({path.substr(inizio, fine - inizio), path.substr(0, fine), static_cast<int>(righe.size()), true});
+    righe.push_back(
+        {path.substr(inizio, fine - inizio), path.substr(0, fine), static_cast<int>(righe.size()), true});
     inizio = fine + 1;
   }
   const std::string base = path.size() > 3 ? path + "\\" : path;

@@ -25,7 +25,7 @@ inline constexpr int kRientro = 180;
 }  // namespace forma_getdir
 
 // The caption is the model's (`Dialog_GetDir::Caption`), which its caller may change.
-inline constexpr support::Forma kFormaGetDir{"Dialog_GetDir", "", 6030, 4860, forma_getdir::kControlli,
+inline constexpr support::Forma kFormaGetDir{"Dialog_GetDir",   "", 6030, 4860, forma_getdir::kControlli,
                                              forma_getdir::kTab};
 
 }  // namespace picker

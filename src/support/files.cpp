@@ -62,8 +62,8 @@ bool SostituibileSotto(const std::string& base, const std::string& percorso) {
     case host::Voce::collegamento:
       return err == 0;
     case host::Voce::file:
-      return (AttributiVoce(percorso, kFileTutti) & (host::kAttrReadOnly | host::kAttrHidden |
-                                                     host::kAttrSystem)) == 0;
+      return (AttributiVoce(percorso, kFileTutti) &
+              (host::kAttrReadOnly | host::kAttrHidden | host::kAttrSystem)) == 0;
     case host::Voce::cartella:
       break;
   }

@@ -64,8 +64,8 @@ bool SvuotaCartella(const std::string& cartella, const std::string& maschera);
 
 // The program's working files below a folder of its own, never through a link (host::EliminaFileSotto), and
 // whole or not at all as ScriviFileIntero writes them: `percorso` is `base`, "\" and the names below it. A
-// link of the name is replaced itself; a folder, or a read-only, hidden or system file, stays as it is and the
-// result is false.
+// link of the name is replaced itself; a folder, or a read-only, hidden or system file, stays as it is and
+// the result is false.
 bool ScriviFileSotto(const std::string& base, const std::string& percorso, const std::string& testo);
 bool ScriviFileSotto(const std::string& base, const std::string& percorso,
                      const std::function<bool(host::File&)>& scrivi);

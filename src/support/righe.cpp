@@ -20,10 +20,14 @@ void RigheTesto::Imposta(const std::string& testo) {
   fini_.shrink_to_fit();
 }
 
-std::size_t RigheTesto::Fine(std::size_t riga) const { return fini_[riga]; }
+std::size_t RigheTesto::Fine(std::size_t riga) const {
+  return fini_[riga];
+}
 
 std::size_t RigheTesto::RigaDi(std::size_t posizione) const {
-  return static_cast<std::size_t>(std::upper_bound(inizi_.begin(), inizi_.end(), posizione) - inizi_.begin()) - 1;
+  return static_cast<std::size_t>(std::upper_bound(inizi_.begin(), inizi_.end(), posizione) -
+                                  inizi_.begin()) -
+         1;
 }
 
 namespace {
@@ -37,7 +41,8 @@ int Avanza(char c, int x, int larghezza, int tab) {
 
 int XDi(const std::string& testo, std::size_t inizio, std::size_t posizione, int larghezza, int tab) {
   int x = 0;
-  for (std::size_t i = inizio; i < posizione && i < testo.size(); ++i) x = Avanza(testo[i], x, larghezza, tab);
+  for (std::size_t i = inizio; i < posizione && i < testo.size(); ++i)
+    x = Avanza(testo[i], x, larghezza, tab);
   return x;
 }
 
@@ -59,15 +64,16 @@ int LarghezzaMassima(const std::string& testo, const RigheTesto& righe, int larg
   return massima;
 }
 
-std::size_t Muovi(const std::string& testo, const RigheTesto& righe, std::size_t pos, Movimento m, std::size_t pagina,
-                  int larghezza, int tab) {
+std::size_t Muovi(const std::string& testo, const RigheTesto& righe, std::size_t pos, Movimento m,
+                  std::size_t pagina, int larghezza, int tab) {
   pos = std::min(pos, testo.size());
   const std::size_t riga = righe.RigaDi(pos);
   const auto verticale = [&](long quante) {
-    const long voluta = std::clamp(static_cast<long>(riga) + quante, 0L, static_cast<long>(righe.Quante()) - 1);
+    const long voluta =
+        std::clamp(static_cast<long>(riga) + quante, 0L, static_cast<long>(righe.Quante()) - 1);
     const auto r = static_cast<std::size_t>(voluta);
-    return PosizioneDaX(testo, righe.Inizio(r), righe.Fine(r), XDi(testo, righe.Inizio(riga), pos, larghezza, tab),
-                        larghezza, tab);
+    return PosizioneDaX(testo, righe.Inizio(r), righe.Fine(r),
+                        XDi(testo, righe.Inizio(riga), pos, larghezza, tab), larghezza, tab);
   };
   const long p = static_cast<long>(std::max<std::size_t>(pagina, 1));
   switch (m) {
@@ -77,14 +83,22 @@ std::size_t Muovi(const std::string& testo, const RigheTesto& righe, std::size_t
     case Movimento::Destra:
       if (pos >= testo.size()) return pos;
       return pos + (testo.compare(pos, 2, "\r\n") == 0 ? 2 : 1);
-    case Movimento::Su: return verticale(-1);
-    case Movimento::Giu: return verticale(1);
-    case Movimento::PaginaSu: return verticale(-p);
-    case Movimento::PaginaGiu: return verticale(p);
-    case Movimento::InizioRiga: return righe.Inizio(riga);
-    case Movimento::FineRiga: return righe.Fine(riga);
-    case Movimento::InizioTesto: return 0;
-    case Movimento::FineTesto: return testo.size();
+    case Movimento::Su:
+      return verticale(-1);
+    case Movimento::Giu:
+      return verticale(1);
+    case Movimento::PaginaSu:
+      return verticale(-p);
+    case Movimento::PaginaGiu:
+      return verticale(p);
+    case Movimento::InizioRiga:
+      return righe.Inizio(riga);
+    case Movimento::FineRiga:
+      return righe.Fine(riga);
+    case Movimento::InizioTesto:
+      return 0;
+    case Movimento::FineTesto:
+      return testo.size();
   }
   return pos;
 }
@@ -99,8 +113,9 @@ Intervallo ParolaIntorno(const std::string& testo, const RigheTesto& righe, std:
   return {a, b};
 }
 
-void CorseDi(const std::string& testo, std::size_t inizio, std::size_t fine, int larghezza_car, int tab, int da,
-             int larghezza, std::size_t sel0, std::size_t sel1, const std::function<void(const Corsa&)>& disegna) {
+void CorseDi(const std::string& testo, std::size_t inizio, std::size_t fine, int larghezza_car, int tab,
+             int da, int larghezza, std::size_t sel0, std::size_t sel1,
+             const std::function<void(const Corsa&)>& disegna) {
   Corsa c{0, 0, inizio, inizio, false};
   const auto scarica = [&] {
     if (c.x1 > c.x0) disegna(c);

@@ -40,9 +40,20 @@ std::size_t PosizioneDaX(const std::string& testo, std::size_t inizio, std::size
 int LarghezzaMassima(const std::string& testo, const RigheTesto& righe, int larghezza, int tab);
 // Where the caret goes from `pos` at a key: a CR LF is crossed in one step, as the user sees one line break;
 // up and down keep the column (in pixels of a fixed-pitch font), a page being `pagina` lines.
-enum class Movimento { Sinistra, Destra, Su, Giu, PaginaSu, PaginaGiu, InizioRiga, FineRiga, InizioTesto, FineTesto };
-std::size_t Muovi(const std::string& testo, const RigheTesto& righe, std::size_t pos, Movimento m, std::size_t pagina,
-                  int larghezza, int tab);
+enum class Movimento {
+  Sinistra,
+  Destra,
+  Su,
+  Giu,
+  PaginaSu,
+  PaginaGiu,
+  InizioRiga,
+  FineRiga,
+  InizioTesto,
+  FineTesto
+};
+std::size_t Muovi(const std::string& testo, const RigheTesto& righe, std::size_t pos, Movimento m,
+                  std::size_t pagina, int larghezza, int tab);
 // The word around `pos`, as a double click selects it: the run of characters up to a blank on its line, a
 // file name in a listing.
 struct Intervallo {
@@ -59,8 +70,9 @@ struct Corsa {
 };
 // The pieces of the line [inizio, fine) that fall between x = `da` and `da + larghezza`, left to right, the
 // selection being [sel0, sel1).
-void CorseDi(const std::string& testo, std::size_t inizio, std::size_t fine, int larghezza_car, int tab, int da,
-             int larghezza, std::size_t sel0, std::size_t sel1, const std::function<void(const Corsa&)>& disegna);
+void CorseDi(const std::string& testo, std::size_t inizio, std::size_t fine, int larghezza_car, int tab,
+             int da, int larghezza, std::size_t sel0, std::size_t sel1,
+             const std::function<void(const Corsa&)>& disegna);
 
 // The first line to show so that `riga` stands in the middle of `visibili` lines, none shown past the last.
 std::size_t PrimaRigaAlCentro(std::size_t riga, std::size_t visibili, std::size_t totale);

@@ -82,7 +82,9 @@ TEST(RegoleFonti, CartelleInOrdineELaPiuTardaVince) {
   analysis::RiepilogoSnapshot rs;
   rs.Esiti = tutti;
   const std::string json = analysis::JsonRiepilogo("s.bin", rs);
-  EXPECT_NE(json.find(R"("action":"Do it.","answer":"Do it.","rule":"locali\\mine.json"})"), std::string::npos) << json;
+  EXPECT_NE(json.find(R"("action":"Do it.","answer":"Do it.","rule":"locali\\mine.json"})"),
+            std::string::npos)
+      << json;
   EXPECT_NE(json.find(R"("action":""},)"), std::string::npos) << json;
 }
 

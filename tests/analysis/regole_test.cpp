@@ -68,7 +68,8 @@ TEST(Regole, Limiti) {
   for (int i = 0; i < 17; ++i) esiti += std::string(i ? "," : "") + R"({"severity": "pass", "title": "t"})";
   std::string chiavi = "{";
   for (int i = 0; i < 65; ++i) chiavi += (i ? ",\"k" : "\"k") + std::to_string(i) + "\": 1";
-  std::string condizioni = R"({"format": 1, "rules": [{"id": "c", "outcomes": [{"severity": "pass", "title": "t", "when": {"all": [)";
+  std::string condizioni =
+      R"({"format": 1, "rules": [{"id": "c", "outcomes": [{"severity": "pass", "title": "t", "when": {"all": [)";
   for (int i = 0; i < 300; ++i) condizioni += std::string(i ? "," : "") + R"({"member": "trle.el"})";
   const struct {
     std::string testo, errore;
@@ -118,11 +119,13 @@ TEST(Regole, FileValido) {
   EXPECT_EQ(r.file, "C:\\r.json");
   // Texts arrive in UTF-8 and are kept in Windows-1252, as every text of the program.
   const FileRegole u = AnalizzaRegole(
-      "{\"format\": 1, \"rules\": [{\"id\": \"u\", \"outcomes\": [{\"severity\": \"pass\", \"title\": \"caff\\u00e8 \xE2\x82\xAC\"}]}]}",
+      "{\"format\": 1, \"rules\": [{\"id\": \"u\", \"outcomes\": [{\"severity\": \"pass\", \"title\": "
+      "\"caff\\u00e8 \xE2\x82\xAC\"}]}]}",
       "u.json");
   ASSERT_EQ(u.regole.size(), 1u) << Errori(u);
   EXPECT_EQ(u.regole[0].esiti[0].titolo, "caff\xE8 \x80");
-  EXPECT_EQ(TestoErrore(LeggiRegole("C:\\nessuno.json").errori.at(0)), "C:\\nessuno.json: the file cannot be read");
+  EXPECT_EQ(TestoErrore(LeggiRegole("C:\\nessuno.json").errori.at(0)),
+            "C:\\nessuno.json: the file cannot be read");
 }
 
 formats::ElencoFile Elenco(std::vector<std::string> nomi, std::vector<std::int32_t> dimensioni) {
@@ -175,8 +178,9 @@ std::string Risultati(const std::vector<RisultatoRegola>& rr) {
     t += "#" + std::to_string(*r.esito) + " " + kLivelli[static_cast<int>(e.Livello)] + " " + e.Titolo;
     for (const Evidenza& v : e.Evidenze)
       t += " | " + v.Nome + "=" +
-           (std::holds_alternative<std::string>(v.Valore) ? std::get<std::string>(v.Valore)
-                                                         : "int " + std::to_string(std::get<std::int64_t>(v.Valore)));
+           (std::holds_alternative<std::string>(v.Valore)
+                ? std::get<std::string>(v.Valore)
+                : "int " + std::to_string(std::get<std::int64_t>(v.Valore)));
     t += (e.Azione.empty() ? "" : " -> " + e.Azione) + "\n";
   }
   return t;
@@ -186,8 +190,8 @@ std::string Risultati(const std::vector<RisultatoRegola>& rr) {
 TEST(Regole, Valutazione) {
   const FileRegole f = AnalizzaRegole(MacchinaProva::LeggiHost(kDati + "valutazione.json"), "v.json");
   ASSERT_TRUE(f.errori.empty()) << Errori(f);
-  const std::string testo = "full snapshot\n" + Risultati(ValutaRegole(f.regole, Pieni())) + "\nold snapshot\n" +
-                            Risultati(ValutaRegole(f.regole, Vecchi()));
+  const std::string testo = "full snapshot\n" + Risultati(ValutaRegole(f.regole, Pieni())) +
+                            "\nold snapshot\n" + Risultati(ValutaRegole(f.regole, Vecchi()));
   if (std::getenv("CHECKORDL_RIGENERA")) MacchinaProva::ScriviHost(kDati + "valutazione.txt", testo);
   EXPECT_EQ(testo, MacchinaProva::LeggiHost(kDati + "valutazione.txt"));
 }
@@ -198,9 +202,18 @@ TEST(Regole, Modelli) {
     const char* nome;
     bool atteso;
   } casi[] = {
-      {"*.dll", "\xC8" "DDRAW.DLL", true}, {"\xE8*", "\xC8X", true}, {"a?c", "ABC", true},
-      {"a?c", "AC", false},                {"*a*b*c", "XAYBZC", true}, {"*a*b*c", "XAYBZCD", false},
-      {"a*", "A", true},                   {"*x*", "ABC", false},      {"/data/*.tr4", "\\DATA\\SUB\\L.TR4", true},
+      {"*.dll",
+       "\xC8"
+       "DDRAW.DLL",
+       true},
+      {"\xE8*", "\xC8X", true},
+      {"a?c", "ABC", true},
+      {"a?c", "AC", false},
+      {"*a*b*c", "XAYBZC", true},
+      {"*a*b*c", "XAYBZCD", false},
+      {"a*", "A", true},
+      {"*x*", "ABC", false},
+      {"/data/*.tr4", "\\DATA\\SUB\\L.TR4", true},
   };
   for (const auto& c : casi) EXPECT_EQ(Corrisponde(FaiModello(c.modello), c.nome), c.atteso) << c.modello;
   // A pattern that backtracks at every star takes one pass a star, not one a combination.
@@ -213,8 +226,12 @@ TEST(Regole, OrdineDelleVersioni) {
   const struct {
     const char *a, *b;
     int atteso;
-  } casi[] = {{"1.10", "1.9", 1},  {"1.2", "1.2.0", 0},        {"2.0.1", "2.0", 1},
-              {"1, 2, 3", "1.2.3", 0}, {"1.2b", "1.2a", 1},      {"010.1", "10.01", 0},
+  } casi[] = {{"1.10", "1.9", 1},
+              {"1.2", "1.2.0", 0},
+              {"2.0.1", "2.0", 1},
+              {"1, 2, 3", "1.2.3", 0},
+              {"1.2b", "1.2a", 1},
+              {"010.1", "10.01", 0},
               {"99999999999999999999.1", "99999999999999999999.2", -1}};
   for (const auto& c : casi) EXPECT_EQ(ConfrontaVersioni(c.a, c.b), c.atteso) << c.a << " " << c.b;
 }

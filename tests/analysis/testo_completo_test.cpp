@@ -62,7 +62,8 @@ TEST(TestoCompleto, SalvaTutto) {
   for (const auto& v : analysis::kVoci) attese.emplace_back(v.didascalia);
   attese.emplace_back("Riepilogo problemi");
   EXPECT_EQ(sezioni, attese);
-  EXPECT_NE(testo.find("\r\n== Ambiente\r\ncritical: The snapshot holds no ambiente.json"), std::string::npos);
+  EXPECT_NE(testo.find("\r\n== Ambiente\r\ncritical: The snapshot holds no ambiente.json"),
+            std::string::npos);
 
   for (const auto& [nome, motivo] : {std::pair{"C:\\manca\\tutto.txt", "the folder does not exist"},
                                      std::pair{"C:\\Snap\\cartella", "access denied"}}) {
@@ -74,10 +75,9 @@ TEST(TestoCompleto, SalvaTutto) {
 }
 
 TEST(TestoCompleto, NomeProposto) {
-  for (const auto& [snapshot, nome] : {std::pair{"C:\\Snap\\INFO_ORDL.BIN", "INFO_ORDL.txt"},
-                                       std::pair{"C:\\a.b\\08-user", "08-user.txt"},
-                                       std::pair{"C:\\x\\snap.v2.bin", "snap.v2.txt"},
-                                       std::pair{"C:\\x\\.bin", ".bin.txt"}})
+  for (const auto& [snapshot, nome] :
+       {std::pair{"C:\\Snap\\INFO_ORDL.BIN", "INFO_ORDL.txt"}, std::pair{"C:\\a.b\\08-user", "08-user.txt"},
+        std::pair{"C:\\x\\snap.v2.bin", "snap.v2.txt"}, std::pair{"C:\\x\\.bin", ".bin.txt"}})
     EXPECT_EQ(analysis::NomeTestoCompleto(snapshot), nome) << snapshot;
 }
 

@@ -12,7 +12,7 @@ TEST(Avvio, ConsoleDaSola) {
   // The test runner's console, shared with the runner, or none (Wine started from a shell): no wait.
   EXPECT_FALSE(cli::ConsoleDaSola());
   const HANDLE maniglie[] = {GetStdHandle(STD_INPUT_HANDLE), GetStdHandle(STD_OUTPUT_HANDLE),
-                        GetStdHandle(STD_ERROR_HANDLE)};
+                             GetStdHandle(STD_ERROR_HANDLE)};
   FreeConsole();
   ASSERT_TRUE(AllocConsole());
   EXPECT_TRUE(cli::ConsoleDaSola());

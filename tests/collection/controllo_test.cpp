@@ -17,13 +17,13 @@
 #include "esadecimale.h"
 #include "finestra_prova.h"
 #include "formats/ambiente.h"
-#include "illeggibile.h"
 #include "formats/archivio.h"
 #include "formats/elenco.h"
 #include "formats/info_header.h"
 #include "formats/preferenze.h"
 #include "host/accesso_registro.h"
 #include "host/macchina.h"
+#include "illeggibile.h"
 #include "macchina_prova.h"
 #include "support/files.h"
 #include "support/installazioni.h"
@@ -34,7 +34,9 @@ namespace fs = std::filesystem;
 using V = std::vector<std::string>;
 
 // The clock of every run: the environment member records this moment.
-collection::Ora OraFerma() { return {"2026-11-25T17:05:03", 60}; }
+collection::Ora OraFerma() {
+  return {"2026-11-25T17:05:03", 60};
+}
 
 // Both installations complete, the archive naming a level folder; the program folder is C:\Prog.
 struct Installazioni {
@@ -70,9 +72,10 @@ struct Installazioni {
   // The user's desktop, made where the machine has none (a test prefix); its snapshot goes with the test.
   std::string Scrivania() {
 #ifndef _WIN32
-    MacchinaProva::ScriviHost(m.Prefisso() + "/user.reg",
-                              "WINE REGISTRY Version 2\n[Software\\\\Microsoft\\\\Windows\\\\CurrentVersion\\\\Explorer\\\\"
-                              "Shell Folders]\n\"Desktop\"=\"C:\\\\Scrivania\"\n");
+    MacchinaProva::ScriviHost(
+        m.Prefisso() + "/user.reg",
+        "WINE REGISTRY Version 2\n[Software\\\\Microsoft\\\\Windows\\\\CurrentVersion\\\\Explorer\\\\"
+        "Shell Folders]\n\"Desktop\"=\"C:\\\\Scrivania\"\n");
     fs::create_directories(m.C("Scrivania"));
 #endif
     scrivania = support::GetCartellaSpeciale(host::kCsidlDesktopDirectory) + "\\INFO_ORDL.BIN";
@@ -199,11 +202,14 @@ struct AppDataFuoriDalCodice {
 // converted since, which UAC virtualization (EnableLUA `lua`, EnableVirtualization `virtualizzazione`) put
 // into the user's VirtualStore. The user's local application data folder, as the machine names it.
 std::string EditorSottoProgramFiles(Installazioni& i, const char* lua, const char* virtualizzazione) {
-  i.m.Registro(std::string("WINE REGISTRY Version 2\n[Software\\\\Microsoft\\\\Windows\\\\CurrentVersion\\\\Policies\\\\"
-                           "System]\n\"EnableLUA\"=dword:0000000") +
-               lua + "\n\"EnableVirtualization\"=dword:0000000" + virtualizzazione + "\n");
+  i.m.Registro(
+      std::string(
+          "WINE REGISTRY Version 2\n[Software\\\\Microsoft\\\\Windows\\\\CurrentVersion\\\\Policies\\\\"
+          "System]\n\"EnableLUA\"=dword:0000000") +
+      lua + "\n\"EnableVirtualization\"=dword:0000000" + virtualizzazione + "\n");
   const std::string trle = "Program Files (x86)\\Trle";
-  for (const char* f : {"tomb4.exe", "ordeio.txt", "data\\title.tr4"}) MacchinaProva::ScriviHost(i.m.C(trle + "\\" + f), "x");
+  for (const char* f : {"tomb4.exe", "ordeio.txt", "data\\title.tr4"})
+    MacchinaProva::ScriviHost(i.m.C(trle + "\\" + f), "x");
   MacchinaProva::ScriviHost(i.m.C(trle + "\\script.dat"), "originale");
   long esito = 0;
   const std::string locale = host::CartellaSpeciale(host::kCsidlLocalAppData, &esito);
@@ -219,7 +225,8 @@ std::string EditorSottoProgramFiles(Installazioni& i, const char* lua, const cha
 }
 
 // The snapshot packs and lists what the editor itself reads. Rows: EnableLUA, EnableVirtualization, the
-// script packed, the level listed, the VirtualStore below a profile whose name the ANSI code page cannot show.
+// script packed, the level listed, the VirtualStore below a profile whose name the ANSI code page cannot
+// show.
 TEST(Controllo, FileDegliStrumentiSottoUac) {
   const struct {
     const char* lua;
@@ -247,8 +254,8 @@ TEST(Controllo, FileDegliStrumentiSottoUac) {
     EXPECT_EQ(MacchinaProva::LeggiHost(i.m.C("Dati/script.dat")), r.script);
     formats::ElencoFile elenco;
     ASSERT_TRUE(formats::CaricaElencoStretto("C:\\Dati\\TRLE.el", elenco));
-    const bool livello =
-        std::find(elenco.NomiFile.begin(), elenco.NomiFile.end(), "\\data\\karnak.tr4") != elenco.NomiFile.end();
+    const bool livello = std::find(elenco.NomiFile.begin(), elenco.NomiFile.end(), "\\data\\karnak.tr4") !=
+                         elenco.NomiFile.end();
     EXPECT_EQ(livello, r.livello);
   }
 }
@@ -276,8 +283,9 @@ TEST(Controllo, Ambiente) {
     }
     collection::SnapshotInMemoria s;
     ASSERT_TRUE(collection::DecodificaSnapshot(MacchinaProva::LeggiHost(i.m.C("INFO_ORDL.BIN")), s));
-    V nomi = {"C:\\Prog\\Infofile.bin", "C:\\Ordl\\ordelio.prf", "C:\\Ordl\\archivio.qlv", "C:\\Prog\\DirArc.el",
-              "C:\\Prog\\TRLE.el", "C:\\Prog\\ORDL.el", trle + "\\script.dat"};
+    V nomi = {"C:\\Prog\\Infofile.bin", "C:\\Ordl\\ordelio.prf", "C:\\Ordl\\archivio.qlv",
+              "C:\\Prog\\DirArc.el",    "C:\\Prog\\TRLE.el",     "C:\\Prog\\ORDL.el",
+              trle + "\\script.dat"};
     if (r.membro) nomi.push_back("C:\\Prog\\ambiente.json");
     ASSERT_EQ(s.tabella.Nomi, nomi);
     EXPECT_EQ(s.corpi[1], MacchinaProva::LeggiHost(i.m.C("Ordl/ordelio.prf")));

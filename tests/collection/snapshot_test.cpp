@@ -15,8 +15,8 @@
 
 #include "esadecimale.h"
 #include "finestra_prova.h"
-#include "illeggibile.h"
 #include "host/macchina.h"
+#include "illeggibile.h"
 #include "macchina_prova.h"
 #include "osservatore_allocazioni.h"
 #include "support/files.h"
@@ -182,7 +182,8 @@ TEST(Snapshot, MembroGenerato) {
   const struct {
     const char* come;
     V nomi;
-  } righe[] = {{"made", {"C:\\a.txt", "C:\\Prog\\fatto.json"}}, {"empty", {"C:\\a.txt"}}, {"throws", {"C:\\a.txt"}}};
+  } righe[] = {
+      {"made", {"C:\\a.txt", "C:\\Prog\\fatto.json"}}, {"empty", {"C:\\a.txt"}}, {"throws", {"C:\\a.txt"}}};
   for (const auto& r : righe) {
     SCOPED_TRACE(r.come);
     int volte = 0;

@@ -24,9 +24,21 @@ Ambiente Pieno() {
   a.dataLocale = "2026-11-25T17:05:03";
   a.scartoUtcMinuti = -330;
   host::SistemaWindows& w = a.windows;
-  w = {.prodotto = "Windows 10 Pro", .rilascio = "22H2", .maggiore = 10, .minore = 1, .build = 19045,
-       .windows64 = true, .wow64 = true, .wine = true, .versioneWine = "wine-9.0", .uac = true,
-       .virtualizzazione = true, .codePage = 1252, .dpi = 144, .accessoControllato = 1, .dep = 2,
+  w = {.prodotto = "Windows 10 Pro",
+       .rilascio = "22H2",
+       .maggiore = 10,
+       .minore = 1,
+       .build = 19045,
+       .windows64 = true,
+       .wow64 = true,
+       .wine = true,
+       .versioneWine = "wine-9.0",
+       .uac = true,
+       .virtualizzazione = true,
+       .codePage = 1252,
+       .dpi = 144,
+       .accessoControllato = 1,
+       .dep = 2,
        .zoneLeggibili = true};
   host::Eseguibile e;
   e.percorso = "C:\\Giochi\\Tomb Raider \xe8\\tomb4.exe";
@@ -47,7 +59,8 @@ Ambiente Pieno() {
   a.eseguibili[2].eseguibile.percorso = "C:\\Ordl\\y.exe";
   a.eseguibili[2].eseguibile.macchina = host::MacchinaPe::x64;
   a.membriVirtuali = {"C:\\Program Files (x86)\\Trle\\script.dat"};
-  a.fileVirtuali = {"C:\\Program Files (x86)\\Trle\\data\\karnak.tr4", "C:\\Program Files (x86)\\Trle\\\xe0.txt"};
+  a.fileVirtuali = {"C:\\Program Files (x86)\\Trle\\data\\karnak.tr4",
+                    "C:\\Program Files (x86)\\Trle\\\xe0.txt"};
   a.fileVirtualiTotale = 5;
   a.nonLetti = {{"C:\\Trle\\ordeio.txt", 32}};
   return a;
@@ -120,7 +133,8 @@ TEST(Ambiente, ByteRifiutati) {
   for (int i = 0; i < 129; ++i) molti["executables"].push_back(pieno["executables"][1]);
   auto importazioni = pieno;
   importazioni["executables"][0]["imports"] = nlohmann::json::array();
-  for (int i = 0; i < 10000; ++i) importazioni["executables"][0]["imports"].push_back(pieno["executables"][0]["imports"][0]);
+  for (int i = 0; i < 10000; ++i)
+    importazioni["executables"][0]["imports"].push_back(pieno["executables"][0]["imports"][0]);
   const std::pair<std::string, const char*> casi[] = {
       {"", "not JSON"},
       {"{\"format\": 1", "not JSON"},

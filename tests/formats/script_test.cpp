@@ -18,7 +18,8 @@ const std::string kReali = CHECKORDL_DATI_REALI;
 std::string Reale(const char* nome) {
   return MacchinaProva::LeggiHost(kReali + nome);
 }
-#define SALTA_SENZA_REALI() GTEST_SKIP() << "no real script files in " << kReali << ": they stay outside the repository"
+#define SALTA_SENZA_REALI() \
+  GTEST_SKIP() << "no real script files in " << kReali << ": they stay outside the repository"
 
 // The heads of tests/data/script/casi.hex, then two files the editor's script compiler made.
 TEST(Script, LivelliLetti) {

@@ -3,11 +3,11 @@
 // compared with a file in tests/data/finestre; CHECKORDL_RIGENERA=1 rewrites those files instead.
 #include <QAction>
 #include <QApplication>
+#include <QClipboard>
+#include <QComboBox>
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
-#include <QClipboard>
-#include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
@@ -140,9 +140,10 @@ class ProvaFinestre : public QObject {
     QTest::newRow("across a line end") << QByteArray("ab\r\ncd") << 1 << 4 << 0 << QByteArray("b\r\nc");
     QTest::newRow("NUL is one character") << QByteArray("a\0b\r\nc", 6) << 5 << 1 << 0 << QByteArray("c");
     QTest::newRow("clipped to the text") << QByteArray("ab\r\n") << 9 << 2 << 0 << QByteArray();
-    QTest::newRow("right crosses a CR LF at once") << QByteArray("ab\r\ncd") << 2 << 0 << int(Qt::Key_Right)
-                                                   << QByteArray("\r\n");
-    QTest::newRow("end of the line") << QByteArray("abc\r\ndef") << 0 << 0 << int(Qt::Key_End) << QByteArray("abc");
+    QTest::newRow("right crosses a CR LF at once")
+        << QByteArray("ab\r\ncd") << 2 << 0 << int(Qt::Key_Right) << QByteArray("\r\n");
+    QTest::newRow("end of the line") << QByteArray("abc\r\ndef") << 0 << 0 << int(Qt::Key_End)
+                                     << QByteArray("abc");
   }
   void areaTesto() {
     QFETCH(QByteArray, testo);
@@ -190,7 +191,10 @@ class ProvaFinestre : public QObject {
       for (int y = ultima.top(); y <= ultima.bottom() && y < immagine.height(); ++y)
         if (immagine.pixelColor(x, y) != fondo) destra = std::max(destra, x);
     QVERIFY2(destra >= ultima.left() && destra < fine.left() + 1,
-             qPrintable(QString("ink ends at %1, the 60th cell is %2..%3").arg(destra).arg(ultima.left()).arg(fine.left())));
+             qPrintable(QString("ink ends at %1, the 60th cell is %2..%3")
+                            .arg(destra)
+                            .arg(ultima.left())
+                            .arg(fine.left())));
   }
 
   // A click lands on the character drawn there, a shift click extends from it, and Ctrl+C copies the bytes.
@@ -447,7 +451,8 @@ class ProvaFinestre : public QObject {
     analysis::CopiaAnonima atteso;
     QCOMPARE(analysis::SalvaCopiaAnonima({collection::kNomeSnapshot, copia + ".x"}, atteso), std::string());
     QCOMPARE(support::LeggiFile(copia), support::LeggiFile(copia + ".x"));
-    QCOMPARE(banco.messaggi.tutti, std::vector<std::string>{"plain: " + analysis::TestoCopiaAnonima(atteso, copia)});
+    QCOMPARE(banco.messaggi.tutti,
+             std::vector<std::string>{"plain: " + analysis::TestoCopiaAnonima(atteso, copia)});
     QCOMPARE(f.Area().Testo(), strumento);
   }
 
@@ -635,7 +640,8 @@ class ProvaFinestre : public QObject {
     QAction* copia = f.findChild<QAction*>(QStringLiteral("mnu_CopiaRisposta"));
     QVERIFY(copia);
     copia->trigger();
-    QCOMPARE(banco.messaggi.tutti, std::vector<std::string>{std::string("critical: ") + analysis::kNessunoSnapshot});
+    QCOMPARE(banco.messaggi.tutti,
+             std::vector<std::string>{std::string("critical: ") + analysis::kNessunoSnapshot});
     analysis::ImpostaValori(f.Modello(), collection::kNomeSnapshot);
     const std::string area = f.Area().Testo();
     banco.messaggi.tutti.clear();
@@ -648,14 +654,16 @@ class ProvaFinestre : public QObject {
         collection::kNomeSnapshot, analysis::FormaRisposta::testo);
     QVERIFY(atteso.find("Problem: ") != std::string::npos);
     QCOMPARE(QApplication::clipboard()->text(), gui::DaByte(atteso));
-    QCOMPARE(banco.messaggi.tutti, std::vector<std::string>{std::string("plain: ") + analysis::kRispostaCopiata});
+    QCOMPARE(banco.messaggi.tutti,
+             std::vector<std::string>{std::string("plain: ") + analysis::kRispostaCopiata});
     QCOMPARE(f.Area().Testo(), area);
   }
   // --- end of the answer for the user ---
 
   // ---- The whole snapshot as one text ("Salva tutto in un file di testo...") ----
-  // The file holds the text the tool writes for the same snapshot, in the locale's encoding with LF; the report
-  // area and its marks stay as they were; a file that cannot be written is named in a critical message.
+  // The file holds the text the tool writes for the same snapshot, in the locale's encoding with LF; the
+  // report area and its marks stay as they were; a file that cannot be written is named in a critical
+  // message.
   void salvaTuttoComeLoStrumento() {
     DemoControllata();
     Banco banco;

@@ -38,7 +38,9 @@ struct Banco {
   DialogoFileProva file;
   AppuntiProva appunti;
   std::function<void(win32::FinestraGetDir&)> getDir = [](auto&) { FAIL() << "the folder picker was shown"; };
-  std::function<void(win32::FinestraAnalisi&)> analisi = [](auto&) { FAIL() << "the analysis window was shown"; };
+  std::function<void(win32::FinestraAnalisi&)> analisi = [](auto&) {
+    FAIL() << "the analysis window was shown";
+  };
   win32::Servizi Servizi() {
     return {messaggi, file, appunti, [this](auto& f) { getDir(f); }, [this](auto& f) { analisi(f); }};
   }
@@ -97,7 +99,8 @@ std::string Controlli(const win32::Finestra& f, const support::Forma& forma) {
       HMENU sotto = GetSubMenu(barra, i);
       for (int j = 0; j < GetMenuItemCount(sotto); ++j) {
         GetMenuStringA(sotto, static_cast<UINT>(j), t, sizeof(t), MF_BYPOSITION);
-        out << " \"" << t << '"' << ((GetMenuState(sotto, static_cast<UINT>(j), MF_BYPOSITION) & MF_CHECKED) ? "*" : "");
+        out << " \"" << t << '"'
+            << ((GetMenuState(sotto, static_cast<UINT>(j), MF_BYPOSITION) & MF_CHECKED) ? "*" : "");
       }
       out << '\n';
     }
@@ -251,7 +254,8 @@ TEST(FinestreWin32, NienteTagliato) {
   w.Modello().Label_NomeTrle.ImpostaTesto(lunga);
   EXPECT_EQ(w.Modello().Label_NomeTrle.Testo(), lunga);
   const std::string etichetta = win32::Accorciato(w.Controllo("Label_NomeTrle"), lunga);
-  EXPECT_TRUE(etichetta.starts_with("C:\\") && etichetta.ends_with("\\Trle") && etichetta.find("...") != std::string::npos)
+  EXPECT_TRUE(etichetta.starts_with("C:\\") && etichetta.ends_with("\\Trle") &&
+              etichetta.find("...") != std::string::npos)
       << etichetta;
   EXPECT_EQ(Suggerimento(w, w.Controllo("Label_NomeTrle")), lunga);
   // A folder shown whole has no tooltip to repeat it.
@@ -259,7 +263,8 @@ TEST(FinestreWin32, NienteTagliato) {
   EXPECT_EQ(Suggerimento(w, w.Controllo("Label_NomeTrle")), "");
   // The window's tooltip holds the two folder labels, each asking for its text when it shows.
   HWND tooltip = FindWindowExA(nullptr, nullptr, TOOLTIPS_CLASSA, nullptr);
-  while (tooltip && GetWindow(tooltip, GW_OWNER) != w.Hwnd()) tooltip = FindWindowExA(nullptr, tooltip, TOOLTIPS_CLASSA, nullptr);
+  while (tooltip && GetWindow(tooltip, GW_OWNER) != w.Hwnd())
+    tooltip = FindWindowExA(nullptr, tooltip, TOOLTIPS_CLASSA, nullptr);
   ASSERT_TRUE(tooltip);
   EXPECT_EQ(SendMessageA(tooltip, TTM_GETTOOLCOUNT, 0, 0), 2);
 
@@ -316,7 +321,8 @@ TEST(FinestreWin32, Tastiera) {
     {
       Passi p({[&] {
                  auto* v = reinterpret_cast<HTREEITEM>(SendMessageA(albero, TVM_GETNEXTITEM, TVGN_CARET, 0));
-                 v = reinterpret_cast<HTREEITEM>(SendMessageA(albero, TVM_GETNEXTITEM, TVGN_CHILD, reinterpret_cast<LPARAM>(v)));
+                 v = reinterpret_cast<HTREEITEM>(
+                     SendMessageA(albero, TVM_GETNEXTITEM, TVGN_CHILD, reinterpret_cast<LPARAM>(v)));
                  SendMessageA(albero, TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(v));
                  Tasto(albero, VK_RETURN);
                },
@@ -372,7 +378,8 @@ TEST(FinestreWin32, Picker) {
   // A double click on "Trle" in the tree view.
   HWND albero = f.Controllo("Dir1");
   auto* voce = reinterpret_cast<HTREEITEM>(SendMessageA(albero, TVM_GETNEXTITEM, TVGN_CARET, 0));
-  voce = reinterpret_cast<HTREEITEM>(SendMessageA(albero, TVM_GETNEXTITEM, TVGN_CHILD, reinterpret_cast<LPARAM>(voce)));
+  voce = reinterpret_cast<HTREEITEM>(
+      SendMessageA(albero, TVM_GETNEXTITEM, TVGN_CHILD, reinterpret_cast<LPARAM>(voce)));
   SendMessageA(albero, TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(voce));
   NMHDR n{albero, static_cast<UINT_PTR>(GetDlgCtrlID(albero)), static_cast<UINT>(NM_DBLCLK)};
   SendMessageA(f.Hwnd(), WM_NOTIFY, n.idFrom, reinterpret_cast<LPARAM>(&n));
@@ -381,10 +388,12 @@ TEST(FinestreWin32, Picker) {
 
   // A drive without medium: listed, refused when chosen.
   HWND drive = f.Controllo("Drive1");
-  const auto e = SendMessageA(drive, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>("E:"));
+  const auto e =
+      SendMessageA(drive, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>("E:"));
   ASSERT_GE(e, 0);
   SendMessageA(drive, CB_SETCURSEL, static_cast<WPARAM>(e), 0);
-  SendMessageA(f.Hwnd(), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(drive), CBN_SELCHANGE), reinterpret_cast<LPARAM>(drive));
+  SendMessageA(f.Hwnd(), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(drive), CBN_SELCHANGE),
+               reinterpret_cast<LPARAM>(drive));
   win32::SmaltisciCoda();
   EXPECT_EQ(msg.tutti, std::vector<std::string>{"critical: Drive not ready"});
   EXPECT_EQ(Testo(drive), "C:");
@@ -453,7 +462,8 @@ TEST(FinestreWin32, ControlloCompleto) {
   Clic(w.Controllo("Pul_Start"));
   EXPECT_TRUE(w.Chiusa());
   ASSERT_EQ(banco.messaggi.tutti.size(), 1u);
-  EXPECT_TRUE(banco.messaggi.tutti[0].starts_with("plain: Scanning is complete\r\n")) << banco.messaggi.tutti[0];
+  EXPECT_TRUE(banco.messaggi.tutti[0].starts_with("plain: Scanning is complete\r\n"))
+      << banco.messaggi.tutti[0];
   EXPECT_GT(host::LunghezzaFile(collection::kNomeSnapshot, nullptr), 0);
 }
 
@@ -480,9 +490,10 @@ TEST(FinestreWin32, LeggiDatiOgniProspetto) {
       // The control holds the report's own bytes: a CR LF is two characters there too.
       EXPECT_EQ(Testo(f.Controllo("Text_Out")), atteso.area.Testo()) << analysis::VoceDi(v).parola;
       for (int j = 0; j < analysis::kNumeroVoci; ++j)
-        EXPECT_EQ((GetMenuState(f.Menu(), static_cast<UINT>(win32::IdVoce(static_cast<Voce>(j))), MF_BYCOMMAND) &
-                   MF_CHECKED) != 0,
-                  atteso.segni.Checked(static_cast<Voce>(j)));
+        EXPECT_EQ(
+            (GetMenuState(f.Menu(), static_cast<UINT>(win32::IdVoce(static_cast<Voce>(j))), MF_BYCOMMAND) &
+             MF_CHECKED) != 0,
+            atteso.segni.Checked(static_cast<Voce>(j)));
     }
     EXPECT_EQ(banco.messaggi.tutti, atteso.messaggi.tutti);
     // The anonymized copy, as the model makes it: the dialog's name, the message, the text left alone.
@@ -493,7 +504,8 @@ TEST(FinestreWin32, LeggiDatiOgniProspetto) {
     analysis::mnu_SalvaCopiaAnonima_Click(atteso.d);
     EXPECT_EQ(support::LeggiFile(copia), support::LeggiFile(copia + ".x"));
     ASSERT_FALSE(banco.messaggi.tutti.empty());
-    EXPECT_TRUE(banco.messaggi.tutti.back().starts_with("plain: The anonymized copy is saved as " + copia + "."));
+    EXPECT_TRUE(
+        banco.messaggi.tutti.back().starts_with("plain: The anonymized copy is saved as " + copia + "."));
     EXPECT_EQ(f.Area().Testo(), atteso.area.Testo());
     Menu(f, "mnu_Esci");
     EXPECT_TRUE(f.Chiusa());
@@ -513,7 +525,8 @@ TEST(FinestreWin32, RicercaCopiaSalvaCarica) {
   Clic(f.Controllo("Pul_Trova"));
   Clic(f.Controllo("Pul_Dopo"));
   DWORD a = 0, b = 0;
-  SendMessageA(f.Controllo("Text_Out"), EM_GETSEL, reinterpret_cast<WPARAM>(&a), reinterpret_cast<LPARAM>(&b));
+  SendMessageA(f.Controllo("Text_Out"), EM_GETSEL, reinterpret_cast<WPARAM>(&a),
+               reinterpret_cast<LPARAM>(&b));
   EXPECT_EQ(testo.substr(a, b - a), "TOMB4.exe");
   Clic(f.Controllo("Pul_Prima"));
   EXPECT_EQ(f.Area().SelText(), "tomb");
@@ -619,7 +632,8 @@ void CALLBACK LeggiERispondi(HWND, UINT, UINT_PTR id, DWORD) {
     char classe[32] = {};
     GetClassNameA(c, classe, sizeof(classe));
     if (std::string_view(classe) == "Button" && IsWindowVisible(c)) ++gPulsanti;
-    if (std::string_view(classe) == "Static" && (GetWindowLongA(c, GWL_STYLE) & SS_ICON) == SS_ICON) gIcona = true;
+    if (std::string_view(classe) == "Static" && (GetWindowLongA(c, GWL_STYLE) & SS_ICON) == SS_ICON)
+      gIcona = true;
   }
   PostMessageA(box, WM_COMMAND, IDOK, 0);
 }
@@ -689,7 +703,8 @@ TEST(FinestreWin32, CopiaRisposta) {
   win32::AppuntiW appunti;
   win32::FinestraAnalisi f(nullptr, banco.messaggi, banco.file, appunti);
   Menu(f, "mnu_CopiaRisposta");
-  EXPECT_EQ(banco.messaggi.tutti, std::vector<std::string>{std::string("critical: ") + analysis::kNessunoSnapshot});
+  EXPECT_EQ(banco.messaggi.tutti,
+            std::vector<std::string>{std::string("critical: ") + analysis::kNessunoSnapshot});
   analysis::ImpostaValori(f.Modello(), collection::kNomeSnapshot);
   banco.messaggi.tutti.clear();
   Menu(f, "mnu_CopiaRisposta");
@@ -701,7 +716,8 @@ TEST(FinestreWin32, CopiaRisposta) {
       collection::kNomeSnapshot, analysis::FormaRisposta::testo);
   EXPECT_TRUE(atteso.starts_with("Your snapshot ")) << atteso;
   EXPECT_EQ(TestoAppunti(), atteso);
-  EXPECT_EQ(banco.messaggi.tutti, std::vector<std::string>{std::string("plain: ") + analysis::kRispostaCopiata});
+  EXPECT_EQ(banco.messaggi.tutti,
+            std::vector<std::string>{std::string("plain: ") + analysis::kRispostaCopiata});
 }
 // --- end of the answer for the user ---
 

@@ -54,11 +54,13 @@ std::string Pe(const FormaPe& f) {
   std::string dati;
   std::vector<std::uint32_t> nomi;
   for (const std::string& d : f.dll) {
-    nomi.push_back(f.nomeFuori && nomi.empty() ? 0x900000u : 0x1000u + static_cast<std::uint32_t>(dati.size()));
+    nomi.push_back(f.nomeFuori && nomi.empty() ? 0x900000u
+                                               : 0x1000u + static_cast<std::uint32_t>(dati.size()));
     dati += d + '\0';
   }
   const auto tabella = static_cast<std::uint32_t>(0x1000 + dati.size());
-  host::ScriviLE<std::uint32_t>(b, o + (f.piu ? 112 : 96) + 8, f.rvaImportazioni ? f.rvaImportazioni : tabella);
+  host::ScriviLE<std::uint32_t>(b, o + (f.piu ? 112 : 96) + 8,
+                                f.rvaImportazioni ? f.rvaImportazioni : tabella);
   for (const std::uint32_t n : nomi) {
     host::AccodaLE<std::uint32_t>(dati, 0);
     host::AccodaLE<std::uint32_t>(dati, 0);
@@ -133,7 +135,8 @@ TEST(Ambiente, TestoDellaZona) {
 // A value of HKEY_CURRENT_USER set for one test and taken away after it.
 struct ValoreUtente {
   std::string chiave, nome;
-  ValoreUtente(std::string c, std::string n, const std::string& dati) : chiave(std::move(c)), nome(std::move(n)) {
+  ValoreUtente(std::string c, std::string n, const std::string& dati)
+      : chiave(std::move(c)), nome(std::move(n)) {
     HKEY h = nullptr;
     ::RegCreateKeyExA(HKEY_CURRENT_USER, chiave.c_str(), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &h, nullptr);
     ::RegSetValueExA(h, nome.c_str(), 0, REG_SZ, reinterpret_cast<const BYTE*>(dati.c_str()),
@@ -156,7 +159,8 @@ struct Piantati {
     // The folders made for them too, as far as they are left empty.
     for (const std::string& h : host) {
       std::remove(h.c_str());
-      for (std::size_t k = h.find_last_of('\\'); k > 3 && k != std::string::npos; k = h.find_last_of('\\', k - 1))
+      for (std::size_t k = h.find_last_of('\\'); k > 3 && k != std::string::npos;
+           k = h.find_last_of('\\', k - 1))
         if (!::RemoveDirectoryA(h.substr(0, k).c_str())) break;
     }
 #endif
@@ -198,10 +202,12 @@ TEST(Ambiente, MacchinaPiantata) {
     MacchinaProva m;
     m.AppDataLocale();
     const std::string utente = MacchinaProva::LeggiHost(m.Prefisso() + "/user.reg");
-    MacchinaProva::ScriviHost(m.Prefisso() + "/user.reg",
-                              utente + "\n[Control Panel\\\\Desktop]\n\"LogPixels\"=dword:00000090\n"
-                                       "[Software\\\\Microsoft\\\\Windows NT\\\\CurrentVersion\\\\AppCompatFlags\\\\Layers]\n"
-                                       "\"c:\\\\giochi\\\\trle\\\\TOMB4.EXE\"=\"~ HIGHDPIAWARE\"\n");
+    MacchinaProva::ScriviHost(
+        m.Prefisso() + "/user.reg",
+        utente +
+            "\n[Control Panel\\\\Desktop]\n\"LogPixels\"=dword:00000090\n"
+            "[Software\\\\Microsoft\\\\Windows NT\\\\CurrentVersion\\\\AppCompatFlags\\\\Layers]\n"
+            "\"c:\\\\giochi\\\\trle\\\\TOMB4.EXE\"=\"~ HIGHDPIAWARE\"\n");
 #endif
     m.Registro(MacchinaProva::LeggiHost(CHECKORDL_DATI_PROVA "/ambiente/system.reg") +
                (a64 ? "" : "#arch=win32\n"));
@@ -241,7 +247,8 @@ TEST(Ambiente, MacchinaPiantata) {
               (std::vector<std::string>{"C:\\Giochi\\Trle\\ngle.exe", "C:\\Giochi\\Trle\\tomb4.exe",
                                         "C:\\Giochi\\Trle\\alfa.EXE", "C:\\Giochi\\Trle\\Zeta.exe"}));
     // A folder of many programs: the first ones asked for still lead, the list stops at the limit.
-    for (int i = 0; i < 70; ++i) p.Scrivi(m.C(std::string("Giochi\\Molti\\p").append(std::to_string(100 + i)).append(".exe")), "x");
+    for (int i = 0; i < 70; ++i)
+      p.Scrivi(m.C(std::string("Giochi\\Molti\\p").append(std::to_string(100 + i)).append(".exe")), "x");
     const auto molti = host::EseguibiliInCima("C:\\Giochi\\Molti", {"p169.exe"});
     ASSERT_EQ(molti.size(), host::kMassimoEseguibili);
     EXPECT_EQ(molti.front(), "C:\\Giochi\\Molti\\p169.exe");
@@ -254,7 +261,8 @@ TEST(Ambiente, MacchinaPiantata) {
     // The linker orders the table its own way.
     for (const auto& imp : e.importazioni) {
       SCOPED_TRACE(imp.nome);
-      const auto* r = std::find_if(std::begin(dll), std::end(dll), [&](const auto& d) { return imp.nome == d.dll; });
+      const auto* r =
+          std::find_if(std::begin(dll), std::end(dll), [&](const auto& d) { return imp.nome == d.dll; });
       ASSERT_NE(r, std::end(dll));
       EXPECT_EQ(imp.origine, a64 ? r->su64 : r->su32);
       const bool trovata = imp.origine != O::nonTrovata && imp.origine != O::apiSet;
@@ -265,7 +273,8 @@ TEST(Ambiente, MacchinaPiantata) {
     std::vector<std::string> attesi = {"HKCU=~ HIGHDPIAWARE", "HKLM=~ RUNASADMIN"};
     if (a64) attesi.push_back("HKLM (32-bit)=~ WINXPSP3");
     EXPECT_EQ(livelli, attesi);
-    EXPECT_EQ(host::StudiaEseguibile("C:\\Giochi\\Trle\\Zeta.exe", s).problema, "not a PE file that can be read");
+    EXPECT_EQ(host::StudiaEseguibile("C:\\Giochi\\Trle\\Zeta.exe", s).problema,
+              "not a PE file that can be read");
   }
 }
 
@@ -276,8 +285,9 @@ TEST(Ambiente, FileDaVirtualStore) {
   for (const char* lua : {"1", "0"}) {
     MacchinaProva m;
     m.AppDataLocale();
-    const std::string politiche = "WINE REGISTRY Version 2\n[Software\\\\Microsoft\\\\Windows\\\\CurrentVersion\\\\Policies\\\\"
-                                  "System]\n\"EnableLUA\"=dword:0000000";
+    const std::string politiche =
+        "WINE REGISTRY Version 2\n[Software\\\\Microsoft\\\\Windows\\\\CurrentVersion\\\\Policies\\\\"
+        "System]\n\"EnableLUA\"=dword:0000000";
     // Planted where the machine puts the copy when it virtualizes.
     m.Registro(politiche + "1\n");
     host::DimenticaVistaVirtuale();

@@ -69,7 +69,8 @@ std::string Larghi(std::string t) {
 }
 
 // `elenco` is the listing the file walks: "primo" makes it anew, "prossimo" goes on with it.
-std::string Risposta(const MacchinaProva& m, host::Enumerazione& elenco, const std::string& v, const Campi& c) {
+std::string Risposta(const MacchinaProva& m, host::Enumerazione& elenco, const std::string& v,
+                     const Campi& c) {
   int e = -1, e2 = -1;
   if (v == "attr") {
     const int a = host::LeggiAttributi(c[0], &e);

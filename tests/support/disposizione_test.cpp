@@ -15,7 +15,8 @@ using support::Punto;
 // Every control of the three windows is drawn where its table puts it, but for the picker's Cancel, which
 // stands in OK's row.
 TEST(Disposizione, OgniControlloDoveLoDiceLaTabella) {
-  for (const support::Forma* f : {&collection::kFormaPrincipale, &analysis::kFormaAnalisi, &picker::kFormaGetDir}) {
+  for (const support::Forma* f :
+       {&collection::kFormaPrincipale, &analysis::kFormaAnalisi, &picker::kFormaGetDir}) {
     for (const support::Controllo& c : f->controlli) {
       SCOPED_TRACE(c.nome);
       const support::Rettangolo r = support::RettangoloMostrato(*f, c);

@@ -1,5 +1,6 @@
-// A link at the name of a file the program deletes: the link goes, and the read-only, hidden and system file it
-// names keeps its bytes, its mode and its DOS attributes. The shell tests see the file; this sees the answers.
+// A link at the name of a file the program deletes: the link goes, and the read-only, hidden and system file
+// it names keeps its bytes, its mode and its DOS attributes. The shell tests see the file; this sees the
+// answers.
 #include <gtest/gtest.h>
 
 #include <filesystem>

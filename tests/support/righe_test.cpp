@@ -11,7 +11,7 @@ namespace {
 TEST(RigheTesto, OgniPosizioneNellaSuaRiga) {
   struct Caso {
     std::string testo;
-    std::vector<std::size_t> riga_di;  // for positions 0..size()
+    std::vector<std::size_t> riga_di;                        // for positions 0..size()
     std::vector<std::pair<std::size_t, std::size_t>> righe;  // start and end of each line's text
   };
   const Caso casi[] = {
@@ -31,7 +31,8 @@ TEST(RigheTesto, OgniPosizioneNellaSuaRiga) {
       EXPECT_EQ(r.Inizio(k), c.righe[k].first) << c.testo << " line " << k;
       EXPECT_EQ(r.Fine(k), c.righe[k].second) << c.testo << " line " << k;
     }
-    for (std::size_t p = 0; p <= c.testo.size(); ++p) EXPECT_EQ(r.RigaDi(p), c.riga_di[p]) << c.testo << " at " << p;
+    for (std::size_t p = 0; p <= c.testo.size(); ++p)
+      EXPECT_EQ(r.RigaDi(p), c.riga_di[p]) << c.testo << " at " << p;
   }
 }
 
@@ -120,8 +121,17 @@ TEST(RigheTesto, CorseDaDisegnare) {
        999,
        2,
        5,
-       {{0, 7, 1, 2, false}, {7, 14, 2, 3, true}, {14, 48, 3, 3, true}, {48, 55, 4, 5, true}, {55, 62, 5, 6, false}}},
-      {"scrolled and narrow", 10, 40, 0, 0, {{7, 14, 2, 3, false}, {14, 48, 3, 3, false}, {48, 55, 4, 5, false}}},
+       {{0, 7, 1, 2, false},
+        {7, 14, 2, 3, true},
+        {14, 48, 3, 3, true},
+        {48, 55, 4, 5, true},
+        {55, 62, 5, 6, false}}},
+      {"scrolled and narrow",
+       10,
+       40,
+       0,
+       0,
+       {{7, 14, 2, 3, false}, {14, 48, 3, 3, false}, {48, 55, 4, 5, false}}},
       {"past the end", 100, 40, 0, 0, {}},
   };
   for (const Caso& c : casi) {
@@ -133,16 +143,16 @@ TEST(RigheTesto, CorseDaDisegnare) {
       const support::Corsa &a = corse[k], &e = c.attese[k];
       EXPECT_TRUE(a.x0 == e.x0 && a.x1 == e.x1 && a.inizio == e.inizio && a.fine == e.fine &&
                   a.selezionata == e.selezionata)
-          << c.nome << " piece " << k << ": " << a.x0 << '-' << a.x1 << " [" << a.inizio << ',' << a.fine << ") "
-          << a.selezionata;
+          << c.nome << " piece " << k << ": " << a.x0 << '-' << a.x1 << " [" << a.inizio << ',' << a.fine
+          << ") " << a.selezionata;
     }
   }
 }
 
 TEST(RigheTesto, RigaAlCentro) {
   // line, visible, total -> first line shown
-  const std::size_t casi[][4] = {{0, 10, 100, 0}, {4, 10, 100, 0}, {50, 10, 100, 45}, {99, 10, 100, 90},
-                                 {3, 10, 5, 0},   {7, 1, 100, 7}};
+  const std::size_t casi[][4] = {{0, 10, 100, 0},   {4, 10, 100, 0}, {50, 10, 100, 45},
+                                 {99, 10, 100, 90}, {3, 10, 5, 0},   {7, 1, 100, 7}};
   for (const auto& c : casi) EXPECT_EQ(support::PrimaRigaAlCentro(c[0], c[1], c[2]), c[3]) << c[0];
 }
 
