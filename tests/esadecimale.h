@@ -42,6 +42,16 @@ inline std::string ConByte(std::string campo) {
   return campo;
 }
 
+// The other way: each byte that is not printable ASCII, and each "{", as "{hh}".
+inline std::string InNotazione(const std::string& byte) {
+  static constexpr char kCifre[] = "0123456789abcdef";
+  std::string t;
+  for (const unsigned char x : byte)
+    t += x >= 0x20 && x < 0x7F && x != '{' ? std::string(1, static_cast<char>(x))
+                                           : std::string{'{', kCifre[x >> 4], kCifre[x & 15], '}'};
+  return t;
+}
+
 // The fields of a table row, bytes decoded; a row ending in a tab ends in an empty field.
 inline std::vector<std::string> Campi(const std::string& riga) {
   std::vector<std::string> campi;

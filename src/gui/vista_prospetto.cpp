@@ -181,41 +181,17 @@ void VistaProspetto::mouseDoubleClickEvent(QMouseEvent* evento) {
   Imposta(a, b);
 }
 
+// The keys that move the caret, in the order of `support::Movimento`.
+constexpr int kTastiMovimento[] = {Qt::Key_Left,   Qt::Key_Right,    Qt::Key_Up,   Qt::Key_Down,
+                                   Qt::Key_PageUp, Qt::Key_PageDown, Qt::Key_Home, Qt::Key_End};
+
 void VistaProspetto::keyPressEvent(QKeyEvent* evento) {
   if (evento->matches(QKeySequence::Copy)) return Copia();
   if (evento->matches(QKeySequence::SelectAll)) return Imposta(0, testo_.size());
   const bool ctrl = evento->modifiers() & Qt::ControlModifier;
-  using support::Movimento;
-  Movimento m{};
-  switch (evento->key()) {
-    case Qt::Key_Left:
-      m = Movimento::Sinistra;
-      break;
-    case Qt::Key_Right:
-      m = Movimento::Destra;
-      break;
-    case Qt::Key_Up:
-      m = Movimento::Su;
-      break;
-    case Qt::Key_Down:
-      m = Movimento::Giu;
-      break;
-    case Qt::Key_PageUp:
-      m = Movimento::PaginaSu;
-      break;
-    case Qt::Key_PageDown:
-      m = Movimento::PaginaGiu;
-      break;
-    case Qt::Key_Home:
-      m = ctrl ? Movimento::InizioTesto : Movimento::InizioRiga;
-      break;
-    case Qt::Key_End:
-      m = ctrl ? Movimento::FineTesto : Movimento::FineRiga;
-      break;
-    default:
-      return QAbstractScrollArea::keyPressEvent(evento);
-  }
-  const std::size_t p = support::Muovi(testo_, righe_, cursore_, m, Visibili() - 1, cw_, tab_);
+  const auto m = support::MovimentoDelTasto(kTastiMovimento, evento->key(), ctrl);
+  if (!m) return QAbstractScrollArea::keyPressEvent(evento);
+  const std::size_t p = support::Muovi(testo_, righe_, cursore_, *m, Visibili() - 1, cw_, tab_);
   Imposta((evento->modifiers() & Qt::ShiftModifier) ? ancora_ : p, p);
   MostraCursore();
 }

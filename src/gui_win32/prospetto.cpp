@@ -240,48 +240,22 @@ void Copia(const Vista& v) {
   if (s.fine > s.inizio) AppuntiW().ImpostaTesto(v.testo.substr(s.inizio, s.fine - s.inizio));
 }
 
+// The keys that move the caret, in the order of `support::Movimento`.
+constexpr int kTastiMovimento[] = {VK_LEFT, VK_RIGHT, VK_UP, VK_DOWN, VK_PRIOR, VK_NEXT, VK_HOME, VK_END};
+
 bool Tasto(Vista& v, WPARAM tasto) {
   const bool ctrl = GetKeyState(VK_CONTROL) < 0, maiusc = GetKeyState(VK_SHIFT) < 0;
-  using support::Movimento;
-  Movimento m{};
-  switch (tasto) {
-    case VK_LEFT:
-      m = Movimento::Sinistra;
-      break;
-    case VK_RIGHT:
-      m = Movimento::Destra;
-      break;
-    case VK_UP:
-      m = Movimento::Su;
-      break;
-    case VK_DOWN:
-      m = Movimento::Giu;
-      break;
-    case VK_PRIOR:
-      m = Movimento::PaginaSu;
-      break;
-    case VK_NEXT:
-      m = Movimento::PaginaGiu;
-      break;
-    case VK_HOME:
-      m = ctrl ? Movimento::InizioTesto : Movimento::InizioRiga;
-      break;
-    case VK_END:
-      m = ctrl ? Movimento::FineTesto : Movimento::FineRiga;
-      break;
-    case 'A':
-      if (!ctrl) return false;
-      Seleziona(v, 0, v.testo.size());
-      return true;
-    case 'C':
-    case VK_INSERT:
-      if (!ctrl) return false;
-      Copia(v);
-      return true;
-    default:
-      return false;
+  if (ctrl && tasto == 'A') {
+    Seleziona(v, 0, v.testo.size());
+    return true;
   }
-  const std::size_t p = support::Muovi(v.testo, v.righe, v.cursore, m, Visibili(v) - 1, v.cw, v.tab);
+  if (ctrl && (tasto == 'C' || tasto == VK_INSERT)) {
+    Copia(v);
+    return true;
+  }
+  const auto m = support::MovimentoDelTasto(kTastiMovimento, static_cast<int>(tasto), ctrl);
+  if (!m) return false;
+  const std::size_t p = support::Muovi(v.testo, v.righe, v.cursore, *m, Visibili(v) - 1, v.cw, v.tab);
   Seleziona(v, maiusc ? v.ancora : p, p);
   MostraCursore(v);
   return true;

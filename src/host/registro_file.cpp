@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
+#include <iterator>
+#include <string_view>
 #include <unordered_map>
 
 #include "host/byte_le.h"
@@ -68,6 +70,11 @@ char32_t Carattere(std::string_view s, std::size_t& i) {
   return c == kNonUtf8 ? 0xFFFD : c;
 }
 
+// The one-letter escapes of the registry files, and what each stands for.
+constexpr std::string_view kLettereEscape = "abefnrtv";
+constexpr char16_t kValoriEscape[] = {u'\a', u'\b', 0x1B, u'\f', u'\n', u'\r', u'\t', u'\v'};
+static_assert(std::size(kValoriEscape) == kLettereEscape.size());
+
 // A string in Wine's escaped form from s[i] up to the closing `fine`, as UTF-16 units. Leaves i behind
 // the closing character; false when it never closes.
 bool LeggiStringa(std::string_view s, std::size_t& i, char fine, std::u16string* out) {
@@ -80,51 +87,24 @@ bool LeggiStringa(std::string_view s, std::size_t& i, char fine, std::u16string*
     if (c == '\\' && i + 1 < s.size()) {
       const char e = s[i + 1];
       i += 2;
-      switch (e) {
-        case 'a':
-          out->push_back(u'\a');
-          break;
-        case 'b':
-          out->push_back(u'\b');
-          break;
-        case 'e':
-          out->push_back(0x1B);
-          break;
-        case 'f':
-          out->push_back(u'\f');
-          break;
-        case 'n':
-          out->push_back(u'\n');
-          break;
-        case 'r':
-          out->push_back(u'\r');
-          break;
-        case 't':
-          out->push_back(u'\t');
-          break;
-        case 'v':
-          out->push_back(u'\v');
-          break;
-        case 'x': {
-          unsigned v = 0;
-          int k = 0;
-          for (; k < 4 && i < s.size() && Esadecimale(s[i]) >= 0; ++k) v = v * 16 + Esadecimale(s[i++]);
-          out->push_back(k ? static_cast<char16_t>(v) : u'x');
-          break;
-        }
-        default:
-          if (e >= '0' && e <= '7') {
-            unsigned v = static_cast<unsigned>(e - '0');
-            for (int k = 1; k < 3 && i < s.size() && s[i] >= '0' && s[i] <= '7'; ++k)
-              v = v * 8 + static_cast<unsigned>(s[i++] - '0');
-            out->push_back(static_cast<char16_t>(v));
-          } else if (static_cast<unsigned char>(e) < 0x80) {
-            out->push_back(static_cast<char16_t>(e));
-          } else {
-            // An escaped non-ASCII character stands for itself, whole.
-            --i;
-            AggiungiCodice(out, Carattere(s, i));
-          }
+      if (const std::size_t k = kLettereEscape.find(e); k != std::string_view::npos) {
+        out->push_back(kValoriEscape[k]);
+      } else if (e == 'x') {
+        unsigned v = 0;
+        int k = 0;
+        for (; k < 4 && i < s.size() && Esadecimale(s[i]) >= 0; ++k) v = v * 16 + Esadecimale(s[i++]);
+        out->push_back(k ? static_cast<char16_t>(v) : u'x');
+      } else if (e >= '0' && e <= '7') {
+        unsigned v = static_cast<unsigned>(e - '0');
+        for (int k = 1; k < 3 && i < s.size() && s[i] >= '0' && s[i] <= '7'; ++k)
+          v = v * 8 + static_cast<unsigned>(s[i++] - '0');
+        out->push_back(static_cast<char16_t>(v));
+      } else if (static_cast<unsigned char>(e) < 0x80) {
+        out->push_back(static_cast<char16_t>(e));
+      } else {
+        // An escaped non-ASCII character stands for itself, whole.
+        --i;
+        AggiungiCodice(out, Carattere(s, i));
       }
       continue;
     }

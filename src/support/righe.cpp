@@ -64,6 +64,17 @@ int LarghezzaMassima(const std::string& testo, const RigheTesto& righe, int larg
   return massima;
 }
 
+std::optional<Movimento> MovimentoDelTasto(std::span<const int, 8> tasti, int tasto, bool ctrl) {
+  for (std::size_t i = 0; i < tasti.size(); ++i) {
+    if (tasti[i] != tasto) continue;
+    const auto m = static_cast<Movimento>(i);
+    if (ctrl && m == Movimento::InizioRiga) return Movimento::InizioTesto;
+    if (ctrl && m == Movimento::FineRiga) return Movimento::FineTesto;
+    return m;
+  }
+  return std::nullopt;
+}
+
 std::size_t Muovi(const std::string& testo, const RigheTesto& righe, std::size_t pos, Movimento m,
                   std::size_t pagina, int larghezza, int tab) {
   pos = std::min(pos, testo.size());

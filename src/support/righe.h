@@ -6,6 +6,8 @@
 
 #include <cstddef>
 #include <functional>
+#include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -54,6 +56,10 @@ enum class Movimento {
 };
 std::size_t Muovi(const std::string& testo, const RigheTesto& righe, std::size_t pos, Movimento m,
                   std::size_t pagina, int larghezza, int tab);
+// The movement of a key, from a front end's own codes of the keys that move the caret, listed in the order of
+// `Movimento` (left, right, up, down, page up, page down, home, end); with Ctrl, home and end go to the
+// text's ends. None for any other key.
+std::optional<Movimento> MovimentoDelTasto(std::span<const int, 8> tasti, int tasto, bool ctrl);
 // The word around `pos`, as a double click selects it: the run of characters up to a blank on its line, a
 // file name in a listing.
 struct Intervallo {

@@ -146,20 +146,13 @@ std::string Risposta(const MacchinaProva& m, host::Enumerazione& elenco, const s
   if (v == "codice") return std::to_string(support::CodiceVersioneWindows({u(1), u(2), 0, u(0), ""}));
   if (v == "versione") return support::GetFileVersion(host::PercorsoWindows(c[0]));
   // The registry, and what is found through it. A registry file: its keys, then each value's name, type and
-  // data, where what is not printable ASCII is \xHH.
+  // data, in the notation of the test data.
   if (v == "filereg") {
     std::string dump;
-    static const char kCifre[] = "0123456789abcdef";
-    const auto visibile = [](const std::string& b) {
-      std::string t;
-      for (const unsigned char x : b)
-        t += x >= 0x20 && x < 0x7F ? std::string(1, x) : std::string("\\x") + kCifre[x >> 4] + kCifre[x & 15];
-      return t;
-    };
     for (const auto& k : host::LeggiFileRegistro(c[0])) {
-      dump += "[" + visibile(k.nome) + (k.collegamento ? "] link\n" : "]\n");
+      dump += "[" + InNotazione(k.nome) + (k.collegamento ? "] link\n" : "]\n");
       for (const auto& x : k.valori)
-        dump += visibile(x.nome) + "\t" + std::to_string(x.tipo) + "\t" + visibile(x.dati) + "\n";
+        dump += InNotazione(x.nome) + "\t" + std::to_string(x.tipo) + "\t" + InNotazione(x.dati) + "\n";
     }
     return dump;
   }

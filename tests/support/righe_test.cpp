@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <tuple>
 
 namespace {
@@ -154,6 +155,18 @@ TEST(RigheTesto, RigaAlCentro) {
   const std::size_t casi[][4] = {{0, 10, 100, 0},   {4, 10, 100, 0}, {50, 10, 100, 45},
                                  {99, 10, 100, 90}, {3, 10, 5, 0},   {7, 1, 100, 7}};
   for (const auto& c : casi) EXPECT_EQ(support::PrimaRigaAlCentro(c[0], c[1], c[2]), c[3]) << c[0];
+}
+
+// A front end lists its own key codes; Ctrl takes only home and end further, to the text's ends.
+TEST(RigheTesto, TastiDiMovimento) {
+  using support::Movimento;
+  constexpr int tasti[] = {37, 39, 38, 40, 33, 34, 36, 35};
+  const std::tuple<int, bool, std::optional<Movimento>> casi[] = {
+      {37, true, Movimento::Sinistra},    {34, false, Movimento::PaginaGiu},
+      {36, false, Movimento::InizioRiga}, {36, true, Movimento::InizioTesto},
+      {35, true, Movimento::FineTesto},   {65, true, std::nullopt}};
+  for (const auto& [tasto, ctrl, atteso] : casi)
+    EXPECT_EQ(support::MovimentoDelTasto(tasti, tasto, ctrl), atteso);
 }
 
 }  // namespace
