@@ -19,6 +19,6 @@ diversi=$("$formatta" --dry-run "${files[@]}" 2>&1 | grep ': warning: code shoul
   cut -d: -f1 | sort -u || true)
 if [ -n "$diversi" ]; then
   echo "$diversi" | sed 's/^/not laid out as .clang-format says: /'
-  echo "$(echo "$diversi" | wc -l) files differ ($("$formatta" --version)); bash scripts/formato.sh --applica lays them out"
+  echo "files that differ: $(echo "$diversi" | wc -l) ($("$formatta" --version)); bash scripts/formato.sh --applica lays them out"
   exit 1
 fi
