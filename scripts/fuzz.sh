@@ -10,7 +10,6 @@ secondi=${1:-20}
 shift || true
 cmake --preset fuzz >/dev/null
 cmake --build --preset fuzz -j "$(nproc)"
-clang++ -std=c++20 -DCHECKORDL_DATI_PROVA='"."' -Itests tests/semi_esadecimali.cpp -o build/fuzz/semi_esadecimali
 
 # The seeds of each target: files and folders of the test data (and Wine's own executables), taken as they
 # are, except *.hex files, read as the tests read them (a seed a case); expected texts are skipped.
@@ -45,7 +44,7 @@ fuzza() {
     while IFS= read -r -d '' f; do
       nome=$(echo "${f#../}" | tr '/' '_')
       case "$f" in
-        *.hex) build/fuzz/semi_esadecimali "$f" "$seme" "${nome%.hex}" ;;
+        *.hex) build/fuzz/fuzz/semi_esadecimali "$f" "$seme" "${nome%.hex}" ;;
         *.txt | *.md | *.rc | *.sh) ;;
         *) cp "$f" "$seme/$nome" ;;
       esac
